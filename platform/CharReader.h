@@ -1,0 +1,28 @@
+#pragma once
+
+#include <platform/Stripe.h>
+#include <platform/String.h>
+
+#include <string>
+
+// Reads the lines of a stripe of 4-byte elements, one element per character.
+class EXPORTED CharReader final : public Object {
+public:
+    // Null when there is no stream, or no stripe behind it: a character that was peeked at is given
+    // back by seeking, nothing is held back. The second argument is 0.
+    static Ref<CharReader> create(Ref<Interfaces::Stream> stream, std::size_t) noexcept;
+
+    explicit CharReader(Ref<Interfaces::Stripe> stripe) noexcept : _stripe(std::move(stripe)) {}
+
+    // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe behind
+    // it. At the end of the input the last line, if it has a character, else null. A read that fails
+    // before the end gives null.
+    Ref<String> readLine() noexcept;
+
+private:
+    enum class Got { Character, End, Failure };
+    Got next(std::uint32_t& c) noexcept;
+
+    Ref<Interfaces::Stripe> _stripe;
+    std::u32string _line; // kept for its memory alone
+};

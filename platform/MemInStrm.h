@@ -1,0 +1,33 @@
+#pragma once
+
+#include <platform/Stripe.h>
+
+// A stripe of bytes over a block that it owns; read only. An empty block gives an empty stripe.
+class EXPORTED MemInStrm final : public Object, public virtual Interfaces::Stripe {
+public:
+    using Release = void (*)(void* block, std::size_t size);
+
+    // Takes over `size` bytes; `release` is called with them when the stripe dies. Null, with
+    // `ErrNullArgument` and nothing released, when block or function is null.
+    static Ref<MemInStrm> create(void* block, std::size_t size, Release release) noexcept;
+
+    MemInStrm(void* block, std::size_t size, Release release) noexcept
+        : _block(static_cast<unsigned char*>(block)), _size(size), _release(release)
+    {
+    }
+    ~MemInStrm() noexcept override { _release(_block, _size); }
+
+    // Interfaces::Stripe. Writing and resizing are not offered; a seek stops at the end.
+    std::uint64_t elementSize() const noexcept override { return 1; }
+    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
+    std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
+    std::uint64_t size() const noexcept override { return _size; }
+    std::uint64_t seek(std::uint64_t position) noexcept override;
+    std::uint64_t tell() const noexcept override { return _position; }
+
+private:
+    unsigned char* const _block;
+    const std::size_t _size;
+    const Release _release;
+    std::size_t _position = 0;
+};

@@ -1,0 +1,79 @@
+#include <platform/MemoryStream.h>
+
+#include <platform/Heap.h>
+#include <platform/Mem.h>
+
+#include <algorithm>
+
+Ref<MemoryStream> MemoryStream::create(std::size_t size, std::size_t elementSize) noexcept
+{
+    if (elementSize != 1) {
+        Error::set(ErrNotSupported);
+        return nullptr;
+    }
+    Ref<MemoryStream> stream = make<MemoryStream>();
+    stream->resize(size);
+    return stream;
+}
+
+MemoryStream::~MemoryStream() noexcept
+{
+    Heap::free(_block, Heap::Array, __builtin_return_address(0), _capacity);
+}
+
+void MemoryStream::reserve(std::size_t needed) noexcept
+{
+    if (needed <= _capacity)
+        return;
+    // Half again: large blocks move without a copy, and little is left over.
+    _capacity = std::max({needed, _capacity + _capacity / 2, std::size_t(64)});
+    _block = static_cast<unsigned char*>(
+        Heap::resize(_block, _capacity, Heap::Array, __builtin_return_address(0)));
+}
+
+void MemoryStream::append(const void* bytes, std::size_t count) noexcept
+{
+    reserve(_position + count);
+    Mem::copy(bytes, _block + _position, count);
+    _position += count;
+    _size = std::max(_size, _position);
+}
+
+std::uint64_t MemoryStream::read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
+{
+    if (area.kind != BufferDesc::Plain) {
+        Error::set(ErrInvalidArgument);
+        return 0;
+    }
+    const std::uint64_t available = std::min<std::uint64_t>(count, _size - _position);
+    Mem::copy(_block + _position, static_cast<unsigned char*>(area.pointer) + area.offset, available);
+    _position += available;
+    if (available < count)
+        Error::set(ErrOutOfRange);
+    return available;
+}
+
+std::uint64_t MemoryStream::write(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
+{
+    if (area.kind != BufferDesc::Plain) {
+        Error::set(ErrInvalidArgument);
+        return 0;
+    }
+    append(static_cast<const unsigned char*>(area.pointer) + area.offset, count);
+    return count;
+}
+
+std::uint64_t MemoryStream::resize(std::uint64_t count) noexcept
+{
+    reserve(count);
+    if (count > _size)
+        Mem::fill8(_block + _size, count - _size, 0);
+    _size = count;
+    _position = std::min<std::size_t>(_position, _size);
+    return _size;
+}
+
+std::uint64_t MemoryStream::seek(std::uint64_t position) noexcept
+{
+    return _position = std::min<std::uint64_t>(position, _size);
+}

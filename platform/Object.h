@@ -1,0 +1,110 @@
+#pragma once
+
+#include <platform/Ref.h>
+#include <platform/RefCount.h>
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+
+// The control block of weak references: it outlives its object as long as somebody holds it.
+class EXPORTED GcProxy {
+public:
+    explicit GcProxy(Object* object) noexcept : _object(object) {}
+    GcProxy(const GcProxy&) = delete;
+    GcProxy& operator=(const GcProxy&) = delete;
+
+    // Keep the block, and let it go.
+    void incWeakRef() noexcept;
+    void decWeakRef() noexcept;
+    // The object with one count added, which the caller owns; null when the object is gone.
+    Object* lockWeakRef() noexcept;
+
+private:
+    friend class Object;
+    void detach() noexcept;
+
+    std::mutex _lock;
+    Object* _object;
+    std::atomic<std::size_t> _weakCount{1}; // the object's own share included
+};
+
+// The root of all counted classes. A new object has the count 0: the first `Ref` takes it. Counts
+// are atomic, so a `Ref` may be passed between threads; the object behind it may not be used by
+// two threads at once unless its class says so.
+class EXPORTED Object : public virtual RefCount {
+public:
+    Object() noexcept = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+
+    static void* operator new(std::size_t size) noexcept;
+    static void operator delete(void* memory, std::size_t size) noexcept;
+
+    // RefCount
+    GcProxy* gcproxy() noexcept override;
+    void incRef() noexcept override { _count.fetch_add(1, std::memory_order_relaxed); }
+    void decRef() noexcept override
+    {
+        if (_count.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            destroy();
+    }
+    void lockRef() noexcept override { incRef(); }
+    void unlockRef() noexcept override { _count.fetch_sub(1, std::memory_order_acq_rel); }
+    std::size_t counterRef() const noexcept override { return _count.load(std::memory_order_relaxed); }
+    Object* obj() noexcept override { return this; }
+    Ref<String> _dump() const noexcept override;
+    bool _selfTest() const noexcept override;
+    Ref<String> dump() const noexcept override;
+    bool selfTest() const noexcept override;
+
+protected:
+    ~Object() noexcept override = default;
+
+private:
+    friend class GcProxy;
+    void destroy() noexcept;
+    bool incRefIfAlive() noexcept;
+
+    // The count comes last, so that a derived class can use what is left of its word.
+    std::atomic<GcProxy*> _proxy{nullptr};
+    std::atomic<std::uint32_t> _count{0};
+};
+
+// A reference that doesn't keep its object: the raw pointer and the control block.
+template <class T>
+class WeakRef {
+public:
+    WeakRef() noexcept = default;
+    explicit WeakRef(T* object) noexcept : _object(object), _proxy(object ? object->gcproxy() : nullptr)
+    {
+        if (_proxy)
+            _proxy->incWeakRef();
+    }
+    WeakRef(const WeakRef& other) noexcept : _object(other._object), _proxy(other._proxy)
+    {
+        if (_proxy)
+            _proxy->incWeakRef();
+    }
+    WeakRef& operator=(WeakRef other) noexcept
+    {
+        std::swap(_object, other._object);
+        std::swap(_proxy, other._proxy);
+        return *this;
+    }
+    ~WeakRef() noexcept
+    {
+        if (_proxy)
+            _proxy->decWeakRef();
+    }
+
+    // The object, or null when it is gone or was never there.
+    Ref<T> lock() const noexcept
+    {
+        return _proxy && _proxy->lockWeakRef() ? Ref<T>::adopt(_object) : Ref<T>();
+    }
+
+private:
+    T* _object = nullptr;
+    GcProxy* _proxy = nullptr;
+};

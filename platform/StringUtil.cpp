@@ -1,0 +1,29 @@
+#include <platform/StringUtil.h>
+
+Ref<TVector<Ref<String>>> StringUtil::split(const Ref<String>& text, unsigned int separator, std::size_t limit) noexcept
+{
+    if (!text)
+        return nullptr;
+    std::vector<Ref<String>> pieces;
+    for (std::size_t start = 0; start < text->length();) {
+        const bool isLast = limit != 0 && pieces.size() + 1 == limit;
+        const std::size_t end = isLast ? text->length() : text->find(separator, start);
+        if (end > start)
+            pieces.push_back(text->substring(start, end - start));
+        start = end + 1;
+    }
+    return make<TVector<Ref<String>>>(std::move(pieces));
+}
+
+Ref<String> StringUtil::trim(const Ref<String>& text) noexcept
+{
+    if (!text)
+        return nullptr;
+    std::size_t start = 0;
+    std::size_t end = text->length();
+    while (start < end && text->charAt(start) <= ' ')
+        ++start;
+    while (end > start && text->charAt(end - 1) <= ' ')
+        --end;
+    return text->substring(start, end - start);
+}

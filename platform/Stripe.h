@@ -1,0 +1,91 @@
+#pragma once
+
+#include <platform/Error.h>
+#include <platform/Object.h>
+
+// Random-access data as the library sees it. All counts, positions and sizes are in elements.
+
+// A block of memory that a stripe shares with its users.
+class EXPORTED SharedMemory : public virtual RefCount {
+public:
+    virtual void* data() noexcept = 0;
+    // In bytes.
+    virtual std::uint64_t size() const noexcept = 0;
+};
+
+// Names a shared block between the two sides of a stream; all zero when there is none.
+struct SharedHandle {
+    Ref<SharedMemory> memory;
+    std::uint64_t reserved = 0;
+    std::uint64_t counter = 0;
+    std::uint64_t reserved2 = 0;
+    std::uint64_t id = 0;
+};
+
+// Describes a memory area handed to `read` and `write`.
+struct BufferDesc {
+    enum Kind : std::uint32_t { None = 0, Shared = 1, Plain = 2 };
+
+    Kind kind = None;
+    std::uint64_t offset = 0; // in bytes, added to the address
+    void* pointer = nullptr;
+    Ref<RefCount> owner;
+    std::uint64_t shared[4] = {}; // for shared memory: the words of its handle, the id last
+    Ref<SharedMemory> memory;
+
+    static BufferDesc plain(void* area) noexcept
+    {
+        BufferDesc result;
+        result.kind = Plain;
+        result.pointer = area;
+        return result;
+    }
+};
+
+// The timeout that waits without limit, the only one that the library passes.
+constexpr std::uint32_t waitForever = ~std::uint32_t(0);
+
+namespace Interfaces {
+
+class EXPORTED Data : public virtual RefCount {
+public:
+    // The width of one element in bytes.
+    virtual std::uint64_t elementSize() const noexcept = 0;
+    // Give out and take back a shared block. The library itself never creates one.
+    virtual SharedHandle shareOut(Ref<SharedMemory> memory) noexcept;
+    virtual SharedHandle shareIn(SharedHandle handle) noexcept;
+};
+
+class EXPORTED Stream : public virtual Data {
+public:
+    // Move `count` elements between the area and the present position, and return how many were
+    // moved. Anything else than `count` is a failure to the library; the code is the implementer's.
+    virtual std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept = 0;
+    virtual std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept = 0;
+    // Pass over elements; not offered unless overridden: `ErrNotSupported`, 0. The library never
+    // calls these.
+    virtual std::uint64_t skipRead(std::uint64_t count, std::uint32_t timeout) noexcept;
+    virtual std::uint64_t skipWrite(std::uint64_t count, std::uint32_t timeout) noexcept;
+};
+
+class EXPORTED Extent : public virtual RefCount {
+public:
+    virtual std::uint64_t size() const noexcept = 0;
+    // The elements that fit without growing, and those that there can ever be; `size()` unless
+    // overridden. The library never calls these.
+    virtual std::uint64_t capacity() const noexcept;
+    virtual std::uint64_t limit() const noexcept;
+    // Returns the size reached; not offered unless overridden: `ErrNotSupported`, `size()`.
+    virtual std::uint64_t resize(std::uint64_t count) noexcept;
+};
+
+// What an application implements to hand a file to `Document::create`: `elementSize`, `read`,
+// `write`, `size`, `seek` and `tell`. Every operation is `noexcept`.
+class EXPORTED Stripe : public virtual Stream, public virtual Extent {
+public:
+    // Returns the position reached; one other than that asked for is a failure.
+    virtual std::uint64_t seek(std::uint64_t position) noexcept = 0;
+    virtual std::uint64_t tell() const noexcept = 0;
+};
+
+} // namespace Interfaces

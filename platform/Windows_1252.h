@@ -1,0 +1,29 @@
+#pragma once
+
+#include <platform/Object.h>
+
+#include <array>
+
+namespace Libraries::Strings::Encodings::ANSI {
+
+// The code points of the bytes 128 to 159; 0 at the five that Windows-1252 leaves undefined.
+inline constexpr std::array<std::uint32_t, 32> upperControls = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017D, 0,
+    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0, 0x017E, 0x0178,
+};
+
+// The Windows-1252 encoding. The five undefined bytes stand for the code points of the same number,
+// both ways, so that every byte has one code point and survives.
+class EXPORTED Windows_1252 final : public Object {
+public:
+    explicit Windows_1252(bool) noexcept {}
+
+    // The byte of a code point. One without a byte gives its own low 8 bits below 256, else "?".
+    virtual std::uint8_t byte(std::uint32_t codePoint) const noexcept;
+    // The code point of a byte.
+    virtual std::uint32_t codePoint(std::uint8_t byte) const noexcept;
+    // Whether a code point has a byte of its own.
+    static bool hasByte(std::uint32_t codePoint) noexcept;
+};
+
+} // namespace Libraries::Strings::Encodings::ANSI

@@ -1,0 +1,40 @@
+#include <platform/CharReader.h>
+#include <stripes/Convert.h>
+
+#include "../support/LogCapture.h"
+#include "../support/TestStripe.h"
+
+#include <gtest/gtest.h>
+
+using namespace Tests;
+
+TEST(CharReader, linesEndAtEachKindOfTerminatorAndNoFurther)
+{
+    const Ref<TestStripe> stripe = make<TestStripe>("a\rb\r\nc\n\nd\r");
+    const Ref<CharReader> reader = CharReader::create(stripe, 0);
+    const std::pair<const char*, std::uint64_t> lines[] = {{"a", 2}, {"b", 5}, {"c", 7}, {"", 8}, {"d", 10}};
+    for (const auto& [line, behind] : lines) {
+        EXPECT_EQ(plain(reader->readLine()), line);
+        EXPECT_EQ(stripe->position, behind) << line;
+    }
+    EXPECT_FALSE(reader->readLine());
+    stripe->seek(9);
+    EXPECT_EQ(plain(reader->readLine()), "") << "a lone terminator at the end is an empty line";
+    EXPECT_EQ(plain(CharReader::create(make<TestStripe>("last"), 0)->readLine()), "last");
+}
+
+TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
+{
+    EXPECT_FALSE(CharReader::create(make<TestStripe>("abc", Fault{.read = 2}), 0)->readLine());
+    EXPECT_FALSE(CharReader::create(make<TestStripe>("a\rbc", Fault{.read = 2}), 0)->readLine());
+    EXPECT_FALSE(CharReader::create(make<TestStripe>("a\rbc", Fault{.seek = 0}), 0)->readLine());
+}
+
+TEST(CharReader, needsAStripe)
+{
+    using Converter = Libraries::Files::PDF::Utils::Convert<std::uint32_t, std::uint8_t>;
+    const auto byte = [](std::uint32_t c) { return std::uint8_t(c); };
+    const auto element = [](std::uint8_t c) { return std::uint32_t(c); };
+    EXPECT_FALSE(CharReader::create(nullptr, 0));
+    EXPECT_FALSE(CharReader::create(Converter::create(make<TestStripe>("a"), byte, element), 0));
+}

@@ -1,0 +1,87 @@
+#include <platform/Object.h>
+#include <platform/String.h>
+#include <platform/Windows_1252.h>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+class Probe final : public Object {
+public:
+    explicit Probe(int& alive) : _alive(alive) { ++_alive; }
+    ~Probe() noexcept override { --_alive; }
+
+private:
+    int& _alive;
+};
+
+// Hands a reference of itself out while it is built, as a parent does to its children.
+class SelfHanding final : public Object {
+public:
+    explicit SelfHanding(int& alive) : _alive(alive)
+    {
+        lockRef();
+        ++_alive;
+        Ref<Object>(this);
+        unlockRef();
+    }
+    ~SelfHanding() noexcept override { --_alive; }
+
+private:
+    int& _alive;
+};
+
+} // namespace
+
+TEST(Object, livesAsLongAsSomebodyHoldsIt)
+{
+    int alive = 0;
+    Ref<Probe> first = make<Probe>(alive);
+    Ref<Object> second = first;
+    WeakRef<Object> weak(second.get());
+    first = nullptr;
+    EXPECT_EQ(alive, 1);
+    EXPECT_TRUE(weak.lock() == second);
+    second = std::move(first);
+    EXPECT_EQ(alive, 0);
+    EXPECT_FALSE(weak.lock());
+    const Ref<SelfHanding> self = make<SelfHanding>(alive);
+    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(self->counterRef(), 1u);
+}
+
+TEST(Object, weakReferencesRaceWithTheLastStrongOne)
+{
+    for (int round = 0; round < 200; ++round) {
+        int alive = 0;
+        Ref<Probe> strong = make<Probe>(alive);
+        const WeakRef<Probe> weak(strong.get());
+        std::thread other([&weak] {
+            for (int i = 0; i < 20; ++i)
+                if (const Ref<Probe> locked = weak.lock(); locked) {
+                    EXPECT_GE(locked->counterRef(), 1u);
+                }
+        });
+        strong = nullptr;
+        other.join();
+        EXPECT_EQ(alive, 0);
+    }
+}
+
+TEST(Windows1252, everyByteSurvivesAndOtherCharactersAreMarked)
+{
+    const Libraries::Strings::Encodings::ANSI::Windows_1252 encoding(true);
+    for (unsigned byte = 0; byte < 256; ++byte)
+        EXPECT_EQ(encoding.byte(encoding.codePoint(std::uint8_t(byte))), byte);
+    EXPECT_EQ(encoding.codePoint(0x80), 0x20ACu);
+    EXPECT_EQ(encoding.codePoint(0x9F), 0x178u);
+    EXPECT_EQ(encoding.codePoint(0x81), 0x81u) << "undefined bytes stand for their own number";
+    EXPECT_EQ(encoding.byte(0x80), 0x80u) << "below 256 a character without a byte gives its low 8 bits";
+    EXPECT_EQ(encoding.byte(0x141), '?');
+    EXPECT_FALSE(encoding.hasByte(0x80));
+    EXPECT_FALSE(encoding.hasByte(0x141));
+    EXPECT_TRUE(encoding.hasByte(0x81));
+    EXPECT_TRUE(encoding.hasByte(0x20AC));
+}

@@ -1,0 +1,70 @@
+#include <platform/Reporter.h>
+
+#include "../support/LogCapture.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <thread>
+
+using namespace Tests;
+
+namespace {
+
+const Reporter reporter("PDF");
+
+} // namespace
+
+TEST(SysLog, aLineShowsNumbersInBothBasesAndIsWrittenBeforeTheCode)
+{
+    const LogCapture log;
+    std::uint32_t codeSeen = 1;
+    Error::set(0);
+    SysLogStream::setSink([&codeSeen](std::size_t, Ref<::String>) {
+        codeSeen = Error::get();
+        Error::set(99); // a sink may use the library
+    });
+    const bool result = reporter.fail(ErrNoValue, "x");
+    EXPECT_FALSE(result);
+    EXPECT_EQ(codeSeen, 0u);
+    EXPECT_EQ(Error::get(), std::uint32_t(ErrNoValue));
+
+    LogCapture again;
+    const Ref<::String> text = ::String::create("text");
+    reporter.line("a ", 26, ", ", std::uint64_t(-1), " ", -1, " ", text, " ", ErrBadHeader, Ref<::String>());
+    EXPECT_EQ(again.take(),
+        std::vector<std::string>{"a 1Ah (26), FFFFFFFFFFFFFFFFh (18446744073709551615) FFFFFFFFFFFFFFFFh (-1) "
+                                 "text 501h (1281)"});
+}
+
+TEST(SysLog, filtersAndLevelsDecide)
+{
+    EXPECT_FALSE(SysLogFilter::state(0));
+    SysLogFilter::enable("not yet registered", true);
+    EXPECT_TRUE(SysLogFilter::state(0)) << "filter 0 is on as soon as any is";
+    EXPECT_TRUE(SysLogFilter::state(SysLogFilter::reg("not yet registered")));
+    EXPECT_FALSE(SysLogFilter::state(SysLogFilter::reg("another")));
+    SysLogFilter::enable("not yet registered", false);
+    EXPECT_FALSE(SysLogFilter::state(0));
+
+    LogCapture log("PDF", 3);
+    reporter.information("too low");
+    reporter.oddity("odd");
+    reporter.line("failure");
+    EXPECT_EQ(log.take(), (std::vector<std::string>{"odd", "failure"}));
+}
+
+TEST(SysLog, linesOfSeveralThreadsStayWhole)
+{
+    LogCapture log;
+    std::vector<std::thread> threads;
+    for (int id = 0; id < 4; ++id)
+        threads.emplace_back([id] {
+            for (int i = 0; i < 100; ++i)
+                reporter.line("thread ", ::String::create(unsigned('a' + id)), " line");
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(log.lines.size(), 400u);
+    EXPECT_EQ(std::set<std::string>(log.lines.begin(), log.lines.end()).size(), 4u);
+}

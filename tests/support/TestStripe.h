@@ -1,0 +1,93 @@
+#pragma once
+
+#include <platform/Stripe.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Tests {
+
+// Which operation of a stripe fails, counted from 0 over all that it is asked; none by default.
+struct Fault {
+    static constexpr std::uint64_t never = ~std::uint64_t(0);
+    std::uint64_t read = never;
+    std::uint64_t seek = never;
+    std::uint64_t size = never;
+    std::uint64_t write = never;
+};
+
+// A file in memory, one element per byte, that fails on demand and leaves `failureCode` then.
+class TestStripe final : public ::Object, public virtual Interfaces::Stripe {
+public:
+    static constexpr std::uint32_t failureCode = 0x7777;
+
+    explicit TestStripe(const std::string& bytes, Fault fault = {}, std::uint64_t elementSize = 4)
+        : _fault(fault), _elementSize(elementSize)
+    {
+        for (const char byte : bytes)
+            elements.push_back(static_cast<unsigned char>(byte));
+    }
+
+    std::uint64_t elementSize() const noexcept override { return _elementSize; }
+    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        if (_fault.read-- == 0 || position > elements.size())
+            return fail();
+        const std::uint64_t got = std::min<std::uint64_t>(count, elements.size() - position);
+        if (_elementSize == 4)
+            std::copy_n(elements.begin() + long(position), got, static_cast<std::uint32_t*>(area.pointer));
+        else
+            std::copy_n(elements.begin() + long(position), got, static_cast<unsigned char*>(area.pointer));
+        position += got;
+        ++reads;
+        return got;
+    }
+    std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        if (_fault.write-- == 0)
+            return fail();
+        const auto* source = static_cast<const std::uint32_t*>(area.pointer);
+        elements.insert(elements.end(), source, source + count);
+        ++writes;
+        return count;
+    }
+    std::uint64_t size() const noexcept override { return _fault.size-- == 0 ? 0 : elements.size(); }
+    std::uint64_t seek(std::uint64_t to) noexcept override
+    {
+        if (_fault.seek-- == 0)
+            return fail() + ~to;
+        return position = std::min<std::uint64_t>(to, elements.size());
+    }
+    std::uint64_t tell() const noexcept override { return position; }
+
+    // The elements as bytes.
+    std::string bytes() const { return std::string(elements.begin(), elements.end()); }
+
+    std::vector<std::uint32_t> elements;
+    std::uint64_t position = 0;
+    std::uint64_t reads = 0;
+    std::uint64_t writes = 0;
+
+private:
+    static std::uint64_t fail()
+    {
+        Error::set(failureCode);
+        return 0;
+    }
+
+    mutable Fault _fault;
+    const std::uint64_t _elementSize;
+};
+
+// All that a stripe of 4-byte elements holds, each cut to a byte.
+inline std::string bytesOf(const Ref<Interfaces::Stripe>& stripe)
+{
+    std::vector<std::uint32_t> elements(stripe->size());
+    BufferDesc area = BufferDesc::plain(elements.data());
+    stripe->seek(0);
+    elements.resize(stripe->read(area, elements.size(), waitForever));
+    return std::string(elements.begin(), elements.end());
+}
+
+} // namespace Tests
