@@ -1,0 +1,19 @@
+#pragma once
+
+#include <values/Boolean.h>
+#include <values/ValueObj.h>
+
+namespace Libraries::Files::PDF {
+
+class EXPORTED BooleanObj final : public ValueObj, public virtual Boolean {
+public:
+    explicit BooleanObj(bool value) noexcept : ValueObj(kind), _value(value) {}
+
+    // Boolean
+    bool value() const noexcept override { return _value; }
+
+private:
+    const bool _value;
+};
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <values/Dictionary.h>
+#include <values/ValueObj.h>
+
+#include <vector>
+
+namespace Libraries::Files::PDF {
+
+class DictionaryObj final : public ValueObj, public virtual Dictionary {
+public:
+    struct Entry {
+        Ref<::String> key;
+        Ref<Value> value;
+    };
+
+    DictionaryObj() noexcept : ValueObj(kind) {}
+    // A dictionary fresh from a file, which counts as unchanged. The entries come in the order of the
+    // file, with keys and values that aren't null; of those with the same key the last one stays.
+    explicit DictionaryObj(std::vector<Entry> entries) noexcept;
+
+    // Dictionary
+    Ref<TVector<Ref<::String>>> keys() const noexcept override;
+    Ref<Value> find(Ref<::String> key) const noexcept override;
+    bool set(Ref<::String> key, Ref<Value> value) noexcept override;
+    bool changed() const noexcept override;
+
+    // Clears the flag of this dictionary; changes of the values in it still count.
+    void resetChanged() noexcept { _changed = false; }
+
+private:
+    // Where the key stands, or belongs.
+    std::vector<Entry>::iterator place(const ::String& key) noexcept;
+
+    std::vector<Entry> _entries; // ascending by key, no key twice
+    bool _changed = false;
+};
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <values/Value.h>
+
+namespace Libraries::Files::PDF {
+
+// A reference to an indirect object, by number. `Document::object` resolves it. `ObjectRefObj` makes
+// one.
+class EXPORTED ObjectRef : public virtual Value {
+public:
+    static constexpr Type kind = Type::ObjectRef;
+    static constexpr const char* kindName = "ObjectRef";
+
+    virtual std::uint32_t id() const noexcept = 0;
+    virtual std::uint16_t generation() const noexcept = 0;
+
+    // Value
+    Ref<::String> asText() const noexcept override; // "12 (0)"
+    bool equal(Ref<Value> other) const noexcept override; // the numbers; neither side is resolved
+};
+
+// The text of an id and a generation, "12 (0)", by which log lines name objects.
+Ref<::String> referenceText(std::uint32_t id, std::uint16_t generation) noexcept;
+
+} // namespace Libraries::Files::PDF

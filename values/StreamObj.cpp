@@ -1,0 +1,65 @@
+#include <values/StreamObj.h>
+
+#include <platform/StrConv.h>
+#include <values/Dictionary.h>
+#include <values/Name.h>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+constexpr std::uint64_t noOffset = ~std::uint64_t(0);
+
+} // namespace
+
+Ref<::String> Stream::asText() const noexcept
+{
+    const Ref<::String> offset = strmOfs() == noOffset ? ::String::create("-1") : StrConv::str(strmOfs());
+    const Ref<Dictionary> dictionary = dict();
+    return ::String::create("@")->concat(offset)->concat(" ")->concat(dictionary ? dictionary->asText() : nullptr);
+}
+
+// Deliberate: no stream is equal to anything, so that a merge of resources never takes one for another.
+bool Stream::equal(Ref<Value>) const noexcept
+{
+    return false;
+}
+
+StreamObj::StreamObj(Ref<Dictionary> dict, std::uint64_t offset) noexcept
+    : ValueObj(kind), _dict(std::move(dict)), _offset(offset)
+{
+}
+
+StreamObj::StreamObj(Ref<Dictionary> dict, Ref<Interfaces::Stripe> data) noexcept
+    : ValueObj(kind), _dict(std::move(dict)), _data(std::move(data)), _offset(noOffset)
+{
+}
+
+StreamObj::~StreamObj() noexcept = default;
+
+Ref<Dictionary> StreamObj::dict() const noexcept
+{
+    return _dict;
+}
+
+Compression StreamObj::compression() const noexcept
+{
+    if (!_dict)
+        return Compression::Unknown;
+    const Ref<Value> filter = _dict->find(::String::create("Filter"));
+    if (!filter)
+        return Compression::None;
+    const Ref<Name> name = filter.cast<Name>();
+    if (!name)
+        return Compression::Unknown;
+    // Deliberate: a filter of another name reads as none, so `Unknown` stands for no name at all.
+    return name->value() && name->value()->equals("FlateDecode") ? Compression::Flate : Compression::None;
+}
+
+void StreamObj::strmData(Ref<Interfaces::Stripe> data) noexcept
+{
+    _data = std::move(data);
+    _changed = true;
+}
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <platform/Stripe.h>
+#include <values/Stream.h>
+#include <values/ValueObj.h>
+
+namespace Libraries::Files::PDF {
+
+// The stream as the document holds it. Unlike the other implementations it is there for applications
+// too: data is attached through it. No operation touches the dictionary: `Length` and `Filter` are
+// the caller's work, or that of `Document::setStreamData`.
+class EXPORTED StreamObj final : public ValueObj, public virtual Stream {
+public:
+    // A stream whose data lies in the document's file. `dict` must not be null.
+    StreamObj(Ref<Dictionary> dict, std::uint64_t offset) noexcept;
+    // A stream with its data in hand, stored as its dictionary says. This is no change.
+    StreamObj(Ref<Dictionary> dict, Ref<Interfaces::Stripe> data) noexcept;
+    ~StreamObj() noexcept override;
+
+    // Stream
+    std::uint64_t strmOfs() const noexcept override { return _offset; }
+    Ref<Dictionary> dict() const noexcept override;
+    Compression compression() const noexcept override;
+    bool changed() const noexcept override { return _changed; } // the dictionary's state doesn't count
+
+    // The data held; null when it is only in the file. Ask for this first and for the offset after.
+    Ref<Interfaces::Stripe> strmData() const noexcept { return _data; }
+    // Replaces the data held, and counts as a change; null leaves the stream without any.
+    void strmData(Ref<Interfaces::Stripe> data) noexcept;
+    // Forgets that the data was changed.
+    void resetChanged() noexcept { _changed = false; }
+
+private:
+    const Ref<Dictionary> _dict;
+    Ref<Interfaces::Stripe> _data;
+    const std::uint64_t _offset;
+    bool _changed = false;
+};
+
+} // namespace Libraries::Files::PDF

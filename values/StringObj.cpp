@@ -1,0 +1,100 @@
+#include <values/StringObj.h>
+
+#include <platform/Reporter.h>
+#include <platform/StringPrinter.h>
+
+#include <vector>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+constexpr unsigned int highestAscii = 127;
+constexpr unsigned short byteOrderMark = 0xFEFF;
+
+bool isAscii(const ::String& text)
+{
+    bool result = true;
+    text.forEach([&result](unsigned int c) { result = result && c <= highestAscii; });
+    return result;
+}
+
+Ref<TConstArray<std::uint8_t>> toBigEndianUtf16(const ::String& text)
+{
+    std::size_t length = 0;
+    unsigned short* units = text.toUtf16(&length);
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(2 * (length + 1));
+    const auto add = [&bytes](unsigned short unit) {
+        bytes.push_back(static_cast<std::uint8_t>(unit >> 8));
+        bytes.push_back(static_cast<std::uint8_t>(unit));
+    };
+    add(byteOrderMark);
+    for (std::size_t i = 0; i < length; ++i)
+        add(units[i]);
+    Heap::free(units, Heap::Array, __builtin_return_address(0));
+    return TConstArray<std::uint8_t>::create(bytes.data(), bytes.size());
+}
+
+// The 16-bit units behind the byte order mark.
+Ref<::String> fromUtf16(const TConstArray<std::uint8_t>& bytes, bool isBigEndian)
+{
+    std::vector<unsigned short> units;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const unsigned first = bytes.data()[i];
+        const unsigned second = bytes.data()[i + 1];
+        units.push_back(static_cast<unsigned short>(isBigEndian ? first << 8 | second : second << 8 | first));
+    }
+    return ::String::create(units.data(), 0, units.size());
+}
+
+} // namespace
+
+Ref<String> String::create(Ref<::String> text) noexcept
+{
+    if (!text)
+        return refuse(ErrNullArgument);
+    if (isAscii(*text))
+        return make<StringObj>(std::move(text));
+    return make<StringObj>(toBigEndianUtf16(*text));
+}
+
+Ref<String> String::create(Ref<TConstArray<std::uint8_t>> bytes) noexcept
+{
+    if (!bytes)
+        return refuse(ErrNullArgument);
+    return make<StringObj>(std::move(bytes));
+}
+
+Ref<::String> String::asText() const noexcept
+{
+    if (Ref<::String> text = value())
+        return text;
+    const Ref<TConstArray<std::uint8_t>> bytes = data();
+    if (!bytes)
+        return refuse(ErrNoResource);
+    const std::uint8_t* first = bytes->data();
+    if (bytes->size() % 2 == 0 && first[0] == 0xFF && first[1] == 0xFE)
+        return fromUtf16(*bytes, false);
+    if (bytes->size() % 2 == 0 && first[0] == 0xFE && first[1] == 0xFF)
+        return fromUtf16(*bytes, true);
+    const Ref<StringPrinter> printer = StringPrinter::create();
+    for (std::size_t i = 0; i < bytes->size(); ++i)
+        printer->hex().width(2).print(first[i]);
+    return printer->take();
+}
+
+bool String::equal(Ref<Value> other) const noexcept
+{
+    const Ref<String> string = valueAs<String>(other);
+    if (!string)
+        return false;
+    if (const Ref<::String> text = value(), otherText = string->value(); text && otherText)
+        return text->equals(otherText);
+    const Ref<TConstArray<std::uint8_t>> bytes = data();
+    const Ref<TConstArray<std::uint8_t>> otherBytes = string->data();
+    return bytes && otherBytes && bytes->size() == otherBytes->size()
+        && Mem::equal(bytes->data(), otherBytes->data(), bytes->size());
+}
+
+} // namespace Libraries::Files::PDF
