@@ -1,0 +1,551 @@
+#include <document/ValueParser.h>
+
+#include <document/Report.h>
+#include <document/Syntax.h>
+#include <platform/StrConv.h>
+#include <platform/StringUtil.h>
+#include <values/ArrayObj.h>
+#include <values/BooleanObj.h>
+#include <values/DictionaryObj.h>
+#include <values/NameObj.h>
+#include <values/NullObj.h>
+#include <values/NumberObj.h>
+#include <values/ObjectRefObj.h>
+#include <values/StreamObj.h>
+#include <values/StringObj.h>
+
+// The grammar, as this reader takes it. White space is every character below 33.
+//
+//   object      number " " number " obj" [" " value on the same line]  line end  value
+//   value       hexadecimal | dictionary [stream] | literal | name | array | word
+//   word        "true" | "false" | integer | integer "." integer
+//   list        what stands between "[" and "]", or between "<<" and ">>": comments, hexadecimal,
+//               dictionary, name, literal, array, and words, of which "null" is one and "R" makes a
+//               reference of the two numbers before it
+//   stream      "stream" [line end], behind the dictionary of an object; the data is not read
+//
+// A word of an object ends at white space only, and one of a list also at "%", "/", ")"'s like "]" and
+// ">>". The two readers of values, `readValue` and `readValueList`, look alike and deliberately differ:
+// comments, "null" and references exist in lists alone, and only an object may have white space
+// between "<" and the first digit of a hexadecimal string. "endobj" and "endstream" are never looked at.
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+bool isHexDigit(std::uint32_t c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+
+bool isOctalDigit(std::uint32_t c)
+{
+    return c >= '0' && c <= '7';
+}
+
+// The value of a digit for which `isHexDigit` holds.
+unsigned digitValue(std::uint32_t c)
+{
+    return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10;
+}
+
+bool endsName(std::uint32_t c)
+{
+    switch (c) {
+    case '%': case '(': case ')': case '/': case '<': case '>': case '[': case ']': case '{': case '}':
+        return true;
+    default:
+        return Syntax::isSpace(c);
+    }
+}
+
+// The number that a word makes; null when it is none. The text before a point and that behind it are
+// each a whole number, sign and all, and either may be empty.
+Ref<ValueObj> numberOf(std::u32string_view word)
+{
+    const std::size_t point = word.find(U'.');
+    long long whole = 0;
+    long long fraction = 0;
+    if (!StrConv::num(word.substr(0, point), &whole))
+        return nullptr;
+    if (point != word.npos && !StrConv::num(word.substr(point + 1), &fraction))
+        return nullptr;
+    return make<NumberObj>(whole, static_cast<std::uint64_t>(fraction));
+}
+
+const char* invalidNumber(std::u32string_view word)
+{
+    return word.find(U'.') == word.npos ? "Invalid integer value " : "Invalid real value ";
+}
+
+// The octal digits of an escape, up to three of them.
+class Octal {
+public:
+    // Begins with the first digit; false when `c` is none.
+    bool begin(std::uint32_t c) noexcept
+    {
+        if (!isOctalDigit(c))
+            return false;
+        _value = digitValue(c);
+        _digits = 1;
+        return true;
+    }
+    // Adds a digit, if some are pending and `c` is one more.
+    bool take(std::uint32_t c) noexcept
+    {
+        if (_digits == 0 || _digits == 3 || !isOctalDigit(c))
+            return false;
+        _value = _value << 3 | digitValue(c);
+        ++_digits;
+        return true;
+    }
+    // Adds the character of the pending digits, of which the low 8 bits count.
+    void endInto(std::u32string& text) noexcept
+    {
+        if (_digits != 0)
+            text += char32_t(Syntax::characterOfByte(_value & 0xFF));
+        _digits = 0;
+    }
+
+private:
+    unsigned _value = 0;
+    unsigned _digits = 0;
+};
+
+// Adds what a character stands for behind a backslash; false when it stands for nothing.
+bool addEscaped(std::u32string& text, std::uint32_t c)
+{
+    switch (c) {
+    case '(': case ')': text += char32_t(c); return true;
+    case 'b': text += Syntax::backspace; return true;
+    case 'f': text += Syntax::formFeed; return true;
+    case 'n': text += Syntax::lineFeed; return true;
+    case 'r': text += Syntax::carriageReturn; return true;
+    case 't': text += Syntax::tab; return true;
+    default: return false;
+    }
+}
+
+// The string of the bytes. Deliberate: a last digit without a second one gets a "0" behind it, and the
+// two are read as a decimal number, so "5" is the byte 50 and "A" is refused.
+Ref<ValueObj> endHexString(std::vector<std::uint8_t> bytes, std::uint32_t pending)
+{
+    if (pending > '9')
+        return report.line(
+            "Failed to convert string to hexadecimal value: ", ::String::create(pending)->append('0'));
+    if (pending)
+        bytes.push_back(static_cast<std::uint8_t>(digitValue(pending) * 10));
+    return make<StringObj>(TConstArray<std::uint8_t>::create(bytes.data(), bytes.size()));
+}
+
+// Counts one more array or dictionary for as long as it is read.
+class Nesting {
+public:
+    explicit Nesting(unsigned& depth) noexcept : _depth(++depth) {}
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+    ~Nesting() noexcept { --_depth; }
+
+    bool isTooDeep(std::uint64_t position) const noexcept
+    {
+        if (_depth > Syntax::deepestNesting)
+            report.line("Values are nested too deeply; offset: ", position);
+        return _depth > Syntax::deepestNesting;
+    }
+
+private:
+    unsigned& _depth;
+};
+
+} // namespace
+
+bool ValueParser::next(std::uint32_t& c) noexcept
+{
+    BufferDesc area = BufferDesc::plain(&c);
+    return _stripe.read(area, 1, waitForever) == 1;
+}
+
+bool ValueParser::giveBack(std::uint64_t count) noexcept
+{
+    const std::uint64_t position = here() - count;
+    return _stripe.seek(position) == position;
+}
+
+// Seeks to `offset`, and leaves the stripe behind what the value took.
+Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
+{
+    if (_stripe.seek(offset) != offset)
+        return nullptr;
+    const Ref<::String> line = _lines.readLine();
+    if (!line || line->isEmpty())
+        return nullptr;
+    const Ref<TVector<Ref<::String>>> pieces = StringUtil::split(line, ' ', 0);
+    if (pieces->size() < 3 || !pieces->get(2)->equals(Syntax::objectKeyword))
+        return nullptr;
+    unsigned gotId = 0;
+    if (!StrConv::num(pieces->get(0), &gotId, nullptr))
+        return report.line("Object id is invalid: ", pieces->get(0), "; offset: ", offset);
+    unsigned gotGeneration = 0;
+    if (!StrConv::num(pieces->get(1), &gotGeneration, nullptr) || gotGeneration > Syntax::highestGeneration)
+        return report.line("Object generation is invalid: ", pieces->get(1), "; offset: ", offset);
+    if (gotId != id)
+        return report.line("ID for object at ", offset, " differs; expected ", id, ", but got ", gotId);
+    if (gotGeneration != generation)
+        return report.line(
+            "Generation for object at ", offset, " differs; expected ", generation, ", but got ", gotGeneration);
+    if (pieces->size() > 3) {
+        // Deliberate: the piece is looked for from the start of the line, so one that also stands in
+        // the header is found there.
+        const std::uint64_t valueOffset = offset + line->find(pieces->get(3), 0);
+        if (_stripe.seek(valueOffset) != valueOffset)
+            return nullptr;
+    }
+    const Ref<Value> value = readValue();
+    if (!value)
+        return report.line("Failed to read value of object ", id, " at ", offset);
+    return make<ObjectObj>(id, static_cast<std::uint16_t>(generation), value);
+}
+
+// Starts behind the object header. A word leaves the stripe behind the white space that ended it.
+Ref<Value> ValueParser::readValue() noexcept
+{
+    std::u32string word;
+    std::uint32_t previous = 0; // white space leaves it as it is
+    std::uint32_t c = 0;
+    while (next(c)) {
+        if (Syntax::isSpace(c)) {
+            if (!word.empty())
+                return readTopWord(word);
+            continue;
+        }
+        const std::uint64_t position = here();
+        if (previous == '<' && isHexDigit(c)) {
+            const Ref<ValueObj> string = readHexString(c);
+            return string ? Ref<Value>(string)
+                          : report.line("Failed to read hex string in object at ", position - 1);
+        }
+        if (previous == '<' && c == '<')
+            return giveBack(2) ? readDictionaryOrStream() : nullptr;
+        Ref<ValueObj> value;
+        switch (c) {
+        case '<':
+            break;
+        case '(':
+            value = readLiteralString();
+            return value ? Ref<Value>(value) : report.line("Failed to read string in object at ", position);
+        case '/':
+            value = readName();
+            return value ? Ref<Value>(value) : report.line("Failed to read identifer in object at ", position);
+        case '[':
+            value = readArray();
+            return value ? Ref<Value>(value) : report.line("Failed to read array in object at ", position);
+        default:
+            word += char32_t(c);
+        }
+        previous = c;
+    }
+    return nullptr;
+}
+
+// The value of a word that ended just before the present place. Deliberately neither "null" nor a
+// reference: the first is refused, of the second the number is read and the rest left alone.
+Ref<Value> ValueParser::readTopWord(const std::u32string& word) noexcept
+{
+    if (word == U"true" || word == U"false")
+        return make<BooleanObj>(word == U"true");
+    const Ref<ValueObj> number = numberOf(word);
+    if (!number)
+        return report.line(
+            invalidNumber(word), ::String::create(word), " in object; offset: ", here() - 1 - word.size());
+    return number;
+}
+
+// Starts before "<<".
+Ref<Value> ValueParser::readDictionaryOrStream() noexcept
+{
+    const std::uint64_t position = here();
+    const Ref<Dictionary> dictionary = readDictionary();
+    if (!dictionary)
+        return report.line("Failed to read dictionary in object at ", position);
+    Ref<Value> value = readStreamTail(dictionary);
+    if (!value)
+        return report.line("Failed to read stream in object at ", position);
+    return value;
+}
+
+// Starts before "<<", or before anything that comes before it, and ends behind ">>".
+Ref<DictionaryObj> ValueParser::readDictionary() noexcept
+{
+    const std::uint64_t position = here();
+    const Nesting nesting(_depth);
+    if (nesting.isTooDeep(position))
+        return nullptr;
+    std::uint32_t previous = 0;
+    std::uint32_t c = 0;
+    do {
+        previous = c;
+        if (!next(c))
+            return nullptr;
+    } while (c != '<' || previous != '<');
+    Values values;
+    return readValueList(values, ListEnd::Dictionary) ? makeDictionary(values, position) : nullptr;
+}
+
+Ref<DictionaryObj> ValueParser::makeDictionary(Values& values, std::uint64_t position) noexcept
+{
+    if (values.size() % 2 != 0)
+        return report.line("Uneven number of values in dictionary: ", values.size(), "; offset: ", position);
+    std::vector<DictionaryObj::Entry> entries;
+    entries.reserve(values.size() / 2);
+    for (std::size_t i = 0; i < values.size(); i += 2) {
+        if (values[i]->type() != Value::Type::Name)
+            return report.line("Expected identifier in dictionary at ", position);
+        entries.push_back({static_cast<const NameObj&>(*values[i]).value(), std::move(values[i + 1])});
+    }
+    return make<DictionaryObj>(std::move(entries));
+}
+
+// Starts behind "[", ends behind "]".
+Ref<ValueObj> ValueParser::readArray() noexcept
+{
+    const Nesting nesting(_depth);
+    Values values;
+    if (nesting.isTooDeep(here()) || !readValueList(values, ListEnd::Array))
+        return nullptr;
+    return make<ArrayObj>(
+        std::vector<Ref<Value>>(std::make_move_iterator(values.begin()), std::make_move_iterator(values.end())));
+}
+
+// Starts behind ">>" of an object's dictionary. The six characters that come next decide, whatever
+// white space stands between them; they are "endobj" when there is no stream.
+Ref<Value> ValueParser::readStreamTail(Ref<Dictionary> dictionary) noexcept
+{
+    constexpr std::u32string_view keyword = U"stream";
+    std::u32string word;
+    std::uint32_t c = 0;
+    while (word.size() < keyword.size()) {
+        if (!next(c))
+            return nullptr;
+        if (!Syntax::isSpace(c))
+            word += char32_t(c);
+    }
+    if (word != keyword)
+        return dictionary;
+    std::uint64_t offset = 0;
+    if (!readStreamStart(offset))
+        return nullptr;
+    return make<StreamObj>(std::move(dictionary), offset);
+}
+
+// Starts behind "stream". The data begins behind one line ending, if there is one.
+bool ValueParser::readStreamStart(std::uint64_t& offset) noexcept
+{
+    offset = here();
+    std::uint32_t c = 0;
+    if (!next(c))
+        return false;
+    if (c == Syntax::lineFeed)
+        offset += 1;
+    if (c != Syntax::carriageReturn)
+        return true;
+    if (!next(c))
+        return false;
+    offset += c == Syntax::lineFeed ? 2 : 1;
+    return true;
+}
+
+// Starts behind "[" or "<<", ends behind "]" or ">>".
+bool ValueParser::readValueList(Values& out, ListEnd end) noexcept
+{
+    std::u32string word;
+    std::uint32_t previous = 0; // behind a nested value still the one that opened it, deliberately
+    bool isComment = false;
+    for (std::uint32_t c = 0; next(c); previous = c) {
+        if (isComment) {
+            isComment = !Syntax::isLineEnd(c);
+        } else if (Syntax::isSpace(c)) {
+            if (!endWord(out, word, 1))
+                return false;
+        } else if (c == '%') {
+            if (!endWord(out, word, 1))
+                return false;
+            isComment = true;
+        } else if (c == '/') {
+            if (!endWord(out, word, 1) || !readNested(out, c, previous))
+                return false;
+        } else if (c == '<' || c == '(' || c == '[' || (previous == '<' && isHexDigit(c))) {
+            // A pending word is not ended by these, and goes on behind them.
+            if (!readNested(out, c, previous))
+                return false;
+        } else if (end == ListEnd::Dictionary && c == '>' && previous == '>') {
+            word.pop_back();
+            return endWord(out, word, 2);
+        } else if (end == ListEnd::Array && c == ']') {
+            return endWord(out, word, 1);
+        } else {
+            word += char32_t(c);
+        }
+    }
+    return false;
+}
+
+// Starts behind `opener`, which opens a value, or is the first "<" and says nothing yet.
+bool ValueParser::readNested(Values& out, std::uint32_t opener, std::uint32_t previous) noexcept
+{
+    if (opener == '<' && previous != '<')
+        return true;
+    std::uint64_t position = here();
+    Ref<ValueObj> value;
+    const char* message = "Failed to read hex string in value list at offset ";
+    switch (opener) {
+    case '/':
+        message = "Failed to read identifier in array at ";
+        value = readName();
+        break;
+    case '(':
+        message = "Failed to read string in array at offset ";
+        value = readLiteralString();
+        break;
+    case '[':
+        message = "Failed to read array in array at offset ";
+        value = readArray();
+        break;
+    case '<':
+        message = "Failed to read dictionary in array at offset ";
+        position -= 2;
+        if (!giveBack(2))
+            return false;
+        value = readDictionary();
+        break;
+    default:
+        position -= 1;
+        value = readHexString(opener);
+    }
+    if (!value)
+        return report.line(message, position);
+    out.push_back(std::move(value));
+    return true;
+}
+
+// Adds the pending word, if there is one, which ended `charactersBehind` before the present place.
+bool ValueParser::endWord(Values& out, std::u32string& word, std::uint64_t charactersBehind) noexcept
+{
+    if (word.empty())
+        return true;
+    const bool isAdded = addToken(out, word, charactersBehind);
+    word.clear();
+    return isAdded;
+}
+
+bool ValueParser::addToken(Values& out, std::u32string_view token, std::uint64_t charactersBehind) noexcept
+{
+    if (token == U"R")
+        return addReference(out, here() - charactersBehind);
+    if (token == U"true" || token == U"false") {
+        out.push_back(make<BooleanObj>(token == U"true"));
+        return true;
+    }
+    if (token == U"null") {
+        out.push_back(make<NullObj>());
+        return true;
+    }
+    Ref<ValueObj> number = numberOf(token);
+    if (!number)
+        return report.line(invalidNumber(token), ::String::create(token), " in value list; offset: ",
+            here() - charactersBehind - token.size());
+    out.push_back(std::move(number));
+    return true;
+}
+
+// Makes a reference of the last two values.
+bool ValueParser::addReference(Values& out, std::uint64_t position) noexcept
+{
+    // Deliberate: the limits are those of the signed parts, so a negative number passes and is cut.
+    const auto isWhole = [](const Ref<ValueObj>& value, std::int64_t limit) {
+        if (value->type() != Value::Type::Number)
+            return false;
+        const auto& number = static_cast<const NumberObj&>(*value);
+        return number.intPart() <= limit && number.fracPart() == 0;
+    };
+    const std::size_t count = out.size();
+    if (count < 2 || !isWhole(out[count - 1], Syntax::highestGeneration) || !isWhole(out[count - 2], 0xFFFFFFFF))
+        return report.line("Invalid object reference in array before ", position);
+    const auto id = static_cast<std::uint32_t>(static_cast<const NumberObj&>(*out[count - 2]).intPart());
+    const auto generation = static_cast<std::uint16_t>(static_cast<const NumberObj&>(*out[count - 1]).intPart());
+    out.resize(count - 2);
+    out.push_back(make<ObjectRefObj>(id, generation));
+    return true;
+}
+
+// Starts behind "/", ends before the character that ends the name, or, at the end of the stripe, before
+// the last one. The name is taken as it stands: "#" sequences aren't decoded.
+Ref<ValueObj> ValueParser::readName() noexcept
+{
+    std::u32string name;
+    std::uint32_t c = 0;
+    bool isRead = next(c);
+    for (; isRead && !endsName(c); isRead = next(c))
+        name += char32_t(c);
+    const bool isFailure = !isRead && here() < _stripe.size();
+    if (isFailure || !giveBack(1) || name.empty())
+        return nullptr;
+    return make<NameObj>(::String::create(name));
+}
+
+// Starts behind "(", ends behind the ")" that closes it.
+Ref<ValueObj> ValueParser::readLiteralString() noexcept
+{
+    std::u32string text;
+    std::uint64_t depth = 0;
+    Octal octal;
+    bool isEscape = false;
+    bool isBehindCarriageReturn = false; // of a line continuation
+    for (std::uint32_t c = 0; next(c);) {
+        if (Syntax::isLineEnd(c)) {
+            if (!isEscape && !(c == Syntax::lineFeed && isBehindCarriageReturn))
+                return nullptr;
+            isBehindCarriageReturn = c == Syntax::carriageReturn;
+            isEscape = false;
+            continue;
+        }
+        isBehindCarriageReturn = false;
+        if (octal.take(c))
+            continue;
+        octal.endInto(text);
+        if (c == '\\') {
+            // Deliberate: the second of two is lost, and what follows it is still escaped.
+            isEscape = true;
+        } else if (isEscape) {
+            isEscape = false;
+            if (!octal.begin(c) && !addEscaped(text, c))
+                return report.line("Invalid escape character ", c, " at offset ", here() - 1);
+        } else if (c == ')' && depth == 0) {
+            return make<StringObj>(::String::create(text));
+        } else {
+            depth += c == '(' ? 1 : 0;
+            depth -= c == ')' ? 1 : 0;
+            text += char32_t(Syntax::characterOfByte(c & 0xFF));
+        }
+    }
+    return nullptr;
+}
+
+// Starts behind the first digit, ends behind ">". What is no digit is passed over.
+Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
+{
+    std::vector<std::uint8_t> bytes;
+    std::uint32_t pending = firstDigit; // 0 for none
+    std::uint32_t c = 0;
+    while (next(c)) {
+        if (c == '>')
+            return endHexString(std::move(bytes), pending);
+        if (!isHexDigit(c))
+            continue;
+        if (pending)
+            bytes.push_back(static_cast<std::uint8_t>(digitValue(pending) << 4 | digitValue(c)));
+        pending = pending ? 0 : c;
+    }
+    return nullptr;
+}
+
+} // namespace Libraries::Files::PDF

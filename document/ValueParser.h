@@ -1,0 +1,60 @@
+#pragma once
+
+#include <platform/CharReader.h>
+#include <values/ObjectObj.h>
+#include <values/ValueObj.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Libraries::Files::PDF {
+
+class Dictionary;
+class DictionaryObj;
+
+// Reads indirect objects and the values in them from a stripe, one element at a time. Every reading
+// starts at the stripe's present place and leaves it behind what it consumed. A failure is null or
+// false with a line at each level; the codes are the caller's. The grammar stands in the source.
+class ValueParser {
+public:
+    // Both must outlive the parser; `lines` reads the stripe.
+    ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept : _stripe(stripe), _lines(lines) {}
+
+    // The object at `offset`, whose header must show this id and generation.
+    Ref<Object> readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
+    // The dictionary that follows, wherever its "<<" stands.
+    Ref<DictionaryObj> readDictionary() noexcept;
+    // The single value of an indirect object.
+    Ref<Value> readValue() noexcept;
+
+private:
+    using Values = std::vector<Ref<ValueObj>>;
+    enum class ListEnd { Array, Dictionary };
+
+    // The stripe: the next element, giving some back, the present place.
+    bool next(std::uint32_t& c) noexcept;
+    bool giveBack(std::uint64_t count) noexcept;
+    std::uint64_t here() const noexcept { return _stripe.tell(); }
+
+    Ref<Value> readTopWord(const std::u32string& word) noexcept;
+    Ref<Value> readDictionaryOrStream() noexcept;
+    bool readValueList(Values& out, ListEnd end) noexcept;
+    bool readNested(Values& out, std::uint32_t opener, std::uint32_t previous) noexcept;
+    bool endWord(Values& out, std::u32string& word, std::uint64_t charactersBehind) noexcept;
+    bool addToken(Values& out, std::u32string_view token, std::uint64_t charactersBehind) noexcept;
+    bool addReference(Values& out, std::uint64_t position) noexcept;
+    Ref<DictionaryObj> makeDictionary(Values& values, std::uint64_t position) noexcept;
+    Ref<ValueObj> readArray() noexcept;
+    Ref<Value> readStreamTail(Ref<Dictionary> dictionary) noexcept;
+    bool readStreamStart(std::uint64_t& offset) noexcept;
+    Ref<ValueObj> readName() noexcept;
+    Ref<ValueObj> readLiteralString() noexcept;
+    Ref<ValueObj> readHexString(std::uint32_t firstDigit) noexcept;
+
+    Interfaces::Stripe& _stripe;
+    CharReader& _lines;
+    unsigned _depth = 0; // of the arrays and dictionaries that are being read
+};
+
+} // namespace Libraries::Files::PDF

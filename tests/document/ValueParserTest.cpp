@@ -1,0 +1,206 @@
+#include <document/ValueParser.h>
+
+#include "../support/LogCapture.h"
+#include "../support/PdfText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Tests;
+
+namespace {
+
+constexpr const char* refused = "(refused)";
+
+// What the parser makes of the text of an object's value, in the words of logs.
+std::string parsed(const std::string& value, Fault fault = {})
+{
+    const Ref<TestStripe> stripe = make<TestStripe>(value, fault);
+    const Ref<CharReader> lines = CharReader::create(stripe, 0);
+    const Ref<PDF::Value> result = PDF::ValueParser(*stripe, *lines).readValue();
+    return result ? plain(result->asText()) : refused;
+}
+
+struct Case {
+    const char* rule;
+    std::string value;
+    std::string text;
+};
+
+template <std::size_t count>
+void check(const Case (&cases)[count])
+{
+    for (const Case& c : cases)
+        EXPECT_EQ(parsed(c.value), c.text) << c.rule << ": " << c.value;
+}
+
+} // namespace
+
+TEST(ValueParser, objectsHaveOneValue)
+{
+    const Case cases[] = {
+        {"a number", "42 ", "42.0"},
+        {"a number at the very end is cut off", "42", refused},
+        {"a point without digits", ".5 ", "0.5"},
+        {"a point without digits", "5. ", "5.0"},
+        {"the sign of a zero is lost", "-.5 ", "0.5"},
+        {"leading zeros of a fraction are lost", "1.05 ", "1.5"},
+        {"digits behind the fraction stay", "1.50 ", "1.50"},
+        {"one point only", "1.2.3 ", refused},
+        {"a number has 64 bits", "9223372036854775808 ", refused},
+        {"truth", "true ", "true"},
+        {"null is no value of an object", "null endobj", refused},
+        {"a reference is its first number", "7 0 R ", "7.0"},
+        {"a comment is a word", "% comment\n7 ", refused},
+        {"a comment sign is no end of a word", "7%x ", refused},
+        {"a name", "/A#20B ", "A#20B"},
+        {"an empty name", "/ ", refused},
+        {"a word before a string is dropped", "12(text) ", "text"},
+        {"blanks may stand in an opener", "< \n 48656C> ", "48656C"},
+        {"any character between them ends that", "<x48> ", refused},
+        {"an empty hexadecimal string is a word", "<> ", refused},
+        {"a lone digit is a string too", "< 7 >", "46"},
+        {"control characters are blanks", std::string("\0\x01\x1F", 3) + "7\x02", "7.0"},
+    };
+    check(cases);
+}
+
+TEST(ValueParser, listsHaveTheirOwnRules)
+{
+    const Case cases[] = {
+        {"references", "[1 0 R 2 0 R]", "[1 (0)2 (0) ]"},
+        {"numbers before a reference", "[1 0 2 0 R]", "[1.00.02 (0) ]"},
+        {"a fraction is no id", "[1.5 0 R]", refused},
+        {"nor a generation above 65535", "[1 65536 R]", refused},
+        {"a negative number is cut", "[-1 -1 R]", "[4294967295 (65535) ]"},
+        {"a reference needs two numbers", "[1 R]", refused},
+        {"and numbers at that", "[/A 1 R]", refused},
+        {"words", "[true false null]", "[truefalseNull ]"},
+        {"comments end words and lines end comments", "[1%]\r2%\n3]", "[1.02.03.0 ]"},
+        {"a name ends a word", "[1/A/B]", "[1.0AB ]"},
+        {"a string doesn't", "[12(text)3]", "[text123.0 ]"},
+        {"an array doesn't", "[1[2]3]", "[[2.0 ]13.0 ]"},
+        {"a name ends at the delimiters", "[/A(b)/C<41>/D%x\n/E{ ]", refused},
+        {"a lone bracket is a word of an array", "[ > ]", refused},
+        {"a lone opener is dropped", "[ < 5 ]", "[5.0 ]"},
+        {"a hexadecimal string begins right behind its opener", "[ < 41> ]", refused},
+        {"a dictionary", "[<</A 1>>]", "[<< A -> 1.0 >> ]"},
+        {"dictionaries that touch", "[<</A 1>><</B 2>>]", "[<< A -> 1.0 >><< B -> 2.0 >> ]"},
+        {"a digit behind a dictionary opens a string", "[<</A 1>>41>]", "[<< A -> 1.0 >>41 ]"},
+        {"a digit behind a hexadecimal string doesn't", "[<41>42 ]", "[4142.0 ]"},
+        {"an array without end", "[1 2", refused},
+    };
+    check(cases);
+}
+
+TEST(ValueParser, dictionariesEndAtTwoBrackets)
+{
+    const std::string end = " endobj";
+    const Case cases[] = {
+        {"right behind a word", "<</K 1>>" + end, "<< K -> 1.0 >>"},
+        {"behind a blank", "<< /K 1 >>" + end, "<< K -> 1.0 >>"},
+        {"behind a name", "<</K/V>>" + end, "<< K -> V >>"},
+        {"behind another", "<</K<</L 1>>>>" + end, "<< K -> << L -> 1.0 >> >>"},
+        {"behind a hexadecimal string", "<</K<41>>>" + end, "<< K -> 41 >>"},
+        {"the last of equal keys stays", "<</K 1/K 2>>" + end, "<< K -> 2.0 >>"},
+        {"keys are names", "<<(K) 1>>" + end, refused},
+        {"values come in pairs", "<</K 1/L>>" + end, refused},
+        {"a bracket of arrays is a word", "<</K ]>>" + end, refused},
+        {"a single bracket is part of a word", "<</K 1> >>" + end, refused},
+        {"six more characters must follow", "<< >> endob", refused},
+        {"they may be any", "<< >> xyzxyz", "<< >>"},
+    };
+    check(cases);
+}
+
+TEST(ValueParser, streamDataBeginsBehindOneLineEnding)
+{
+    const Case cases[] = {
+        {"LF", "<< >> stream\nx", "@13 << >>"},
+        {"CR LF", "<< >> stream\r\nx", "@14 << >>"},
+        {"CR", "<< >> stream\rx", "@13 << >>"},
+        {"nothing", "<< >> streamx", "@12 << >>"},
+        {"blanks between the letters", "<< >>\ns t\nr e a m\n", "@18 << >>"},
+        {"nothing at all", "<< >> stream", refused},
+        {"CR at the end", "<< >> stream\r", refused},
+    };
+    check(cases);
+}
+
+TEST(ValueParser, literalStrings)
+{
+    const Case cases[] = {
+        {"parentheses nest", "(a(b)c) ", "a(b)c"},
+        {"and may be escaped", "( a \\) b ) ", " a ) b "},
+        {"escapes", "(\\b\\f\\n\\r\\t\\() ", "\b\f\n\r\t("},
+        {"octal digits, up to three", "(\\101\\1012\\7x) ", "AA2\7x"},
+        {"of which eight bits count", "(\\501) ", "A"},
+        {"octal digits end at an escape", "(\\10\\n) ", "\b\n"},
+        {"the first of two backslashes is lost", "(\\\\n) ", "\n"},
+        {"an unknown escape", "(\\x) ", refused},
+        {"a raw line end", "(a\nb) ", refused},
+        {"a raw line end", "(a\rb) ", refused},
+        {"a continuation", "(a\\\nb\\\rc\\\r\nd) ", "abcd"},
+        {"a second line end behind it", "(a\\\n\nb) ", refused},
+        {"the flag of a CR lives for one character", "(a\\\rb\nc) ", refused},
+        {"the empty string", "() ", ""},
+        {"no end", "(abc", refused},
+        {"raw characters above 159 stay", "(\xE9) ", "\xE9"},
+        {"the undefined ones are 0", "(\x81\\215) ", std::string(2, '\0')},
+        {"the others are those of Windows-1252", "(\x80) ", "\xAC"}, // U+20AC, cut to a byte
+    };
+    check(cases);
+}
+
+TEST(ValueParser, hexadecimalStrings)
+{
+    const Case cases[] = {
+        {"digits of both cases, blanks and others between", "<48 6x5\n6c> ", "48656C"},
+        {"a last digit is read in decimal", "<4> ", "28"},
+        {"a last letter can't be", "<4A5F7b1C2A> ", "4A5F7B1C2A"},
+        {"a last letter can't be", "<A> ", refused},
+        {"no end", "<41", refused},
+        {"more than one buffer", "<" + std::string(1000, '4') + "> ", std::string(1000, '4')},
+    };
+    check(cases);
+}
+
+TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
+{
+    const Ref<TestStripe> stripe = make<TestStripe>("/Name");
+    const Ref<CharReader> lines = CharReader::create(stripe, 0);
+    PDF::ValueParser parser(*stripe, *lines);
+    EXPECT_EQ(plain(parser.readValue()->asText()), "Name");
+    EXPECT_EQ(stripe->position, 4u);
+    EXPECT_EQ(parsed("/Name ", Fault{.read = 3}), refused) << "a failing read is no end";
+    EXPECT_EQ(parsed("/Name ", Fault{.seek = 0}), refused);
+}
+
+TEST(ValueParser, messagesNameThePlaceWhereTheConstructBegins)
+{
+    const std::tuple<std::string, std::vector<std::string>> cases[] = {
+        {"  xyz ", {"Invalid integer value xyz in object; offset: 2h (2)"}},
+        {"x.y ", {"Invalid real value x.y in object; offset: 0h (0)"}},
+        {" (\\x) ", {"Invalid escape character 78h (120) at offset 3h (3)", "Failed to read string in object at 2h (2)"}},
+        {" / ", {"Failed to read identifer in object at 2h (2)"}},
+        {" < A> ", {"Failed to convert string to hexadecimal value: A0", "Failed to read hex string in object at 3h (3)"}},
+        {"[ x]", {"Invalid integer value x in value list; offset: 2h (2)", "Failed to read array in object at 1h (1)"}},
+        {"[ 1 R ]", {"Invalid object reference in array before 5h (5)", "Failed to read array in object at 1h (1)"}},
+        {"[ <A>]", {"Failed to convert string to hexadecimal value: A0",
+                       "Failed to read hex string in value list at offset 3h (3)",
+                       "Failed to read array in object at 1h (1)"}},
+        {"[ [", {"Failed to read array in array at offset 3h (3)", "Failed to read array in object at 1h (1)"}},
+        {"[ (", {"Failed to read string in array at offset 3h (3)", "Failed to read array in object at 1h (1)"}},
+        {"[ / ", {"Failed to read identifier in array at 3h (3)", "Failed to read array in object at 1h (1)"}},
+        {"[ <<1 2>>", {"Expected identifier in dictionary at 2h (2)",
+                          "Failed to read dictionary in array at offset 2h (2)",
+                          "Failed to read array in object at 1h (1)"}},
+        {" <</A 1.x>>", {"Invalid real value 1.x in value list; offset: 6h (6)",
+                            "Failed to read dictionary in object at 1h (1)"}},
+        {" << >>", {"Failed to read stream in object at 1h (1)"}},
+    };
+    LogCapture log;
+    for (const auto& [value, lines] : cases) {
+        EXPECT_EQ(parsed(value), refused) << value;
+        EXPECT_EQ(log.take(), lines) << value;
+    }
+}
