@@ -1,0 +1,135 @@
+#include <document/Document.h>
+
+#include <document/DocumentObj.h>
+#include <document/Keys.h>
+#include <document/Report.h>
+#include <values/Array.h>
+#include <values/Dictionary.h>
+#include <values/Name.h>
+#include <values/ObjectRef.h>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+// What the messages of a typed dictionary say.
+struct TypeWording {
+    const char* type;
+    const char* missing;
+    const char* wrong;
+};
+
+constexpr TypeWording catalogWording{"Catalog", "Root object has no valid Type entry",
+    "Root object Type entry is not of type Catalog. Got: "};
+constexpr TypeWording pagesWording{"Pages", "Pages object has no valid Type entry",
+    "Pages object Type entry is not of type Pages. Got: "};
+
+// Whether the dictionary's `Type` is the one expected.
+bool hasType(const Ref<Dictionary>& dictionary, const TypeWording& wording, std::uint32_t code)
+{
+    const Ref<Name> type = dictionary->findAsName(Keys::type, false);
+    const Ref<::String> text = type ? type->value() : nullptr;
+    if (!text)
+        return report.fail(code, wording.missing);
+    if (!text->equals(wording.type))
+        return report.fail(code, wording.wrong, text);
+    return true;
+}
+
+} // namespace
+
+Ref<Document> Document::create(Ref<Interfaces::Stripe> stripe) noexcept
+{
+    if (!stripe)
+        return refuse(ErrNullArgument);
+    if (stripe->elementSize() != sizeof(std::uint32_t))
+        return refuse(ErrInvalidArgument);
+    Ref<DocumentObj> document = make<DocumentObj>(std::move(stripe));
+    return document->load() ? Ref<Document>(std::move(document)) : nullptr;
+}
+
+Ref<Object> Document::getCatalog() const noexcept
+{
+    const Ref<Dictionary> dictionary = trailer();
+    if (!dictionary)
+        return report.fail(ErrNoTrailerDict, "Document has no root dictionary");
+    const Ref<ObjectRef> reference = dictionary->findAsObjectRef(Keys::root, false);
+    if (!reference)
+        return report.fail(ErrNoRootRef, "Failed to retrieve root object reference");
+    Ref<Object> root = object(reference);
+    if (!root)
+        return report.fail(ErrNoRoot, "Document has no root object");
+    const Ref<Dictionary> catalog = root->valueAsDictionary();
+    if (!catalog)
+        return report.fail(ErrNoRoot, "Failed to retrieve root object dictionary");
+    return hasType(catalog, catalogWording, ErrBadCatalog) ? root : nullptr;
+}
+
+Ref<Object> Document::getPageCatalog() const noexcept
+{
+    const Ref<Object> root = getCatalog();
+    if (!root)
+        return report.fail(ErrNoRoot, "Document has no root object");
+    const Ref<Dictionary> catalog = root->valueAsDictionary();
+    if (!catalog)
+        return report.fail(ErrNoRoot, "Failed to retrieve root object dictionary");
+    const Ref<ObjectRef> reference = catalog->findAsObjectRef(Keys::pages, false);
+    if (!reference)
+        return report.fail(ErrBadCatalog, "Failed to retrieve pages object reference");
+    Ref<Object> pages = object(reference);
+    if (!pages)
+        return report.fail(ErrBadPages, "Failed to retrieve pages object");
+    const Ref<Dictionary> dictionary = pages->valueAsDictionary();
+    if (!dictionary)
+        return report.fail(ErrBadPages, "Failed to retrieve pages object dictionary");
+    return hasType(dictionary, pagesWording, ErrBadPages) ? pages : nullptr;
+}
+
+StackVector<Ref<Object>> Document::getPages() const noexcept
+{
+    const Ref<Object> pages = getPageCatalog();
+    if (!pages)
+        return report.fail(ErrBadPages, "Failed to retrieve pages object");
+    const Ref<Dictionary> dictionary = pages->valueAsDictionary();
+    if (!dictionary)
+        return report.fail(ErrBadPages, "Failed to retrieve pages object dictionary");
+    const Ref<Array> kids = dictionary->findAsArray(Keys::kids, false);
+    if (!kids)
+        return report.fail(ErrBadPages, "Pages object has no valid Kids entry");
+    StackVector<Ref<Object>> result;
+    for (std::uint64_t i = 0; i < kids->size(); ++i) {
+        const Ref<ObjectRef> reference = kids->getAsObjectRef(i);
+        if (!reference)
+            return report.fail(ErrBadPages, "Failed to retrieve pages object's Kids entry object reference ", i);
+        Ref<Object> page = object(reference);
+        if (!page)
+            return report.fail(ErrBadPages, "Failed to resolve page object reference entry ", i);
+        result.push_back(std::move(page));
+    }
+    return result;
+}
+
+Ref<Dictionary> Document::valueAsDict(Ref<Value> value) const noexcept
+{
+    if (!value)
+        return refuse(ErrNullArgument);
+    if (value->type() == Value::Type::ObjectRef) {
+        const Ref<ObjectRef> reference = value.cast<ObjectRef>();
+        if (!reference)
+            return report.fail(ErrBadCast, "Failed to object reference value to ObjectRef");
+        const Ref<Object> resolved = object(reference);
+        if (!resolved)
+            return report.fail(ErrUnresolved, "Failed to resolve object reference");
+        value = resolved->value();
+        if (!value)
+            return report.fail(ErrBadObject, "Value of resolved object is NULL");
+    }
+    if (value->type() != Value::Type::Dictionary)
+        return report.fail(ErrBadObject, "Invalid object type ", value->type());
+    Ref<Dictionary> dictionary = value.cast<Dictionary>();
+    if (!dictionary)
+        return report.fail(ErrBadCast, "Failed to cast dictionary value to Dictionary");
+    return dictionary;
+}
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <platform/Stripe.h>
+#include <platform/TVector.h>
+#include <platform/String.h>
+#include <values/Compression.h>
+
+namespace Libraries::Files::PDF {
+
+class Dictionary;
+class Object;
+class ObjectRef;
+class Stream;
+class Value;
+
+// A PDF file in memory: every indirect object is parsed, only stream data stays in the file and is
+// read on demand. A document lives as long as somebody holds it; there is no close. It belongs to
+// one thread at a time, and so does everything reached through it.
+//
+// Failures are told three times: a log line of the filter "PDF", a code in `Error`, and a null, false
+// or empty result. Where an operation says null or false, it has left a code.
+class EXPORTED Document : public virtual RefCount {
+public:
+    // Opens a file. The stripe has elements of 4 bytes, one per character of the file, its code point
+    // in Windows-1252, and stands at its beginning; it is the document's from then on and kept to the
+    // end. Null when any rule is broken; nothing is repaired or skipped. Codes: `ErrNullArgument` for
+    // null, `ErrInvalidArgument` for elements of another width, then in the order of the reading
+    // `ErrNoHeaderLine`, `ErrBadHeader`, `ErrBadLineEnding`, `ErrNoEofMarker`, `ErrNoStartXref`,
+    // `ErrNoTrailerKeyword`, `ErrBadTrailer`, `ErrBadXref` and `ErrBadObject`.
+    //
+    // What is accepted: one classic cross-reference section of one subsection, the last of the file.
+    // `Prev` and `XRefStm` are not followed, so of an updated file only the newest objects are there;
+    // `Encrypt` has no effect. Values nest up to 500 levels.
+    static Ref<Document> create(Ref<Interfaces::Stripe> stripe) noexcept;
+
+    // 1 to 8 for PDF 1.0 to 1.7, 13 for 2.0; `versionToString` gives the text.
+    virtual std::uint32_t version() const noexcept = 0;
+    // The trailer dictionary. Never null in a document that was opened.
+    virtual Ref<Dictionary> trailer() const noexcept = 0;
+    // The object with the id and generation of `ref`. Null with `ErrNotFound` when there is none, with
+    // `ErrNullArgument` for null. Never logs.
+    virtual Ref<Object> object(Ref<ObjectRef> ref) const noexcept = 0;
+    // Writes the whole document as a new file, to a stream of 4-byte elements like those of `create`,
+    // from where it stands; it is neither flushed nor closed. Objects go out in ascending order of
+    // their ids and keep them; the table has one subsection, so it fits only when the ids are
+    // consecutive and the first follows the subsection's first number by one. `Size` of the trailer is
+    // brought up to date, in memory too. False with `ErrNullArgument`, `ErrInvalidArgument` (the width),
+    // `ErrWriteVersion`, `ErrWriteObject` or `ErrWriteTrailer`; what was written then is of no use.
+    virtual bool write(Ref<Interfaces::Stream> out) noexcept = 0;
+    // The data of a stream, in 4-byte elements, one per byte. With `decoded` false the stored bytes; with
+    // true those that come out of FlateDecode, the one filter known, or the stored ones when there is no
+    // filter. Null with `ErrNullArgument`, `ErrOutOfRange` (the data would begin behind the end of the
+    // file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`, `ErrBadStreamLength`,
+    // `ErrConverterCreate` or `ErrStreamConvert`.
+    //
+    // Deliberate: data that the stream holds comes back as it is, whatever `decoded` says. The stream
+    // holds its data once it was replaced, and from the first call on, when it takes the view of its
+    // stored bytes. So a caller that needs the decoded form twice keeps the first result. The stored
+    // form is shared by all callers, with one position; the decoded form is the caller's alone.
+    virtual Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept = 0;
+    // Whether the document differs from what was opened: objects were added, or the value of some
+    // object reports a change. Writing and reading stream data are no changes.
+    virtual bool changed() const noexcept = 0;
+
+    // The object of the trailer's `Root`, of type Catalog. Null with `ErrNoTrailerDict`, `ErrNoRootRef`,
+    // `ErrNoRoot` or `ErrBadCatalog`.
+    Ref<Object> getCatalog() const noexcept;
+    // The object of the catalog's `Pages`, of type Pages. Null with `ErrNoRoot`, `ErrBadCatalog` or
+    // `ErrBadPages`.
+    Ref<Object> getPageCatalog() const noexcept;
+    // The objects of the `Kids` of the root of the page tree, in order. Deliberately flat: of a tree of
+    // several levels these are its intermediate nodes. Empty with `ErrBadPages` on any failure, and
+    // without a code when there are no pages; set the slot to 0 before to tell them apart.
+    StackVector<Ref<Object>> getPages() const noexcept;
+    // The value itself, or what it refers to, as a dictionary; one reference is followed, not two. Null
+    // with `ErrNullArgument`, `ErrUnresolved`, `ErrBadObject` or `ErrBadCast`.
+    Ref<Dictionary> valueAsDict(Ref<Value> value) const noexcept;
+};
+
+} // namespace Libraries::Files::PDF

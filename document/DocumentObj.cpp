@@ -1,0 +1,44 @@
+#include <document/DocumentObj.h>
+
+#include <document/Report.h>
+#include <values/Dictionary.h>
+#include <values/ObjectRef.h>
+
+#include <algorithm>
+
+namespace Libraries::Files::PDF {
+
+DocumentObj::DocumentObj(Ref<Interfaces::Stripe> stripe) noexcept
+    : _stripe(std::move(stripe)), _monitor(Mon::create()), _lineEnding(::String::create("\n"))
+{
+}
+
+DocumentObj::~DocumentObj() noexcept = default;
+
+Ref<Dictionary> DocumentObj::trailer() const noexcept
+{
+    return _trailer;
+}
+
+Ref<Object> DocumentObj::object(Ref<ObjectRef> ref) const noexcept
+{
+    if (!ref)
+        return refuse(ErrNullArgument);
+    // Ids are counted from the first one, so that they ascend also where they wrap.
+    const std::uint32_t sought = ref->id() - _firstObjectId;
+    const auto found = std::lower_bound(_objects.begin(), _objects.end(), sought,
+        [this](const Ref<PDF::Object>& object, std::uint32_t id) { return object->id() - _firstObjectId < id; });
+    if (found == _objects.end() || (*found)->id() != ref->id() || (*found)->generation() != ref->generation())
+        return refuse(ErrNotFound);
+    return *found;
+}
+
+bool DocumentObj::changed() const noexcept
+{
+    return _changed || std::any_of(_objects.begin(), _objects.end(), [](const Ref<PDF::Object>& object) {
+        const Ref<Value> value = object->value();
+        return value && value->changed();
+    });
+}
+
+} // namespace Libraries::Files::PDF

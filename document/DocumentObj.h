@@ -1,0 +1,94 @@
+#pragma once
+
+#include <document/Document.h>
+#include <document/ValueParser.h>
+#include <platform/Mon.h>
+#include <platform/TConstArray.h>
+#include <values/Object.h>
+
+#include <vector>
+
+namespace Libraries::Files::PDF {
+
+class Number;
+class SubStripe;
+
+// One line of the cross-reference table.
+struct XrefEntry {
+    std::uint64_t offset; // of a free entry it is kept and never used
+    std::uint16_t generation;
+    bool inUse;
+};
+
+class DocumentObj final : public ::Object, public virtual Document {
+public:
+    explicit DocumentObj(Ref<Interfaces::Stripe> stripe) noexcept;
+    ~DocumentObj() noexcept override;
+
+    // Document
+    std::uint32_t version() const noexcept override { return _version; }
+    Ref<Dictionary> trailer() const noexcept override;
+    Ref<PDF::Object> object(Ref<ObjectRef> ref) const noexcept override;
+    bool write(Ref<Interfaces::Stream> out) noexcept override;
+    Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept override;
+    bool changed() const noexcept override;
+
+    // Fills the document from the stripe; false with the code that `Document::create` leaves.
+    bool load() noexcept;
+    // All objects, in table order.
+    const std::vector<Ref<PDF::Object>>& objects() const noexcept { return _objects; }
+    const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
+    // The value's characters in a file; null with the code that `writtenText` leaves.
+    Ref<TConstArray<std::uint32_t>> valueToBuffer(const Ref<Value>& value) noexcept;
+
+private:
+    // Reading
+    bool readHeader(CharReader& lines) noexcept;
+    bool detectLineEnding() noexcept;
+    std::uint64_t findEof() noexcept;
+    std::uint64_t findStartXref(std::uint64_t eof) noexcept;
+    std::uint64_t findTrailer(std::uint64_t after) noexcept;
+    bool readElementAt(std::uint64_t position, std::uint32_t& c) noexcept;
+    bool hasKeywordEndingAt(std::uint64_t last, const char* keyword) noexcept;
+    bool readTrailer(CharReader& lines, ValueParser& parser) noexcept;
+    bool readXref(CharReader& lines) noexcept;
+    bool readXrefEntry(const Ref<::String>& line) noexcept;
+    bool readObjects(ValueParser& parser) noexcept;
+
+    // Stream data
+    Ref<Number> storedLength(const Dictionary& dictionary) noexcept;
+    Ref<Interfaces::Stripe> decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept;
+
+    // Writing
+    bool writeVersion(Interfaces::Stream& out, std::uint64_t& offset) noexcept;
+    bool writeObject(Interfaces::Stream& out, const PDF::Object& object, std::uint64_t& offset) noexcept;
+    bool writeValue(Interfaces::Stream& out, const Ref<Value>& value, std::uint64_t& offset) noexcept;
+    bool writeLine(Interfaces::Stream& out, const Ref<::String>& line, std::uint64_t& offset) noexcept;
+    bool writeString(Interfaces::Stream& out, const ::String& text, std::uint64_t& offset) noexcept;
+    // What the table tells of an object that went out.
+    struct WrittenObject {
+        std::uint64_t offset; // of its header line
+        std::uint16_t generation;
+    };
+    bool writeTrailer(
+        Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
+
+    // The order of the members is that in which their ends are told: the form goes first, the stripe
+    // last.
+    Ref<Interfaces::Stripe> _stripe; // the file; its position is the parser's
+    Ref<Mon> _monitor;               // guards the stripe's position while views read it
+    Ref<::String> _lineEnding;       // LF until the file was looked at
+    std::uint32_t _version = 0;
+    bool _changed = false; // objects were added
+    std::uint32_t _nextObjectId = 0;
+    Ref<Dictionary> _trailer;
+    std::uint64_t _startXref = 0;
+    std::uint64_t _eofOffset = 0;
+    std::vector<XrefEntry> _xref;
+    std::uint32_t _firstObjectId = 0; // of the table's subsection; the writer repeats it
+    // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries
+    // leave no hole, and new objects are appended.
+    std::vector<Ref<PDF::Object>> _objects;
+};
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,231 @@
+#include <document/DocumentObj.h>
+
+#include <document/Keys.h>
+#include <document/Report.h>
+#include <document/Syntax.h>
+#include <document/Version.h>
+#include <platform/StrConv.h>
+#include <platform/StringUtil.h>
+#include <values/DictionaryObj.h>
+
+#include <algorithm>
+#include <cstring>
+
+// Opening a file: the header line, then from the end of the file backwards to the trailer, then the
+// cross-reference table, then every object that it calls in use. The first failure ends the opening.
+
+namespace Libraries::Files::PDF {
+
+bool DocumentObj::load() noexcept
+{
+    const Ref<CharReader> lines = CharReader::create(_stripe, 0);
+    if (!lines)
+        return refuse(ErrNoResource);
+    ValueParser parser(*_stripe, *lines);
+    if (!readHeader(*lines) || !readTrailer(*lines, parser))
+        return false;
+    if (!readXref(*lines))
+        return refuse(ErrBadXref);
+    return readObjects(parser);
+}
+
+// Deliberately without a search: a file with anything before its header is refused.
+bool DocumentObj::readHeader(CharReader& lines) noexcept
+{
+    const Ref<::String> line = lines.readLine();
+    if (!line || line->isEmpty())
+        return refuse(ErrNoHeaderLine);
+    const std::size_t start = std::strlen(Syntax::headerStart);
+    if (!line->substring(0, start)->equals(Syntax::headerStart))
+        return refuse(ErrBadHeader);
+    const std::size_t point = line->find('.', start);
+    if (point == line->length())
+        return refuse(ErrBadHeader);
+    _version = versionFromStrings(line->substring(start, point - start), line->substring(point + 1));
+    if (_version == 0)
+        return refuse(ErrBadHeader);
+    if (_stripe->seek(line->length()) != line->length())
+        return refuse(ErrBadLineEnding);
+    return detectLineEnding();
+}
+
+// Starts behind the header line, ends behind its ending.
+bool DocumentObj::detectLineEnding() noexcept
+{
+    const auto next = [this](std::uint32_t& c) {
+        BufferDesc area = BufferDesc::plain(&c);
+        return _stripe->read(area, 1, waitForever) == 1;
+    };
+    std::uint32_t c = 0;
+    if (!next(c))
+        return refuse(ErrBadLineEnding);
+    if (!Syntax::isLineEnd(c))
+        return report.fail(ErrBadLineEnding, "Unexpected line ending character: ", c);
+    _lineEnding = ::String::create(c);
+    if (c == Syntax::lineFeed)
+        return true;
+    if (!next(c))
+        return refuse(ErrBadLineEnding);
+    if (c == Syntax::lineFeed) {
+        _lineEnding = _lineEnding->append(c);
+        return true;
+    }
+    const std::uint64_t back = _stripe->tell() - 1;
+    return _stripe->seek(back) == back || refuse(ErrBadLineEnding);
+}
+
+bool DocumentObj::readElementAt(std::uint64_t position, std::uint32_t& c) noexcept
+{
+    BufferDesc area = BufferDesc::plain(&c);
+    return _stripe->seek(position) == position && _stripe->read(area, 1, waitForever) == 1;
+}
+
+// Whether the last character of the keyword stands at `last`, and the others before it.
+bool DocumentObj::hasKeywordEndingAt(std::uint64_t last, const char* keyword) noexcept
+{
+    std::uint32_t text[16];
+    const std::size_t length = std::strlen(keyword);
+    const std::uint64_t start = last + 1 - length;
+    BufferDesc area = BufferDesc::plain(text);
+    if (last + 1 < length || _stripe->seek(start) != start || _stripe->read(area, length, waitForever) != length)
+        return false;
+    return std::equal(text, text + length, keyword);
+}
+
+// The place of the end marker, 0 when it is not there. Only line ends may follow it.
+std::uint64_t DocumentObj::findEof() noexcept
+{
+    std::uint64_t position = _stripe->size();
+    const std::size_t length = std::strlen(Syntax::endMarker);
+    if (position < length)
+        return 0;
+    std::uint32_t c = Syntax::lineFeed;
+    while (position > 0 && Syntax::isLineEnd(c))
+        if (!readElementAt(--position, c))
+            return 0;
+    return hasKeywordEndingAt(position, Syntax::endMarker) ? position + 1 - length : 0;
+}
+
+// The place behind the keyword, 0 when it is not there. Between it and the end marker stand line ends
+// and digits, and nothing else.
+std::uint64_t DocumentObj::findStartXref(std::uint64_t eof) noexcept
+{
+    if (eof < std::strlen(Syntax::startXrefKeyword))
+        return 0;
+    std::uint64_t position = eof;
+    std::uint32_t c = Syntax::lineFeed;
+    while (position > 0 && (Syntax::isLineEnd(c) || (c >= '0' && c <= '9')))
+        if (!readElementAt(--position, c))
+            return 0;
+    return hasKeywordEndingAt(position, Syntax::startXrefKeyword) ? position + 1 : 0;
+}
+
+// The place behind the keyword, 0 when it is not there. The walk passes over the trailer dictionary by
+// counting its brackets, and then over line ends. Deliberate: pairs of brackets overlap, so a dictionary
+// that ends in ">>>>" is never passed.
+std::uint64_t DocumentObj::findTrailer(std::uint64_t after) noexcept
+{
+    if (after < std::strlen(Syntax::trailerKeyword))
+        return 0;
+    std::uint64_t position = after;
+    std::uint32_t c = 0;
+    std::uint32_t previous = 0;
+    bool isEndSeen = false;
+    for (std::int64_t depth = 0; position > 0;) {
+        if (c == '>' && previous == '>') {
+            isEndSeen = true;
+            ++depth;
+        } else if (c == '<' && previous == '<') {
+            --depth;
+        }
+        previous = c;
+        if (!readElementAt(--position, c))
+            return 0;
+        if (isEndSeen && depth == 0 && !Syntax::isLineEnd(c))
+            break;
+    }
+    return hasKeywordEndingAt(position, Syntax::trailerKeyword) ? position + 1 : 0;
+}
+
+bool DocumentObj::readTrailer(CharReader& lines, ValueParser& parser) noexcept
+{
+    _eofOffset = findEof();
+    if (_eofOffset == 0)
+        return refuse(ErrNoEofMarker);
+    const std::uint64_t behindStartXref = findStartXref(_eofOffset);
+    if (behindStartXref == 0)
+        return refuse(ErrNoStartXref);
+    const std::uint64_t behindTrailer = findTrailer(behindStartXref);
+    if (behindTrailer == 0)
+        return refuse(ErrNoTrailerKeyword);
+    if (_stripe->seek(behindStartXref) != behindStartXref)
+        return refuse(ErrBadTrailer);
+    const Ref<::String> rest = StringUtil::trim(lines.readLine());
+    if (!rest || !rest->isEmpty())
+        return refuse(ErrBadTrailer);
+    unsigned long long startXref = 0;
+    if (!StrConv::num(StringUtil::trim(lines.readLine()), &startXref, nullptr))
+        return refuse(ErrBadTrailer);
+    _startXref = startXref;
+    if (_stripe->seek(behindTrailer) != behindTrailer)
+        return refuse(ErrBadTrailer);
+    _trailer = parser.readDictionary();
+    return _trailer || refuse(ErrBadTrailer);
+}
+
+// Deliberately one subsection: objects of a second one don't exist. What follows the lines isn't looked at.
+bool DocumentObj::readXref(CharReader& lines) noexcept
+{
+    if (_stripe->seek(_startXref) != _startXref)
+        return false;
+    const Ref<::String> keyword = StringUtil::trim(lines.readLine());
+    if (!keyword || !keyword->equals(Syntax::xrefKeyword))
+        return false;
+    const Ref<TVector<Ref<::String>>> header = StringUtil::split(lines.readLine(), ' ', 0);
+    unsigned long long count = 0;
+    if (!header || header->size() != 2 || !StrConv::num(header->get(0), &_firstObjectId, nullptr)
+        || !StrConv::num(header->get(1), &count, nullptr))
+        return false;
+    for (unsigned long long i = 0; i < count; ++i) {
+        const Ref<::String> line = lines.readLine();
+        if (!readXrefEntry(line))
+            return report.line("XRef entry ", i, " is invalid: ", line);
+    }
+    return true;
+}
+
+bool DocumentObj::readXrefEntry(const Ref<::String>& line) noexcept
+{
+    const Ref<TVector<Ref<::String>>> pieces = StringUtil::split(line, ' ', 0);
+    unsigned long long offset = 0;
+    unsigned generation = 0;
+    if (!pieces || pieces->size() != 3 || !StrConv::num(pieces->get(0), &offset, nullptr)
+        || !StrConv::num(pieces->get(1), &generation, nullptr))
+        return false;
+    const bool inUse = pieces->get(2)->equals("n");
+    // Deliberate: 65536 passes, and is kept as 0.
+    if (generation > Syntax::highestGeneration + 1 || (!inUse && !pieces->get(2)->equals("f")))
+        return false;
+    _xref.push_back({offset, static_cast<std::uint16_t>(generation), inUse});
+    return true;
+}
+
+bool DocumentObj::readObjects(ValueParser& parser) noexcept
+{
+    std::uint32_t id = _firstObjectId;
+    for (const XrefEntry& entry : _xref) {
+        if (entry.inUse && entry.offset == 0)
+            return report.fail(ErrBadXref, "In use object reference is at offset 0: ", id);
+        if (entry.inUse) {
+            Ref<PDF::Object> object = parser.readObject(id, entry.generation, entry.offset);
+            if (!object)
+                return report.fail(ErrBadObject, "Failed to read object at ", entry.offset);
+            _objects.push_back(std::move(object));
+        }
+        ++id;
+    }
+    _nextObjectId = id;
+    return true;
+}
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,39 @@
+#include <document/Inspection.h>
+
+#include <document/DocumentObj.h>
+#include <document/Report.h>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+// `DocumentObj` is the one class behind the interface.
+Ref<DocumentObj> implementation(const Ref<Document>& document)
+{
+    Ref<DocumentObj> result = document.cast<DocumentObj>();
+    if (!result)
+        refuse(ErrNullArgument);
+    return result;
+}
+
+} // namespace
+
+StackVector<Ref<Object>> objectsOf(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->objects() : StackVector<Ref<Object>>();
+}
+
+Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->lineEnding() : nullptr;
+}
+
+Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->valueToBuffer(value) : nullptr;
+}
+
+} // namespace Libraries::Files::PDF

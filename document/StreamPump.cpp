@@ -1,0 +1,104 @@
+#include <document/StreamPump.h>
+
+#include <platform/Heap.h>
+#include <platform/Mem.h>
+
+#include <algorithm>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+constexpr std::size_t blockSize = 65536;
+
+// A work buffer of one block.
+struct Block {
+    Block() noexcept
+        : bytes(static_cast<unsigned char*>(Heap::alloc(blockSize, Heap::Array, __builtin_return_address(0))))
+    {
+    }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+    ~Block() noexcept { Heap::free(bytes, Heap::Array, __builtin_return_address(0), blockSize); }
+    unsigned char* const bytes;
+};
+
+bool writeAll(Interfaces::Stream& target, Block& out, std::size_t count)
+{
+    BufferDesc area = BufferDesc::plain(out.bytes);
+    return count == 0 || target.write(area, count, waitForever) == count;
+}
+
+// Feeds one block to the filter: `count` bytes that stand behind `carried` ones, which are the rest of
+// the block before. The result is in `count`: what is left over. Deliberate: the filter is first shown
+// the new bytes alone, and what it leaves moves to the front together with the carried ones.
+PumpEnd feed(BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Block& out, Interfaces::Stream& target)
+{
+    std::size_t position = carried;
+    std::size_t produced = 0;
+    do {
+        std::size_t consumed = 0;
+        if (!filter.process(in.bytes + position, count, out.bytes, blockSize, &consumed, &produced))
+            return PumpEnd::Convert;
+        if (!writeAll(target, out, produced))
+            return PumpEnd::Write;
+        if (consumed != 0) {
+            Mem::move(in.bytes + consumed, in.bytes, count - consumed + carried);
+            count -= consumed;
+            position = 0;
+        }
+    } while (produced != 0 && count != 0);
+    return PumpEnd::Done;
+}
+
+PumpEnd flush(BlockFilter& filter, Block& out, Interfaces::Stream& target)
+{
+    for (;;) {
+        std::size_t produced = 0;
+        const int result = filter.flush(out.bytes, blockSize, &produced);
+        if (result == 2)
+            return PumpEnd::Flush;
+        if (!writeAll(target, out, produced))
+            return PumpEnd::WriteFlushed;
+        if (result != 1)
+            return PumpEnd::Done;
+    }
+}
+
+} // namespace
+
+const char* pumpFailure(PumpEnd end) noexcept
+{
+    switch (end) {
+    case PumpEnd::Done: break;
+    case PumpEnd::Read: return "Failed to read converted stream data of stream";
+    case PumpEnd::Convert: return "Failed to convert data of stream";
+    case PumpEnd::Write: return "Failed to write converted stream data of stream";
+    case PumpEnd::Flush: return "Failed to flush conversion of stream";
+    case PumpEnd::WriteFlushed: return "Failed to write flushed converted stream data of stream";
+    }
+    return "";
+}
+
+PumpEnd pump(Interfaces::Stream& source, std::uint64_t amount, BlockFilter& filter, Interfaces::Stream& target) noexcept
+{
+    Block in;
+    Block out;
+    std::size_t carried = 0;
+    // A filter that has come to its end takes no more: once it has left a whole block over, there is
+    // no room to read into, and nothing that follows could matter.
+    for (std::uint64_t left = amount; left != 0 && carried < blockSize;) {
+        const std::uint64_t chunk = std::min<std::uint64_t>(left, blockSize - carried);
+        BufferDesc area = BufferDesc::plain(in.bytes + carried);
+        if (source.read(area, chunk, waitForever) != chunk)
+            return PumpEnd::Read;
+        std::size_t count = chunk;
+        if (const PumpEnd end = feed(filter, in, carried, count, out, target); end != PumpEnd::Done)
+            return end;
+        left -= chunk;
+        carried = count;
+    }
+    return flush(filter, out, target);
+}
+
+} // namespace Libraries::Files::PDF

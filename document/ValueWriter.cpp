@@ -1,0 +1,259 @@
+#include <document/ValueWriter.h>
+
+#include <document/Document.h>
+#include <document/Report.h>
+#include <document/Syntax.h>
+#include <platform/StrConv.h>
+#include <values/Array.h>
+#include <values/Boolean.h>
+#include <values/Dictionary.h>
+#include <values/Name.h>
+#include <values/Null.h>
+#include <values/Number.h>
+#include <values/ObjectRef.h>
+#include <values/Stream.h>
+#include <values/String.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+constexpr std::uint64_t largestStream = std::numeric_limits<std::uint32_t>::max();
+
+// The letter that stands behind a backslash for the character; 0 when none does.
+char escapeLetter(unsigned int c)
+{
+    switch (c) {
+    case Syntax::backspace: return 'b';
+    case Syntax::tab: return 't';
+    case Syntax::lineFeed: return 'n';
+    case Syntax::formFeed: return 'f';
+    case Syntax::carriageReturn: return 'r';
+    case '(': case ')': case '\\': return static_cast<char>(c);
+    default: return 0;
+    }
+}
+
+// The byte that a character from 127 up stands for; -1 when there is none.
+int byteOf(unsigned int c)
+{
+    if (c < 256)
+        return static_cast<int>(c);
+    const auto row = std::find(Syntax::mappedCharacters.begin(), Syntax::mappedCharacters.end(), c);
+    if (row == Syntax::mappedCharacters.end())
+        return -1;
+    return static_cast<int>(Syntax::firstMappedByte + (row - Syntax::mappedCharacters.begin()));
+}
+
+} // namespace
+
+template <class Kind, class Writer>
+bool ValueWriter::writeAs(const Ref<Value>& value, const char* castFailure, Writer writer) noexcept
+{
+    const Ref<Kind> cast = value.cast<Kind>();
+    if (!cast)
+        return report.fail(ErrInvalidArgument, castFailure);
+    return writer(*cast);
+}
+
+bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
+{
+    if (!value)
+        return refuse(ErrNullArgument);
+    switch (value->type()) {
+    case Value::Type::Name:
+        return writeAs<Name>(value, "Failed to cast name to Name", [this](const Name& name) {
+            _out.append('/');
+            _out.append(*name.value());
+            return true;
+        });
+    case Value::Type::Boolean:
+        return writeAs<Boolean>(value, "Failed to cast boolean to Boolean", [this](const Boolean& boolean) {
+            _out.append(boolean.value() ? "true" : "false");
+            return true;
+        });
+    case Value::Type::Number:
+        return writeAs<Number>(value, "Failed to cast number to Number", [this](const Number& number) {
+            writeNumber(number);
+            return true;
+        });
+    case Value::Type::String:
+        return writeAs<String>(value, "Failed to cast string to String",
+            [this](const String& string) { return writeString(string); });
+    case Value::Type::ObjectRef:
+        return writeAs<ObjectRef>(
+            value, "Failed to cast object reference to ObjectRef", [this](const ObjectRef& reference) {
+                writeReference(reference);
+                return true;
+            });
+    case Value::Type::Dictionary:
+        return writeAs<Dictionary>(value, "Failed to convert dictionary to Dictionary",
+            [this](const Dictionary& dictionary) { return writeDictionary(dictionary); });
+    case Value::Type::Stream:
+        return writeAs<Stream>(value, "Failed to convert stream to Stream",
+            [this](Stream& stream) { return writeStream(stream); });
+    case Value::Type::Array:
+        return writeAs<Array>(value, "Failed to cast array to Array",
+            [this](const Array& array) { return writeArray(array); });
+    case Value::Type::Null:
+        return writeAs<Null>(value, "Failed to cast value to Null", [this](const Null&) {
+            _out.append("null");
+            return true;
+        });
+    case Value::Type::Invalid:
+        break;
+    }
+    return report.fail(ErrInvalidArgument, "Writing not supported for value of type ", value->type());
+}
+
+// Deliberate: the text is made of the two integers that are kept, so 1.05, read as 1 and 5, goes out as
+// 1.5, and -0.5 without its sign.
+void ValueWriter::writeNumber(const Number& number) noexcept
+{
+    _out.appendNumber(number.intPart());
+    if (number.fracPart() != 0) {
+        _out.append('.');
+        _out.appendNumber(number.fracPart());
+    }
+}
+
+void ValueWriter::writeReference(const ObjectRef& reference) noexcept
+{
+    _out.appendNumber(reference.id());
+    _out.append(' ');
+    _out.appendNumber(reference.generation());
+    _out.append(" R");
+}
+
+bool ValueWriter::writeString(const String& string) noexcept
+{
+    if (const Ref<::String> text = string.value()) {
+        if (!writeLiteral(*text))
+            return report.fail(ErrInvalidArgument, "Failed to convert string to PDF compatible string");
+        return true;
+    }
+    const Ref<TConstArray<std::uint8_t>> bytes = string.data();
+    if (!bytes)
+        return report.fail(ErrInvalidArgument, "Invalid Stirng value");
+    writeHexadecimal(*bytes);
+    return true;
+}
+
+bool ValueWriter::writeLiteral(const ::String& text) noexcept
+{
+    _out.append('(');
+    for (std::size_t i = 0; i < text.length(); ++i) {
+        const unsigned int c = text.charAt(i);
+        if (const char letter = escapeLetter(c)) {
+            _out.append('\\');
+            _out.append(letter);
+        } else if (c < 127) {
+            _out.append(static_cast<char>(c));
+        } else {
+            const int byte = byteOf(c);
+            if (byte < 0)
+                return report.line("Failed to convert character: ", c);
+            // A byte from 128 up reaches the printer as a negative number, deliberately, and comes
+            // out of it as the three digits of the byte.
+            _out.append('\\');
+            _out.append(*StrConv::str(int(static_cast<std::int8_t>(byte)), 8, 3));
+        }
+    }
+    _out.append(')');
+    return true;
+}
+
+void ValueWriter::writeHexadecimal(const TConstArray<std::uint8_t>& bytes) noexcept
+{
+    constexpr const char* digits = "0123456789ABCDEF";
+    _out.append('<');
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        _out.append(digits[bytes.data()[i] >> 4]);
+        _out.append(digits[bytes.data()[i] & 15]);
+    }
+    _out.append('>');
+}
+
+bool ValueWriter::writeArray(const Array& array) noexcept
+{
+    _out.append('[');
+    for (std::uint64_t i = 0; i < array.size(); ++i) {
+        const Ref<Value> element = array.get(i);
+        if (!element)
+            return report.fail(ErrInvalidArgument, "Array element is NULL: ", i);
+        _out.append(' ');
+        if (!writeValue(element))
+            return report.fail(ErrNoResource, "Failed to convert value of array element to buffer ", i);
+    }
+    _out.append(" ]");
+    return true;
+}
+
+bool ValueWriter::writeDictionary(const Dictionary& dictionary) noexcept
+{
+    const Ref<TVector<Ref<::String>>> keys = dictionary.keys();
+    if (!keys)
+        return report.fail(ErrInvalidArgument, "Failed to retrieve keys of dictionary");
+    _out.append("<<");
+    for (std::size_t i = 0; i < keys->size(); ++i) {
+        const Ref<::String> key = keys->get(i);
+        if (!key)
+            return report.fail(ErrInvalidArgument, "Failed to retrieve dictionary key ", i);
+        const Ref<Value> value = dictionary.find(key);
+        if (!value)
+            return report.fail(ErrInvalidArgument, "Failed to retrieve value for dictionary key ", key);
+        _out.append(" /");
+        _out.append(*key);
+        _out.append(' ');
+        if (!writeValue(value))
+            return report.fail(ErrNoResource, "Failed to convert value of dictionary key to buffer: ", key);
+    }
+    _out.append(" >>");
+    return true;
+}
+
+bool ValueWriter::writeStream(Stream& stream) noexcept
+{
+    const Ref<Dictionary> dictionary = stream.dict();
+    if (!dictionary)
+        return report.fail(ErrInvalidArgument, "Stream has no dictionary");
+    const Ref<Interfaces::Stripe> data = _document.streamData(Ref<Stream>(&stream), false);
+    if (!data)
+        return report.fail(ErrInvalidArgument, "Failed to retrieve data of stream");
+    if (!writeValue(dictionary))
+        return report.fail(ErrNoResource, "Failed to convert stream dictionary to buffer");
+    _out.append(_lineEnding);
+    _out.append(Syntax::streamKeyword);
+    if (!writeStreamData(*data))
+        return false;
+    _out.append(Syntax::streamEnd);
+    return true;
+}
+
+// The line ending before the data, the data, and, unless it ends in one itself, a line ending behind it
+// that `Length` doesn't count.
+bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
+{
+    const std::uint64_t count = data.size();
+    if (count > largestStream)
+        return report.fail(ErrOutOfRange, "Stream is too large");
+    if (count == 0) {
+        _out.append(_lineEnding);
+        return true;
+    }
+    if (data.seek(0) != 0)
+        return report.fail(ErrNoResource, "Failed to navigate stream data");
+    _out.append(_lineEnding);
+    std::uint32_t* elements = _out.grow(count);
+    BufferDesc area = BufferDesc::plain(elements);
+    if (data.elementSize() != sizeof(*elements) || data.read(area, count, waitForever) != count)
+        return report.fail(ErrNoResource, "Failed to retrieve stream data");
+    if (!Syntax::isLineEnd(elements[count - 1]))
+        _out.append(_lineEnding);
+    return true;
+}
+
+} // namespace Libraries::Files::PDF

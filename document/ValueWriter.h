@@ -1,0 +1,49 @@
+#pragma once
+
+#include <platform/MemOutStrm.h>
+#include <platform/Stripe.h>
+#include <platform/TConstArray.h>
+#include <values/Value.h>
+
+namespace Libraries::Files::PDF {
+
+class Array;
+class Dictionary;
+class Document;
+class Number;
+class ObjectRef;
+class Stream;
+class String;
+
+// Turns values into the characters that stand for them in a file, appended to a text. A failure is
+// false with a line and a code at each level, the outermost composite value deciding the code; what
+// was appended up to then is of no use.
+class ValueWriter {
+public:
+    // All must outlive the writer. `document` gives the data of streams.
+    ValueWriter(Document& document, const ::String& lineEnding, MemOutStrm& out) noexcept
+        : _document(document), _lineEnding(lineEnding), _out(out)
+    {
+    }
+
+    bool writeValue(const Ref<Value>& value) noexcept;
+
+private:
+    template <class Kind, class Writer>
+    bool writeAs(const Ref<Value>& value, const char* castFailure, Writer writer) noexcept;
+    void writeNumber(const Number& number) noexcept;
+    void writeReference(const ObjectRef& reference) noexcept;
+    bool writeString(const String& string) noexcept;
+    bool writeLiteral(const ::String& text) noexcept;
+    void writeHexadecimal(const TConstArray<std::uint8_t>& bytes) noexcept;
+    bool writeArray(const Array& array) noexcept;
+    bool writeDictionary(const Dictionary& dictionary) noexcept;
+    bool writeStream(Stream& stream) noexcept;
+    bool writeStreamData(Interfaces::Stripe& data) noexcept;
+
+    Document& _document;
+    const ::String& _lineEnding;
+    MemOutStrm& _out;
+};
+
+} // namespace Libraries::Files::PDF
