@@ -116,7 +116,7 @@ bool DocumentObj::writeLine(Interfaces::Stream& out, const Ref<::String>& line, 
     if (line && !writeString(out, *line, offset))
         return false;
     if (_lineEnding->length() > longestLineEnding)
-        Reporter::write(0, Reporter::failureLevel,
+        Reporter::write(0, LogLevel::failure,
             {"ASSERT CONDITION _lineEnding->length() <= 2 FAILED IN LINE ", __LINE__, ", FUNCTION ",
                 "Libraries::Files::PDF::DocumentObj::writeLine"});
     std::uint32_t ending[longestLineEnding];

@@ -9,7 +9,8 @@
 class EXPORTED CharReader final : public Object {
 public:
     // Null when there is no stream, or no stripe behind it: a character that was peeked at is given
-    // back by seeking, nothing is held back. The second argument is 0.
+    // back by seeking, nothing is held back. The second argument is 0. No operation sets a code; the
+    // stripe may.
     static Ref<CharReader> create(Ref<Interfaces::Stream> stream, std::size_t) noexcept;
 
     explicit CharReader(Ref<Interfaces::Stripe> stripe) noexcept : _stripe(std::move(stripe)) {}

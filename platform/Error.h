@@ -51,9 +51,9 @@ enum ErrorCode : std::uint32_t {
     ErrNotSupported = 0x10002,    // the object doesn't offer this operation
 };
 
-// The error slot of the calling thread. Every failing operation leaves a code in it; a success
-// doesn't clear it, and an optional lookup may leave `ErrNotAvailable` behind. Code that tries
-// things saves the slot with `get` and puts it back with `set`.
+// The error slot of the calling thread. Every failing operation leaves a code in it, unless its comment
+// says otherwise; a success doesn't clear it, and an optional lookup may leave `ErrNotAvailable` behind.
+// Code that tries things saves the slot with `get` and puts it back with `set`; `set(0)` clears it.
 class EXPORTED Error {
 public:
     static void set(std::uint32_t code) noexcept;

@@ -1,36 +1,24 @@
 #include <platform/MemInStrm.h>
 
-#include <platform/Mem.h>
+#include <platform/MemoryArea.h>
 
 #include <algorithm>
 
 Ref<MemInStrm> MemInStrm::create(void* block, std::size_t size, Release release) noexcept
 {
-    if (!block || !release) {
-        Error::set(ErrNullArgument);
-        return nullptr;
-    }
+    if (!block || !release)
+        return refuse(ErrNullArgument);
     return make<MemInStrm>(block, size, release);
 }
 
 std::uint64_t MemInStrm::read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
 {
-    if (area.kind != BufferDesc::Plain) {
-        Error::set(ErrInvalidArgument);
-        return 0;
-    }
-    const std::uint64_t available = std::min<std::uint64_t>(count, _size - _position);
-    Mem::copy(_block + _position, static_cast<unsigned char*>(area.pointer) + area.offset, available);
-    _position += available;
-    if (available < count)
-        Error::set(ErrOutOfRange);
-    return available;
+    return readMemory({_block, _size}, _position, area, count);
 }
 
 std::uint64_t MemInStrm::write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept
 {
-    Error::set(ErrNotSupported);
-    return 0;
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t MemInStrm::seek(std::uint64_t position) noexcept

@@ -17,7 +17,9 @@ public:
     }
     ~MemInStrm() noexcept override { _release(_block, _size); }
 
-    // Interfaces::Stripe. Writing and resizing are not offered; a seek stops at the end.
+    // Interfaces::Stripe. A read takes plain memory alone, `ErrInvalidArgument`, and comes short at the
+    // end with `ErrOutOfRange`. Writing and resizing are refused with `ErrNotSupported`. A seek stops at
+    // the end.
     std::uint64_t elementSize() const noexcept override { return 1; }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;

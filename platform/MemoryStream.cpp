@@ -2,15 +2,14 @@
 
 #include <platform/Heap.h>
 #include <platform/Mem.h>
+#include <platform/MemoryArea.h>
 
 #include <algorithm>
 
 Ref<MemoryStream> MemoryStream::create(std::size_t size, std::size_t elementSize) noexcept
 {
-    if (elementSize != 1) {
-        Error::set(ErrNotSupported);
-        return nullptr;
-    }
+    if (elementSize != 1)
+        return refuse(ErrNotSupported);
     Ref<MemoryStream> stream = make<MemoryStream>();
     stream->resize(size);
     return stream;
@@ -41,24 +40,13 @@ void MemoryStream::append(const void* bytes, std::size_t count) noexcept
 
 std::uint64_t MemoryStream::read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
 {
-    if (area.kind != BufferDesc::Plain) {
-        Error::set(ErrInvalidArgument);
-        return 0;
-    }
-    const std::uint64_t available = std::min<std::uint64_t>(count, _size - _position);
-    Mem::copy(_block + _position, static_cast<unsigned char*>(area.pointer) + area.offset, available);
-    _position += available;
-    if (available < count)
-        Error::set(ErrOutOfRange);
-    return available;
+    return readMemory({_block, _size}, _position, area, count);
 }
 
 std::uint64_t MemoryStream::write(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
 {
-    if (area.kind != BufferDesc::Plain) {
-        Error::set(ErrInvalidArgument);
-        return 0;
-    }
+    if (area.kind != BufferDesc::Plain)
+        return moveNothing(ErrInvalidArgument);
     append(static_cast<const unsigned char*>(area.pointer) + area.offset, count);
     return count;
 }

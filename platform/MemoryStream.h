@@ -12,12 +12,13 @@ public:
     MemoryStream() noexcept = default;
     ~MemoryStream() noexcept override;
 
-    // The bytes written so far; valid until the next write.
+    // The bytes written so far, null before the first; valid until the next write, append or resize.
     const unsigned char* data() const noexcept { return _block; }
     // Writes at the present position, which moves behind what was written.
     void append(const void* bytes, std::size_t count) noexcept;
 
-    // Interfaces::Stripe. A seek stops at the end; a write at the end grows the stripe.
+    // Interfaces::Stripe. A read or write takes plain memory alone, `ErrInvalidArgument`; a read comes
+    // short at the end with `ErrOutOfRange`. A seek stops at the end; a write at the end grows the stripe.
     std::uint64_t elementSize() const noexcept override { return 1; }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;

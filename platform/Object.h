@@ -38,7 +38,7 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    static void* operator new(std::size_t size) noexcept;
+    [[gnu::returns_nonnull]] static void* operator new(std::size_t size) noexcept;
     static void operator delete(void* memory, std::size_t size) noexcept;
 
     // RefCount

@@ -26,8 +26,10 @@ void Reporter::write(std::size_t handle, std::size_t level, std::initializer_lis
 {
     if (!(SysLogFilter::level() <= level && SysLogFilter::state(handle)))
         return;
-    SysLogPrinter& printer = SysLogStream::stdOutPrinter().begin(level, SysLogFilter::id(handle), 255);
+    // A printer of its own: what fails while a thread ends must not find one that is gone.
+    const Ref<SysLogPrinter> printer = make<SysLogPrinter>();
+    printer->begin(level, SysLogFilter::id(handle), 255);
     for (const LogPiece& piece : pieces)
-        piece.printTo(printer);
-    printer.endl();
+        piece.printTo(*printer);
+    printer->endl();
 }

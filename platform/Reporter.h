@@ -36,6 +36,13 @@ inline Failure refuse(std::uint32_t code) noexcept
     return {};
 }
 
+// The same for an operation that moves elements and has moved none.
+inline std::uint64_t moveNothing(std::uint32_t code) noexcept
+{
+    Error::set(code);
+    return 0;
+}
+
 // One piece of a log line. A number prints as 1Ah (26), a pointer as its hexadecimal value alone.
 class LogPiece {
 public:
@@ -77,33 +84,29 @@ public:
     template <class... Pieces>
     Failure fail(std::uint32_t code, const Pieces&... pieces) const noexcept
     {
-        write(_handle, failureLevel, {LogPiece(pieces)...});
+        write(_handle, LogLevel::failure, {LogPiece(pieces)...});
         return refuse(code);
     }
     // Writes a line of level 4 and leaves the slot to the caller.
     template <class... Pieces>
     Failure line(const Pieces&... pieces) const noexcept
     {
-        write(_handle, failureLevel, {LogPiece(pieces)...});
+        write(_handle, LogLevel::failure, {LogPiece(pieces)...});
         return {};
     }
     // The same at level 3, for something odd that the operation survives, and at level 1.
     template <class... Pieces>
     Failure oddity(const Pieces&... pieces) const noexcept
     {
-        write(_handle, oddityLevel, {LogPiece(pieces)...});
+        write(_handle, LogLevel::oddity, {LogPiece(pieces)...});
         return {};
     }
     template <class... Pieces>
     Failure information(const Pieces&... pieces) const noexcept
     {
-        write(_handle, informationLevel, {LogPiece(pieces)...});
+        write(_handle, LogLevel::information, {LogPiece(pieces)...});
         return {};
     }
-
-    static constexpr std::size_t failureLevel = 4;
-    static constexpr std::size_t oddityLevel = 3;
-    static constexpr std::size_t informationLevel = 1;
 
     // The line itself, if the log lets it through.
     static void write(std::size_t handle, std::size_t level, std::initializer_list<LogPiece> pieces) noexcept;

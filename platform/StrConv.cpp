@@ -6,7 +6,14 @@
 
 namespace {
 
-// The value of a digit, or `base` and more for what is none.
+constexpr unsigned int noDigit = ~0u;
+
+bool isBase(std::size_t base)
+{
+    return base >= 2 && base <= 16;
+}
+
+// The value of a digit; `noDigit` for what is none.
 unsigned int digitValue(unsigned int c)
 {
     if (c >= '0' && c <= '9')
@@ -15,7 +22,7 @@ unsigned int digitValue(unsigned int c)
         return c - 'A' + 10;
     if (c >= 'a' && c <= 'f')
         return c - 'a' + 10;
-    return 16;
+    return noDigit;
 }
 
 // The number that the digits from `start` to the end make; false when one is none, or beyond `limit`.
@@ -95,7 +102,7 @@ bool StrConv::num(std::u32string_view text, long long* out) noexcept
 
 bool StrConv::num(const Ref<String>& text, unsigned int* out, std::size_t base, const Ref<String>&) noexcept
 {
-    return parseUnsigned(text, out, base);
+    return isBase(base) && parseUnsigned(text, out, base);
 }
 
 Ref<String> StrConv::str(int number) noexcept
@@ -141,6 +148,8 @@ Ref<String> StrConv::str(int number, std::size_t base, std::size_t width) noexce
 
 Ref<String> StrConv::str(unsigned long long number, std::size_t base, std::size_t width) noexcept
 {
+    if (!isBase(base))
+        return nullptr;
     std::string text;
     for (; number != 0 || text.empty(); number /= base)
         text.insert(text.begin(), "0123456789ABCDEF"[number % base]);

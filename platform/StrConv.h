@@ -2,7 +2,7 @@
 
 #include <platform/String.h>
 
-// Numbers from text and back. The last argument of `num` is there for a text of another alphabet
+// Numbers from text and back. No form sets a code. The last argument of `num` is there for a text of another alphabet
 // of digits; the library passes null and so may you. No form touches its output on failure.
 class EXPORTED StrConv {
 public:
@@ -14,7 +14,7 @@ public:
     // the halves of ".5", "5." and "-.5" are numbers.
     static bool num(const Ref<String>& text, long long* out, const Ref<String>& digits) noexcept;
     static bool num(std::u32string_view text, long long* out) noexcept;
-    // Digits of a base from 2 to 16.
+    // Digits of a base from 2 to 16; false in any other.
     static bool num(const Ref<String>& text, unsigned int* out, std::size_t base, const Ref<String>& digits) noexcept;
 
     // Number to decimal text.
@@ -24,7 +24,7 @@ public:
     static Ref<String> str(unsigned long number) noexcept;
     static Ref<String> str(long long number) noexcept;
     static Ref<String> str(unsigned long long number) noexcept;
-    // In a base from 2 to 16, with zeros in front up to `width` digits. A negative number prints as
+    // In a base from 2 to 16, null in any other, with zeros in front up to `width` digits. A negative number prints as
     // the two's complement of the narrowest of 8, 16, 32 and 64 bits that holds it.
     static Ref<String> str(int number, std::size_t base, std::size_t width) noexcept;
     static Ref<String> str(unsigned long long number, std::size_t base, std::size_t width) noexcept;

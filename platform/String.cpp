@@ -58,8 +58,9 @@ Ref<String> String::fromUnits(const Unit* units, std::size_t count) noexcept
 
 Ref<String> String::create() noexcept
 {
-    static const Ref<String> empty = allocate(0, false);
-    return empty;
+    // Never torn down: objects that end with the program may still ask for it.
+    static String* const empty = allocate(0, false).release();
+    return Ref<String>(empty);
 }
 
 Ref<String> String::create(const char* text, std::size_t start, std::size_t length) noexcept

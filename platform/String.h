@@ -72,7 +72,7 @@ private:
     struct TextBytes {
         std::size_t count;
     };
-    static void* operator new(std::size_t size, TextBytes text) noexcept;
+    [[gnu::returns_nonnull]] static void* operator new(std::size_t size, TextBytes text) noexcept;
     static void operator delete(void* memory, TextBytes text) noexcept;
     // A text without its characters, which the caller fills in.
     static Ref<String> allocate(std::size_t length, bool wide) noexcept;

@@ -1,5 +1,7 @@
 #include <platform/Stripe.h>
 
+#include <platform/Reporter.h>
+
 namespace Interfaces {
 
 SharedHandle Data::shareOut(Ref<SharedMemory>) noexcept
@@ -16,14 +18,12 @@ SharedHandle Data::shareIn(SharedHandle) noexcept
 
 std::uint64_t Stream::skipRead(std::uint64_t, std::uint32_t) noexcept
 {
-    Error::set(ErrNotSupported);
-    return 0;
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t Stream::skipWrite(std::uint64_t, std::uint32_t) noexcept
 {
-    Error::set(ErrNotSupported);
-    return 0;
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t Extent::capacity() const noexcept

@@ -51,7 +51,8 @@ class EXPORTED Data : public virtual RefCount {
 public:
     // The width of one element in bytes.
     virtual std::uint64_t elementSize() const noexcept = 0;
-    // Give out and take back a shared block. The library itself never creates one.
+    // Give out and take back a shared block; not offered unless overridden: `ErrNotSupported`, a handle
+    // of all zeros. The library itself never creates one.
     virtual SharedHandle shareOut(Ref<SharedMemory> memory) noexcept;
     virtual SharedHandle shareIn(SharedHandle handle) noexcept;
 };

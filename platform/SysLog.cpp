@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr std::size_t failureLevel = 4;
-
 // The process's log: built on first use, since filters register while the program loads, and never
 // torn down, since objects may still fail while it ends.
 struct Log {
@@ -17,7 +15,7 @@ struct Log {
     std::map<std::string, bool> isOn;     // by name
     std::deque<std::string> handles;      // handle h has the name handles[h - 1]
     std::atomic<std::size_t> filtersOn{0}; // saves the lock while the log is off
-    std::atomic<std::size_t> level{failureLevel};
+    std::atomic<std::size_t> level{LogLevel::failure};
 
     std::recursive_mutex sinkLock;
     SysLogStream::Sink sink;
@@ -107,8 +105,9 @@ StringPrinter& SysLogPrinter::endl() noexcept
     Log& log = theLog();
     const Ref<String> line = take();
     const std::lock_guard guard(log.sinkLock);
-    if (log.sink)
-        log.sink(_level, line);
+    // A copy, so that the sink may set another one.
+    if (const SysLogStream::Sink sink = log.sink)
+        sink(_level, line);
     else
         writeToStandardError(*line);
     return *this;

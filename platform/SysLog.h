@@ -4,8 +4,14 @@
 
 #include <functional>
 
-// The log. A line has a level (4 failures, 3 oddities that are survived, 1 information) and belongs
-// to a filter, "PDF" or "Lib.File.PDF.Form". Nothing is logged until the application switches a
+// The levels of log lines; higher is more severe.
+namespace LogLevel {
+constexpr std::size_t failure = 4;
+constexpr std::size_t oddity = 3; // survived
+constexpr std::size_t information = 1;
+} // namespace LogLevel
+
+// The log. A line has a level and belongs to a filter, "PDF" or "Lib.File.PDF.Form". Nothing is logged until the application switches a
 // filter on. All operations may be called from any thread.
 class EXPORTED SysLogFilter {
 public:
@@ -40,7 +46,8 @@ public:
     using Sink = std::function<void(std::size_t level, Ref<String> line)>;
 
     // Where complete lines go, one call at a time; an empty function stands for standard error. A
-    // sink may use the library, but it may not set another sink.
+    // sink may use the library. It must not throw: an exception ends the program.
     static void setSink(Sink sink) noexcept;
+    // The calling thread's printer.
     static SysLogPrinter& stdOutPrinter() noexcept;
 };

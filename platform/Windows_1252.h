@@ -16,6 +16,7 @@ inline constexpr std::array<std::uint32_t, 32> upperControls = {
 // both ways, so that every byte has one code point and survives.
 class EXPORTED Windows_1252 final : public Object {
 public:
+    // The argument, true everywhere, asks for this treatment of undefined bytes; there is no other.
     explicit Windows_1252(bool) noexcept {}
 
     // The byte of a code point. One without a byte gives its own low 8 bits below 256, else "?".

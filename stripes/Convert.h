@@ -1,6 +1,7 @@
 #pragma once
 
 #include <platform/Heap.h>
+#include <platform/Reporter.h>
 #include <platform/Stripe.h>
 #include <stripes/ShHelper.h>
 
@@ -22,14 +23,10 @@ public:
     // are not as wide as `I`.
     static Ref<Convert> create(Ref<Interfaces::Stream> source, ReadFunction read, WriteFunction write) noexcept
     {
-        if (!source) {
-            Error::set(ErrNullArgument);
-            return nullptr;
-        }
-        if (source->elementSize() != sizeof(I)) {
-            Error::set(ErrInvalidArgument);
-            return nullptr;
-        }
+        if (!source)
+            return refuse(ErrNullArgument);
+        if (source->elementSize() != sizeof(I))
+            return refuse(ErrInvalidArgument);
         return make<Convert>(std::move(source), std::move(read), std::move(write));
     }
 
@@ -45,8 +42,9 @@ public:
 
     // Interfaces::Stream. A description that can't take the count gives 0 with `ErrNoResource`;
     // otherwise the slot holds what the source left in it.
-    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override
+    std::uint64_t read(BufferDesc& description, std::uint64_t count, std::uint32_t timeout) noexcept override
     {
+        BufferDesc area = description;
         if (!isUsable(area, count))
             return 0;
         Elements elements(count);
@@ -60,8 +58,9 @@ public:
         return got;
     }
 
-    std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override
+    std::uint64_t write(BufferDesc& description, std::uint64_t count, std::uint32_t timeout) noexcept override
     {
+        BufferDesc area = description;
         if (!isUsable(area, count))
             return 0;
         Elements elements(count);
@@ -85,12 +84,11 @@ private:
         I* const data;
     };
 
+    static constexpr std::uint64_t mostElements = ~std::uint64_t(0) / sizeof(I); // whose bytes can be counted
+
     bool isUsable(BufferDesc& area, std::uint64_t count) noexcept
     {
-        if (_shared->isUsable(area, count))
-            return true;
-        Error::set(ErrNoResource);
-        return false;
+        return (count <= mostElements && _shared->isUsable(area, count)) || refuse(ErrNoResource);
     }
 
     const Ref<Interfaces::Stream> _source;

@@ -1,18 +1,16 @@
 #include <stripes/ElementSizeStripe.h>
 
+#include <platform/Reporter.h>
+
 namespace Libraries::Adapters::ElementSize {
 
 Ref<Interfaces::Stripe> Stripe::create(Ref<Interfaces::Stripe> source) noexcept
 {
-    if (!source) {
-        Error::set(ErrNullArgument);
-        return nullptr;
-    }
+    if (!source)
+        return refuse(ErrNullArgument);
     const std::uint64_t width = source->elementSize();
-    if (width == 0 || _elementSize % width != 0) {
-        Error::set(ErrNotSupported);
-        return nullptr;
-    }
+    if (width == 0 || _elementSize % width != 0)
+        return refuse(ErrNotSupported);
     return make<Stripe>(std::move(source));
 }
 
@@ -65,6 +63,10 @@ std::uint64_t Stripe::limit() const noexcept
 
 std::uint64_t Stripe::resize(std::uint64_t count) noexcept
 {
+    if (count > ~std::uint64_t(0) / _elementSize) {
+        Error::set(ErrOutOfRange);
+        return size();
+    }
     return _source->resize(count * _elementSize) / _elementSize;
 }
 

@@ -6,7 +6,8 @@ namespace Libraries::Adapters::ElementSize {
 
 // A stripe of bytes seen as a stripe of elements of 4 bytes, the width in which the library deals
 // with all text and stream data of files. What is left over of a byte count is cut off: a source of
-// 10 bytes has 2 elements.
+// 10 bytes has 2 elements. A count or position whose bytes can't be counted in 64 bits is a failure:
+// less is moved than was asked for, and a `resize` to it leaves `ErrOutOfRange` and changes nothing.
 class EXPORTED Stripe final : public ::Object, public virtual Interfaces::Stripe {
 public:
     // Null with `ErrNullArgument` for a null source, with `ErrNotSupported` for one whose width is 0

@@ -10,28 +10,18 @@ namespace {
 
 const Reporter report("PDF");
 
-std::uint64_t notSupported()
-{
-    Error::set(ErrNotSupported);
-    return 0;
-}
-
 } // namespace
 
 std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept
 {
-    if (area.kind == BufferDesc::None) {
-        Error::set(ErrInvalidArgument);
-        return 0;
-    }
+    if (area.kind == BufferDesc::None)
+        return moveNothing(ErrInvalidArgument);
     if (count == 0)
         return 0;
     // Deliberate: the position is compared with the end in the wrapped stripe's coordinates, so only
     // a view with offset 0 says at its end that it is there. Callers take a short read as the end.
-    if (_position >= _offset + _size) {
-        Error::set(ErrOutOfRange);
-        return 0;
-    }
+    if (_position >= _offset + _size)
+        return moveNothing(ErrOutOfRange);
     const std::uint64_t available = std::min(count, _size - _position);
     _monitor->enter();
     if (wrapped()->seek(_offset + _position) != _offset + _position) {
@@ -53,22 +43,22 @@ std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32
 
 std::uint64_t SubStripe::write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept
 {
-    return notSupported();
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t SubStripe::skipRead(std::uint64_t, std::uint32_t) noexcept
 {
-    return notSupported();
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t SubStripe::skipWrite(std::uint64_t, std::uint32_t) noexcept
 {
-    return notSupported();
+    return moveNothing(ErrNotSupported);
 }
 
 std::uint64_t SubStripe::resize(std::uint64_t) noexcept
 {
-    notSupported();
+    Error::set(ErrNotSupported);
     return size();
 }
 

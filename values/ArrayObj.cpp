@@ -49,8 +49,10 @@ Ref<::String> Array::asText() const noexcept
     const Ref<StringPrinter> printer = StringPrinter::create();
     printer->print("[");
     for (std::uint64_t i = 0; i < size(); ++i) {
-        const Ref<Value> value = get(i);
-        value ? printer->print(value->asText()) : printer->print(" null");
+        if (const Ref<Value> value = get(i))
+            printer->print(value->asText());
+        else
+            printer->print(" null");
     }
     printer->print(" ]");
     return printer->take();

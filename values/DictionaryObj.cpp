@@ -81,7 +81,10 @@ Ref<::String> Dictionary::asText() const noexcept
     for (const Ref<::String>& key : *list) {
         const Ref<Value> value = find(key);
         printer->print(" ").print(key).print(" -> ");
-        value ? printer->print(value->asText()) : printer->print("null");
+        if (value)
+            printer->print(value->asText());
+        else
+            printer->print("null");
     }
     printer->print(" >>");
     return printer->take();
@@ -118,10 +121,16 @@ DictionaryObj::DictionaryObj(std::vector<Entry> entries) noexcept : ValueObj(kin
     _entries.erase(_entries.begin(), firstKept);
 }
 
-std::vector<DictionaryObj::Entry>::iterator DictionaryObj::place(const ::String& key) noexcept
+std::size_t DictionaryObj::place(const ::String& key) const noexcept
 {
-    return std::lower_bound(_entries.begin(), _entries.end(), key,
+    const auto found = std::lower_bound(_entries.begin(), _entries.end(), key,
         [](const Entry& entry, const ::String& sought) { return entry.key->compare(sought) < 0; });
+    return static_cast<std::size_t>(found - _entries.begin());
+}
+
+bool DictionaryObj::isAt(std::size_t index, const ::String& key) const noexcept
+{
+    return index < _entries.size() && _entries[index].key->compare(key) == 0;
 }
 
 Ref<TVector<Ref<::String>>> DictionaryObj::keys() const noexcept
@@ -137,10 +146,10 @@ Ref<Value> DictionaryObj::find(Ref<::String> key) const noexcept
 {
     if (!isUsableKey(key))
         return nullptr;
-    const auto found = const_cast<DictionaryObj*>(this)->place(*key);
-    if (found == _entries.end() || found->key->compare(*key) != 0)
+    const std::size_t index = place(*key);
+    if (!isAt(index, *key))
         return refuse(ErrNotAvailable);
-    return found->value;
+    return _entries[index].value;
 }
 
 bool DictionaryObj::set(Ref<::String> key, Ref<Value> value) noexcept
@@ -149,14 +158,15 @@ bool DictionaryObj::set(Ref<::String> key, Ref<Value> value) noexcept
         return false;
     // What is built in key order, as a copy is, appends without a search.
     const bool isLast = _entries.empty() || _entries.back().key->compare(*key) < 0;
-    const auto found = isLast ? _entries.end() : place(*key);
-    const bool isThere = found != _entries.end() && found->key->compare(*key) == 0;
+    const std::size_t index = isLast ? _entries.size() : place(*key);
+    const bool isThere = isAt(index, *key);
     if (isThere && value)
-        found->value = std::move(value);
+        _entries[index].value = std::move(value);
     else if (isThere)
-        _entries.erase(found);
+        _entries.erase(_entries.begin() + static_cast<std::ptrdiff_t>(index));
     else if (value)
-        _entries.insert(found, {std::move(key), std::move(value)});
+        _entries.insert(
+            _entries.begin() + static_cast<std::ptrdiff_t>(index), {std::move(key), std::move(value)});
     _changed = true;
     return true;
 }

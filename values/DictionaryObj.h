@@ -30,7 +30,8 @@ public:
 
 private:
     // Where the key stands, or belongs.
-    std::vector<Entry>::iterator place(const ::String& key) noexcept;
+    std::size_t place(const ::String& key) const noexcept;
+    bool isAt(std::size_t index, const ::String& key) const noexcept;
 
     std::vector<Entry> _entries; // ascending by key, no key twice
     bool _changed = false;

@@ -3,7 +3,7 @@
 #include <platform/Reporter.h>
 #include <values/Array.h>
 #include <values/Dictionary.h>
-#include <values/ObjectRef.h>
+#include <values/ReferenceText.h>
 #include <values/Stream.h>
 
 namespace Libraries::Files::PDF {

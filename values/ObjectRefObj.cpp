@@ -1,6 +1,7 @@
 #include <values/ObjectRefObj.h>
 
 #include <platform/StrConv.h>
+#include <values/ReferenceText.h>
 
 namespace Libraries::Files::PDF {
 

@@ -6,7 +6,7 @@
 namespace Libraries::Files::PDF {
 
 // A string, in one of two forms: a text, as a literal string of a file has it, or bytes, as a
-// hexadecimal one does. Exactly one of `value` and `data` is not null. The two forms are never
+// hexadecimal one does. At most one of `value` and `data` is not null. The two forms are never
 // equal, even if they read the same.
 class EXPORTED String : public virtual Value {
 public:
@@ -25,8 +25,7 @@ public:
     virtual Ref<TConstArray<std::uint8_t>> data() const noexcept = 0;
 
     // Value. The text itself; of bytes, the characters when they are UTF-16 with a byte order mark,
-    // else two hexadecimal digits a byte. Null with `ErrNoResource` for an empty byte string, which
-    // has neither form.
+    // else two hexadecimal digits a byte. Null with `ErrNoResource` for a string of neither form.
     Ref<::String> asText() const noexcept override;
     bool equal(Ref<Value> other) const noexcept override;
 };

@@ -36,6 +36,12 @@ Ref<TConstArray<std::uint8_t>> toBigEndianUtf16(const ::String& text)
     return TConstArray<std::uint8_t>::create(bytes.data(), bytes.size());
 }
 
+// Whether these are 16-bit units behind this mark.
+bool beginsWith(const TConstArray<std::uint8_t>& bytes, std::uint8_t first, std::uint8_t second)
+{
+    return bytes.size() >= 2 && bytes.size() % 2 == 0 && bytes.data()[0] == first && bytes.data()[1] == second;
+}
+
 // The 16-bit units behind the byte order mark.
 Ref<::String> fromUtf16(const TConstArray<std::uint8_t>& bytes, bool isBigEndian)
 {
@@ -73,14 +79,13 @@ Ref<::String> String::asText() const noexcept
     const Ref<TConstArray<std::uint8_t>> bytes = data();
     if (!bytes)
         return refuse(ErrNoResource);
-    const std::uint8_t* first = bytes->data();
-    if (bytes->size() % 2 == 0 && first[0] == 0xFF && first[1] == 0xFE)
+    if (beginsWith(*bytes, 0xFF, 0xFE))
         return fromUtf16(*bytes, false);
-    if (bytes->size() % 2 == 0 && first[0] == 0xFE && first[1] == 0xFF)
+    if (beginsWith(*bytes, 0xFE, 0xFF))
         return fromUtf16(*bytes, true);
     const Ref<StringPrinter> printer = StringPrinter::create();
     for (std::size_t i = 0; i < bytes->size(); ++i)
-        printer->hex().width(2).print(first[i]);
+        printer->hex().width(2).print(bytes->data()[i]);
     return printer->take();
 }
 

@@ -9,7 +9,10 @@ namespace Libraries::Files::PDF {
 // The root of the values that a PDF file is made of. Values are shared by `Ref`, never copied.
 // To use one as what it is, ask `type` and then `cast` to the interface class of that kind; the
 // typed accessors of `Array`, `Dictionary` and `Object` do both. A value belongs to one thread at a
-// time, except that scalars, which don't change, may be read from any.
+// time, except that scalars may be read from any: only the `Length` number of a stream ever changes.
+//
+// A value must not contain itself, and values that an application nests deeper than the 500 levels
+// that a file may have are its own risk: every walk, the release included, goes as deep as they do.
 class EXPORTED Value : public virtual RefCount {
 public:
     // The kinds. The numbers are part of the interface: log lines print them.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <platform/Stripe.h>
+#include <platform/Windows_1252.h>
 
 #include <algorithm>
 #include <string>
@@ -17,6 +18,21 @@ struct Fault {
     std::uint64_t write = never;
 };
 
+inline const Libraries::Strings::Encodings::ANSI::Windows_1252& encoding()
+{
+    static const auto theEncoding = make<Libraries::Strings::Encodings::ANSI::Windows_1252>(true);
+    return *theEncoding;
+}
+
+// The bytes that characters of a file stand for.
+inline std::string encodedBytes(const std::vector<std::uint32_t>& elements)
+{
+    std::string result;
+    for (const std::uint32_t element : elements)
+        result += static_cast<char>(encoding().byte(element));
+    return result;
+}
+
 // A file in memory, one element per byte, that fails on demand and leaves `failureCode` then.
 class TestStripe final : public ::Object, public virtual Interfaces::Stripe {
 public:
@@ -26,7 +42,7 @@ public:
         : _fault(fault), _elementSize(elementSize)
     {
         for (const char byte : bytes)
-            elements.push_back(static_cast<unsigned char>(byte));
+            elements.push_back(elementSize == 4 ? encoding().codePoint(std::uint8_t(byte)) : std::uint8_t(byte));
     }
 
     std::uint64_t elementSize() const noexcept override { return _elementSize; }
@@ -62,7 +78,7 @@ public:
     std::uint64_t tell() const noexcept override { return position; }
 
     // The elements as bytes.
-    std::string bytes() const { return std::string(elements.begin(), elements.end()); }
+    std::string bytes() const { return encodedBytes(elements); }
 
     std::vector<std::uint32_t> elements;
     std::uint64_t position = 0;
@@ -80,14 +96,17 @@ private:
     const std::uint64_t _elementSize;
 };
 
-// All that a stripe of 4-byte elements holds, each cut to a byte.
+// All that a stripe of 4-byte elements holds, as bytes. The stripe is then where it was: stored data is
+// shared with the document.
 inline std::string bytesOf(const Ref<Interfaces::Stripe>& stripe)
 {
     std::vector<std::uint32_t> elements(stripe->size());
     BufferDesc area = BufferDesc::plain(elements.data());
+    const std::uint64_t position = stripe->tell();
     stripe->seek(0);
     elements.resize(stripe->read(area, elements.size(), waitForever));
-    return std::string(elements.begin(), elements.end());
+    stripe->seek(position);
+    return encodedBytes(elements);
 }
 
 } // namespace Tests
