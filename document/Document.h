@@ -58,9 +58,31 @@ public:
     // stored bytes. So a caller that needs the decoded form twice keeps the first result. The stored
     // form is shared by all callers, with one position; the decoded form is the caller's alone.
     virtual Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept = 0;
+    // Replaces a stream's data by what `data`, of 1-byte elements, holds from its present place to its end,
+    // and patches `Length`, also where streams share it. With `compress` the bytes go through the compressor
+    // that `Filter` asks for, FlateDecode or none at all; without, they are stored as they are, encoded by
+    // the caller already. `Filter` and its parameters are not changed. `data` is then back at its place. The
+    // stream holds the new data from then on, and has changed. False with `ErrNullArgument`,
+    // `ErrInvalidArgument` (the width of `data`), `ErrStreamNoDict`, `ErrStreamLength` or `ErrStreamConvert`,
+    // and the stream as it was.
+    virtual bool setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept = 0;
+    // Copies the stored data of every stream that is still a view of the file into memory, 4 bytes each,
+    // so that the file may be overwritten or go away. No change of the document. A stream whose data can't
+    // be had is passed over; its code stays in the slot. False with `ErrNoResource`, `ErrInvalidArgument` or
+    // `ErrOutOfRange`; the streams before the failing one are copied, and the call can be repeated.
+    virtual bool cacheStreams() noexcept = 0;
     // Whether the document differs from what was opened: objects were added, or the value of some
     // object reports a change. Writing and reading stream data are no changes.
     virtual bool changed() const noexcept = 0;
+    // Brings the stored data of every stream to Flate or to none, with `Filter` and `Length`; all other
+    // keys stay, decode parameters too. A stream whose filter is no name is left alone. Deliberate: one
+    // with another filter name counts as uncompressed, so that on the way to Flate it is compressed as it
+    // stands and loses that name. The data is read from where it stands, and a save leaves it at its end:
+    // after one, `seek` what `streamData` gives to 0. False with `ErrInvalidArgument` for `Unknown`, or with
+    // `ErrNoValue`, `ErrStreamNoDict`, `ErrStreamLength`, `ErrStreamConvert` or `ErrFilterUpdate`; all streams
+    // then have their old form and report no change, but for the `Filter` of the failing one, which may be
+    // the new one beside the old data.
+    virtual bool recompress(Compression target) noexcept = 0;
 
     // The object of the trailer's `Root`, of type Catalog. Null with `ErrNoTrailerDict`, `ErrNoRootRef`,
     // `ErrNoRoot` or `ErrBadCatalog`.

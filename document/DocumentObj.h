@@ -3,6 +3,7 @@
 #include <document/Document.h>
 #include <document/ValueParser.h>
 #include <platform/Mon.h>
+#include <platform/Reporter.h>
 #include <platform/TConstArray.h>
 #include <values/Object.h>
 
@@ -11,6 +12,8 @@
 namespace Libraries::Files::PDF {
 
 class Number;
+class NumberObj;
+class StreamObj;
 class SubStripe;
 
 // One line of the cross-reference table.
@@ -31,7 +34,10 @@ public:
     Ref<PDF::Object> object(Ref<ObjectRef> ref) const noexcept override;
     bool write(Ref<Interfaces::Stream> out) noexcept override;
     Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept override;
+    bool setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept override;
+    bool cacheStreams() noexcept override;
     bool changed() const noexcept override;
+    bool recompress(Compression target) noexcept override;
 
     // Fills the document from the stripe; false with the code that `Document::create` leaves.
     bool load() noexcept;
@@ -58,6 +64,21 @@ private:
     // Stream data
     Ref<Number> storedLength(const Dictionary& dictionary) noexcept;
     Ref<Interfaces::Stripe> decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept;
+
+    Ref<NumberObj> lengthToPatch(const Dictionary& dictionary, const LogPiece& stream) noexcept;
+    // A stream that was brought to another compression, and what takes it back.
+    struct Recompression {
+        Ref<StreamObj> stream;
+        Ref<Interfaces::Stripe> oldData;
+        Ref<NumberObj> length;
+        std::int64_t oldLength;
+        Ref<Value> oldFilter; // null when there was none
+    };
+    bool recompressObject(
+        const PDF::Object& object, Compression target, std::vector<Recompression>& done) noexcept;
+    Ref<Interfaces::Stripe> recompressData(const Ref<Interfaces::Stripe>& stored, std::int64_t length,
+        Dictionary& dictionary, Compression target, std::uint32_t id) noexcept;
+    void rollBack(const std::vector<Recompression>& done) noexcept;
 
     // Writing
     bool writeVersion(Interfaces::Stream& out, std::uint64_t& offset) noexcept;

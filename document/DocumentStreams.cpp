@@ -3,17 +3,21 @@
 #include <document/Keys.h>
 #include <document/Report.h>
 #include <document/StreamPump.h>
+#include <platform/Heap.h>
+#include <platform/MemInStrm.h>
 #include <platform/MemoryStream.h>
 #include <platform/Windows_1252.h>
 #include <platform/ZlibFilter.h>
 #include <stripes/Convert.h>
 #include <stripes/ElementSizeStripe.h>
 #include <stripes/SubStripe.h>
-#include <values/Dictionary.h>
+#include <values/DictionaryObj.h>
 #include <values/Name.h>
-#include <values/Number.h>
+#include <values/NumberObj.h>
 #include <values/ObjectRef.h>
 #include <values/StreamObj.h>
+
+#include <limits>
 
 // Stream data. It passes through the filters as bytes, while stripes of the file and of memory hold
 // elements: a converter at each end of the pump crosses over.
@@ -24,6 +28,8 @@ namespace {
 
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
 using ByteConverter = Utils::Convert<std::uint32_t, std::uint8_t>;
+
+constexpr const char* flateName = "FlateDecode";
 
 // A stream of bytes over one of elements.
 Ref<ByteConverter> convert(Ref<Interfaces::Stream> elements)
@@ -53,10 +59,50 @@ Decoding decodingOf(const Dictionary& dictionary)
         report.oddity("Got filter entry, but no name");
         return Decoding::None;
     }
-    if (text->equals("FlateDecode"))
+    if (text->equals(flateName))
         return Decoding::Flate;
     report.fail(ErrBadFilter, "Unsupported filter type ", text);
     return Decoding::Unsupported;
+}
+
+// The compressor that the stream's `Filter` asks for, none without an entry; false with a line and
+// `ErrStreamConvert` when the filter is another one.
+bool createCompressor(const Dictionary& dictionary, const Ref<::String>& stream, Ref<BlockFilter>& compressor)
+{
+    const Ref<Value> filter = dictionary.find(Keys::filter);
+    if (!filter)
+        return true;
+    const Ref<Name> name = valueAs<Name>(filter);
+    if (!name)
+        return report.fail(ErrStreamConvert, "Compression method not supported Unknown");
+    if (!name->value() || !name->value()->equals(flateName))
+        return report.fail(ErrStreamConvert, "Compression method not supported ", name->value());
+    compressor = ZlibFilter::createCompressorStream(0);
+    return compressor
+        || report.fail(ErrStreamConvert, "Failed to create compressor block filter for stream ", stream);
+}
+
+// A copy of all that the view holds; null with a line and a code.
+Ref<Interfaces::Stripe> copyToMemory(Interfaces::Stripe& view)
+{
+    if (view.seek(0) != 0)
+        return report.fail(ErrInvalidArgument, "Failed to navigate in to be cached stream's data");
+    const std::uint64_t count = view.size();
+    if (count > std::numeric_limits<std::uint32_t>::max())
+        return report.fail(ErrOutOfRange, "Stream size is too large: ", count);
+    const std::size_t bytes = view.elementSize() * count;
+    void* block = Heap::alloc(bytes, Heap::Array, __builtin_return_address(0));
+    const Ref<MemInStrm> memory = MemInStrm::create(
+        block, bytes, [](void* held, std::size_t size) { Heap::free(held, Heap::Array, nullptr, size); });
+    BufferDesc area = BufferDesc::plain(block);
+    if (view.read(area, count, waitForever) != count)
+        return report.fail(ErrNoResource, "Failed to read from to be cached stream's data");
+    if (!memory)
+        return report.fail(ErrNoResource, "Failed to create cached stream");
+    Ref<Interfaces::Stripe> copy = Adapters::ElementSize::Stripe::create(memory);
+    if (!copy)
+        return report.fail(ErrNoResource, "Failed to create adapter stream");
+    return copy;
 }
 
 } // namespace
@@ -133,12 +179,198 @@ Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::u
     if (!target)
         return report.fail(ErrConverterCreate, "Failed to create encoding converter for stream");
     const std::uint64_t position = stored->tell();
-    const PumpEnd end = pump(*source, length, *filter, *target);
-    if (end != PumpEnd::Done)
-        return report.fail(ErrStreamConvert, pumpFailure(end));
+    const PumpResult result = pump(*source, length, filter.get(), *target);
+    if (result.end != PumpEnd::Done)
+        return report.fail(ErrStreamConvert, pumpFailure(result.end));
     stored->seek(position);
     elements->seek(0);
     return elements;
+}
+
+// The number behind the `Length` of a stream whose data is to change; null with a line and
+// `ErrStreamLength`. `stream` is how the lines name the stream.
+Ref<NumberObj> DocumentObj::lengthToPatch(const Dictionary& dictionary, const LogPiece& stream) noexcept
+{
+    const Ref<Value> value = dictionary.find(Keys::length);
+    if (!value)
+        return report.fail(ErrStreamLength, "No length entry in dictionary of stream ", stream);
+    Ref<Number> number = valueAs<Number>(value);
+    const Ref<ObjectRef> reference = valueAs<ObjectRef>(value);
+    if (!number && !reference)
+        return report.fail(ErrStreamLength, "Length entry is not valid in dictionary of stream ", stream);
+    if (reference) {
+        const Ref<PDF::Object> resolved = object(reference);
+        if (!resolved)
+            return report.fail(ErrStreamLength, "Failed to resolve length reference to object ", reference->id(),
+                " for stream ", stream);
+        number = valueAs<Number>(resolved->value());
+        if (!number)
+            return report.fail(ErrStreamLength, "Length object ", reference->id(),
+                " is not a valid number for stream ", stream);
+    }
+    Ref<NumberObj> patchable = number.cast<NumberObj>();
+    if (!patchable)
+        return report.fail(ErrStreamLength, "Failed to cast Length number to LengthObj for stream ", stream);
+    return patchable;
+}
+
+bool DocumentObj::setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept
+{
+    if (!stream || !data)
+        return refuse(ErrNullArgument);
+    if (data->elementSize() != sizeof(std::uint8_t))
+        return refuse(ErrInvalidArgument);
+    const Ref<StreamObj> holder = stream.cast<StreamObj>();
+    if (!holder)
+        return report.fail(ErrInvalidArgument, "Failed to cast Stream to StreamObj");
+    const Ref<::String> name = stream->asText();
+    const Ref<Dictionary> dictionary = stream->dict();
+    if (!dictionary)
+        return report.fail(ErrStreamNoDict, "Failed to retrieve dictionary of stream ", name);
+    const Ref<NumberObj> length = lengthToPatch(*dictionary, name);
+    if (!length)
+        return false;
+    Ref<BlockFilter> compressor;
+    if (compress && !createCompressor(*dictionary, name, compressor))
+        return false;
+    const Ref<Interfaces::Stripe> elements = Adapters::ElementSize::Stripe::create(MemoryStream::create(0, 1));
+    const Ref<ByteConverter> target = elements ? convert(elements) : nullptr;
+    if (!target)
+        return report.fail(ErrStreamLength, "Failed to create encoding converter for stream ", name);
+    const std::uint64_t position = data->tell();
+    const PumpResult result = pump(*data, data->size() - position, compressor.get(), *target);
+    if (result.end == PumpEnd::Read)
+        return report.fail(ErrStreamConvert, "Failed to read updated stream data of stream ", name, "; read ",
+            result.got, ", of ", result.asked, "; error: ", result.code);
+    if (result.end != PumpEnd::Done)
+        return report.fail(ErrStreamConvert, pumpFailure(result.end), " ", name);
+    // Nothing fails from here on: a run that failed has changed neither data nor length.
+    data->seek(position);
+    elements->seek(0);
+    holder->strmData(elements);
+    length->setIntPart(static_cast<std::int64_t>(elements->size()));
+    return true;
+}
+
+bool DocumentObj::cacheStreams() noexcept
+{
+    for (const Ref<PDF::Object>& object : _objects) {
+        const Ref<Value> value = object->value();
+        if (!value || value->type() != Value::Type::Stream)
+            continue;
+        const Ref<StreamObj> stream = value.cast<StreamObj>();
+        if (!stream)
+            return report.fail(ErrNoResource, "Failed to cast to stream object: ", object->asText());
+        // A stream whose data can't be had is passed over; its code stays in the slot.
+        const Ref<Interfaces::Stripe> data = streamData(stream, false);
+        if (!data || !data.cast<SubStripe>())
+            continue;
+        Ref<Interfaces::Stripe> copy = copyToMemory(*data);
+        if (!copy)
+            return false;
+        stream->strmData(std::move(copy));
+        stream->resetChanged(); // the copy only mirrors the file
+    }
+    return true;
+}
+
+bool DocumentObj::recompress(Compression target) noexcept
+{
+    if (target != Compression::None && target != Compression::Flate)
+        return refuse(ErrInvalidArgument);
+    std::vector<Recompression> done;
+    for (const Ref<PDF::Object>& object : _objects)
+        if (object->valueType() == Value::Type::Stream && !recompressObject(*object, target, done)) {
+            const std::uint32_t code = Error::get();
+            rollBack(done);
+            return refuse(code);
+        }
+    _changed = _changed || !done.empty();
+    return true;
+}
+
+bool DocumentObj::recompressObject(
+    const PDF::Object& object, Compression target, std::vector<Recompression>& done) noexcept
+{
+    const std::uint32_t id = object.id();
+    const Ref<Stream> stream = object.value().cast<Stream>();
+    if (!stream)
+        return report.fail(ErrNoValue, "Failed to cast value of object ", id, " to stream");
+    const Ref<StreamObj> holder = stream.cast<StreamObj>();
+    if (!holder)
+        return report.fail(ErrStreamLength, "Failed to cast Stream to StreamObj for ", id);
+    // Deliberate: a filter of another name counts as none. On the way to Flate its data is compressed as
+    // it stands and the name is lost; on the way to None it is left alone.
+    const Compression compression = stream->compression();
+    if (compression == target)
+        return true;
+    if (compression == Compression::Unknown) {
+        report.oddity("Unsupported compression for stream of object ", id);
+        return true;
+    }
+    const Ref<Dictionary> dictionary = stream->dict();
+    if (!dictionary)
+        return report.fail(ErrStreamNoDict, "Failed to retrieve dictionary of stream ", id);
+    const Ref<Interfaces::Stripe> stored = streamData(stream, false);
+    if (!stored)
+        return report.fail(ErrStreamLength, "Failed to retrieve data for stream ", id);
+    const Ref<NumberObj> length = lengthToPatch(*dictionary, id);
+    if (!length)
+        return false;
+    const Ref<Value> filter = dictionary->find(Keys::filter);
+    Ref<Interfaces::Stripe> converted = recompressData(stored, length->intPart(), *dictionary, target, id);
+    if (!converted)
+        return false;
+    done.push_back({holder, stored, length, length->intPart(), filter});
+    length->setIntPart(static_cast<std::int64_t>(converted->size()));
+    holder->strmData(std::move(converted));
+    return true;
+}
+
+// The stored data in the target's form. Deliberate: `Filter` changes first, and a failure behind that
+// leaves it so, beside the old data and length: the document is then damaged in this one stream.
+Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe>& stored, std::int64_t length,
+    Dictionary& dictionary, Compression target, std::uint32_t id) noexcept
+{
+    const bool isCompressing = target == Compression::Flate;
+    const Ref<ByteConverter> source = convert(stored);
+    if (!source)
+        return report.fail(ErrStreamLength, "Failed to create decoding converter for stream ", id);
+    const Ref<BlockFilter> filter
+        = isCompressing ? ZlibFilter::createCompressorStream(0) : ZlibFilter::createDecompressorStream();
+    if (!filter)
+        return report.fail(ErrStreamConvert,
+            isCompressing ? "Failed to create compressor block filter for stream "
+                          : "Failed to create decompressor block filter for stream ",
+            id);
+    if (!dictionary.set(Keys::filter, isCompressing ? Name::create(::String::create(flateName)) : nullptr))
+        return report.fail(ErrFilterUpdate, "Failed to update Filter in dictionary of stream ", id);
+    Ref<Interfaces::Stripe> elements = Adapters::ElementSize::Stripe::create(MemoryStream::create(0, 1));
+    const Ref<ByteConverter> converted = elements ? convert(elements) : nullptr;
+    if (!converted)
+        return report.fail(ErrStreamLength, "Failed to create encoding converter for stream ", id);
+    const std::uint64_t position = stored->tell();
+    const PumpResult result = pump(*source, static_cast<std::uint64_t>(length), filter.get(), *converted);
+    if (result.end != PumpEnd::Done)
+        return report.fail(ErrStreamConvert, pumpFailure(result.end), " ", id);
+    stored->seek(position);
+    elements->seek(0);
+    return elements;
+}
+
+// Puts back what was converted. Deliberate: the streams and their dictionaries then report no change, even
+// if they had reported one before.
+void DocumentObj::rollBack(const std::vector<Recompression>& done) noexcept
+{
+    for (const Recompression& record : done) {
+        record.stream->strmData(record.oldData);
+        record.length->setIntPart(record.oldLength);
+        const Ref<Dictionary> dictionary = record.stream->dict();
+        dictionary->set(Keys::filter, record.oldFilter);
+        record.stream->resetChanged();
+        if (const Ref<DictionaryObj> resettable = dictionary.cast<DictionaryObj>())
+            resettable->resetChanged();
+    }
 }
 
 } // namespace Libraries::Files::PDF

@@ -23,9 +23,9 @@ struct Block {
     unsigned char* const bytes;
 };
 
-bool writeAll(Interfaces::Stream& target, Block& out, std::size_t count)
+bool writeAll(Interfaces::Stream& target, const Block& block, std::size_t count)
 {
-    BufferDesc area = BufferDesc::plain(out.bytes);
+    BufferDesc area = BufferDesc::plain(block.bytes);
     return count == 0 || target.write(area, count, waitForever) == count;
 }
 
@@ -74,13 +74,15 @@ const char* pumpFailure(PumpEnd end) noexcept
     case PumpEnd::Read: return "Failed to read converted stream data of stream";
     case PumpEnd::Convert: return "Failed to convert data of stream";
     case PumpEnd::Write: return "Failed to write converted stream data of stream";
+    case PumpEnd::WriteUnfiltered: return "Failed to write stream data of stream";
     case PumpEnd::Flush: return "Failed to flush conversion of stream";
     case PumpEnd::WriteFlushed: return "Failed to write flushed converted stream data of stream";
     }
     return "";
 }
 
-PumpEnd pump(Interfaces::Stream& source, std::uint64_t amount, BlockFilter& filter, Interfaces::Stream& target) noexcept
+PumpResult pump(
+    Interfaces::Stream& source, std::uint64_t amount, BlockFilter* filter, Interfaces::Stream& target) noexcept
 {
     Block in;
     Block out;
@@ -90,15 +92,19 @@ PumpEnd pump(Interfaces::Stream& source, std::uint64_t amount, BlockFilter& filt
     for (std::uint64_t left = amount; left != 0 && carried < blockSize;) {
         const std::uint64_t chunk = std::min<std::uint64_t>(left, blockSize - carried);
         BufferDesc area = BufferDesc::plain(in.bytes + carried);
-        if (source.read(area, chunk, waitForever) != chunk)
-            return PumpEnd::Read;
+        const std::uint64_t got = source.read(area, chunk, waitForever);
+        if (got != chunk)
+            return {PumpEnd::Read, got, chunk, Error::get()};
         std::size_t count = chunk;
-        if (const PumpEnd end = feed(filter, in, carried, count, out, target); end != PumpEnd::Done)
-            return end;
+        if (!filter && !writeAll(target, in, count))
+            return {PumpEnd::WriteUnfiltered};
+        if (filter)
+            if (const PumpEnd end = feed(*filter, in, carried, count, out, target); end != PumpEnd::Done)
+                return {end};
         left -= chunk;
-        carried = count;
+        carried = filter ? count : 0;
     }
-    return flush(filter, out, target);
+    return {filter ? flush(*filter, out, target) : PumpEnd::Done};
 }
 
 } // namespace Libraries::Files::PDF

@@ -146,7 +146,8 @@ TEST(ValueParser, literalStrings)
         {"no end", "(abc", refused},
         {"raw characters above 159 stay", "(\xE9) ", "\xE9"},
         {"the undefined ones are 0", "(\x81\\215) ", std::string(2, '\0')},
-        {"the others are those of Windows-1252", "(\x80) ", "\xAC"}, // U+20AC, cut to a byte
+        {"octal ones are those of Windows-1252", "(\\200) ", "\xAC"}, // U+20AC, cut to a byte by the test
+        {"raw ones are cut to 8 bits first", "(\x93) ", "\x1C"}, // U+201C
     };
     check(cases);
 }
