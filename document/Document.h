@@ -30,7 +30,8 @@ public:
     //
     // What is accepted: one classic cross-reference section of one subsection, the last of the file.
     // `Prev` and `XRefStm` are not followed, so of an updated file only the newest objects are there;
-    // `Encrypt` has no effect. Values nest up to 500 levels.
+    // `Encrypt` has no effect. Two limits are this reader's own: values nest up to 500 levels, and the
+    // objects together take up to 16 times the file, which only objects inside objects could exceed.
     static Ref<Document> create(Ref<Interfaces::Stripe> stripe) noexcept;
 
     // 1 to 8 for PDF 1.0 to 1.7, 13 for 2.0; `versionToString` gives the text.
@@ -45,18 +46,20 @@ public:
     // their ids and keep them; the table has one subsection, so it fits only when the ids are
     // consecutive and the first follows the subsection's first number by one. `Size` of the trailer is
     // brought up to date, in memory too. False with `ErrNullArgument`, `ErrInvalidArgument` (the width),
-    // `ErrWriteVersion`, `ErrWriteObject` or `ErrWriteTrailer`; what was written then is of no use.
+    // `ErrWriteVersion`, `ErrWriteObject` or `ErrWriteTrailer`; what was written then is of no use. The data
+    // of streams is read through `streamData`, with what that does to later calls of it.
     virtual bool write(Ref<Interfaces::Stream> out) noexcept = 0;
     // The data of a stream, in 4-byte elements, one per byte. With `decoded` false the stored bytes; with
     // true those that come out of FlateDecode, the one filter known, or the stored ones when there is no
-    // filter. Null with `ErrNullArgument`, `ErrOutOfRange` (the data would begin behind the end of the
-    // file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`, `ErrBadStreamLength`,
+    // filter. Null with `ErrNullArgument`, `ErrOutOfRange` (the data would begin at or behind the end
+    // of the file, or it comes from no file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`, `ErrBadStreamLength`,
     // `ErrConverterCreate` or `ErrStreamConvert`.
     //
     // Deliberate: data that the stream holds comes back as it is, whatever `decoded` says. The stream
-    // holds its data once it was replaced, and from the first call on, when it takes the view of its
-    // stored bytes. So a caller that needs the decoded form twice keeps the first result. The stored
-    // form is shared by all callers, with one position; the decoded form is the caller's alone.
+    // holds its data once it was replaced, and from the first call on, that of a save included, when it
+    // takes the view of its stored bytes. So a caller that needs the decoded form twice keeps the first
+    // result. What is held is shared by all callers and stands where the last reader left it: `seek` it
+    // to 0. The decoded form is the caller's alone and stands at 0.
     virtual Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept = 0;
     // Replaces a stream's data by what `data`, of 1-byte elements, holds from its present place to its end,
     // and patches `Length`, also where streams share it. With `compress` the bytes go through the compressor
@@ -72,7 +75,8 @@ public:
     // `ErrOutOfRange`; the streams before the failing one are copied, and the call can be repeated.
     virtual bool cacheStreams() noexcept = 0;
     // Whether the document differs from what was opened: objects were added, or the value of some
-    // object reports a change. Writing and reading stream data are no changes.
+    // object reports a change; what lies behind an array doesn't count. Neither a save nor the reading of
+    // stream data is a change, and a save resets nothing.
     virtual bool changed() const noexcept = 0;
     // Brings the stored data of every stream to Flate or to none, with `Filter` and `Length`; all other
     // keys stay, decode parameters too. A stream whose filter is no name is left alone. Deliberate: one

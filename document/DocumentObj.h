@@ -94,8 +94,7 @@ private:
     bool writeTrailer(
         Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
 
-    // The order of the members is that in which their ends are told: the form goes first, the stripe
-    // last.
+    // Released from the last to the first.
     Ref<Interfaces::Stripe> _stripe; // the file; its position is the parser's
     Ref<Mon> _monitor;               // guards the stripe's position while views read it
     Ref<::String> _lineEnding;       // LF until the file was looked at

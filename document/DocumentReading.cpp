@@ -52,19 +52,15 @@ bool DocumentObj::readHeader(CharReader& lines) noexcept
 // Starts behind the header line, ends behind its ending.
 bool DocumentObj::detectLineEnding() noexcept
 {
-    const auto next = [this](std::uint32_t& c) {
-        BufferDesc area = BufferDesc::plain(&c);
-        return _stripe->read(area, 1, waitForever) == 1;
-    };
     std::uint32_t c = 0;
-    if (!next(c))
+    if (!readElement(*_stripe, c))
         return refuse(ErrBadLineEnding);
     if (!Syntax::isLineEnd(c))
         return report.fail(ErrBadLineEnding, "Unexpected line ending character: ", c);
     _lineEnding = ::String::create(c);
     if (c == Syntax::lineFeed)
         return true;
-    if (!next(c))
+    if (!readElement(*_stripe, c))
         return refuse(ErrBadLineEnding);
     if (c == Syntax::lineFeed) {
         _lineEnding = _lineEnding->append(c);
@@ -76,8 +72,7 @@ bool DocumentObj::detectLineEnding() noexcept
 
 bool DocumentObj::readElementAt(std::uint64_t position, std::uint32_t& c) noexcept
 {
-    BufferDesc area = BufferDesc::plain(&c);
-    return _stripe->seek(position) == position && _stripe->read(area, 1, waitForever) == 1;
+    return _stripe->seek(position) == position && readElement(*_stripe, c);
 }
 
 // Whether the last character of the keyword stands at `last`, and the others before it.

@@ -129,7 +129,7 @@ Ref<Interfaces::Stripe> DocumentObj::streamData(Ref<Stream> stream, bool decoded
     if (!length)
         return nullptr;
     const std::uint64_t count = static_cast<std::uint64_t>(length->intPart());
-    if (offset + count > fileSize)
+    if (count > fileSize - offset)
         return report.fail(ErrBadStreamLength, "Stream end ", offset + count,
             " is out of range of underlying file: ", fileSize);
     const Ref<SubStripe> stored = make<SubStripe>(_stripe, _monitor, offset, count);

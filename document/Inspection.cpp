@@ -10,9 +10,11 @@ namespace {
 // `DocumentObj` is the one class behind the interface.
 Ref<DocumentObj> implementation(const Ref<Document>& document)
 {
+    if (!document)
+        return refuse(ErrNullArgument);
     Ref<DocumentObj> result = document.cast<DocumentObj>();
     if (!result)
-        refuse(ErrNullArgument);
+        return refuse(ErrInvalidArgument);
     return result;
 }
 

@@ -5,18 +5,17 @@
 
 #include <document/Document.h>
 
-// What programs that look at a whole document need besides the operations of `Document`.
+// What programs that look at a whole document need besides the operations of `Document`. For null all of
+// them leave `ErrNullArgument`, for a document that `Document::create` didn't make `ErrInvalidArgument`.
 namespace Libraries::Files::PDF {
 
-// All indirect objects in the order of the document's table: ascending ids, new objects last. Empty
-// with `ErrNullArgument` for null.
+// All indirect objects in the order of the document's table: ascending ids, new objects last.
 EXPORTED StackVector<Ref<Object>> objectsOf(const Ref<Document>& document) noexcept;
-// The line ending that the file was read with and is written with: CR, LF or CR LF. Null with
-// `ErrNullArgument` for null.
+// The line ending that the file was read with and is written with: CR, LF or CR LF.
 EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
 // The characters that stand for the value in a written file, one element each; a stream's data, as
-// stored, included. Null when the value can't be written, with `ErrInvalidArgument`, `ErrNoResource`
-// or `ErrOutOfRange`, or with `ErrNullArgument` for null.
+// stored, included, which counts as a call of `streamData`. Null when the value can't be written, with
+// `ErrInvalidArgument`, `ErrNoResource` or `ErrOutOfRange`, or with `ErrNullArgument` for a null value.
 EXPORTED Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept;
 
 } // namespace Libraries::Files::PDF

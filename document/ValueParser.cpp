@@ -24,14 +24,17 @@
 //               reference of the two numbers before it
 //   stream      "stream" [line end], behind the dictionary of an object; the data is not read
 //
-// A word of an object ends at white space only, and one of a list also at "%", "/", ")"'s like "]" and
-// ">>". The two readers of values, `readValue` and `readValueList`, look alike and deliberately differ:
-// comments, "null" and references exist in lists alone, and only an object may have white space
-// between "<" and the first digit of a hexadecimal string. "endobj" and "endstream" are never looked at.
+// A word of an object ends at white space only; one of a list also at "%", at "/", and at the end of the
+// list. "<", "(" and "[" don't end it: what they open is read, and the word goes on behind. The two readers
+// of values, `readValue` and `readValueList`, look alike and deliberately differ: comments, "null" and
+// references exist in lists alone, and only an object may have white space between "<" and the first digit
+// of a hexadecimal string. "endobj" and "endstream" are never looked at.
 
 namespace Libraries::Files::PDF {
 
 namespace {
+
+constexpr std::uint64_t mostReadings = 16; // of the file, by all objects together
 
 bool isHexDigit(std::uint32_t c)
 {
@@ -138,6 +141,13 @@ Ref<ValueObj> endHexString(std::vector<std::uint8_t> bytes, std::uint32_t pendin
     return make<StringObj>(TConstArray<std::uint8_t>::create(bytes.data(), bytes.size()));
 }
 
+Ref<Value> valueOr(Ref<ValueObj> value, const char* message, std::uint64_t position)
+{
+    if (!value)
+        return report.line(message, position);
+    return value;
+}
+
 // Counts one more array or dictionary for as long as it is read.
 class Nesting {
 public:
@@ -161,8 +171,13 @@ private:
 
 bool ValueParser::next(std::uint32_t& c) noexcept
 {
-    BufferDesc area = BufferDesc::plain(&c);
-    return _stripe.read(area, 1, waitForever) == 1;
+    return readElement(_stripe, c);
+}
+
+bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
+{
+    std::uint32_t found = 0;
+    return _stripe.seek(position) == position && next(found) && found == c;
 }
 
 bool ValueParser::giveBack(std::uint64_t count) noexcept
@@ -174,14 +189,29 @@ bool ValueParser::giveBack(std::uint64_t count) noexcept
 // Seeks to `offset`, and leaves the stripe behind what the value took.
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
+    if (_taken / mostReadings > _stripe.size())
+        return report.line("Objects overlap too often; offset: ", offset);
+    if (!readHeader(id, generation, offset))
+        return nullptr;
+    Ref<Value> value = readValue();
+    if (!value)
+        return report.line("Failed to read value of object ", id, " at ", offset);
+    _taken += here() - offset;
+    return make<ObjectObj>(id, static_cast<std::uint16_t>(generation), std::move(value));
+}
+
+// Seeks to `offset`, and leaves the stripe where the value may begin. Of a line that goes on with the
+// value no more is read than the value's first piece: a whole file may stand on one line.
+bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
+{
     if (_stripe.seek(offset) != offset)
-        return nullptr;
-    const Ref<::String> line = _lines.readLine();
+        return false;
+    const Ref<::String> line = _lines.readPieces(4);
     if (!line || line->isEmpty())
-        return nullptr;
+        return false;
     const Ref<TVector<Ref<::String>>> pieces = StringUtil::split(line, ' ', 0);
     if (pieces->size() < 3 || !pieces->get(2)->equals(Syntax::objectKeyword))
-        return nullptr;
+        return false;
     unsigned gotId = 0;
     if (!StrConv::num(pieces->get(0), &gotId, nullptr))
         return report.line("Object id is invalid: ", pieces->get(0), "; offset: ", offset);
@@ -193,17 +223,12 @@ Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, 
     if (gotGeneration != generation)
         return report.line(
             "Generation for object at ", offset, " differs; expected ", generation, ", but got ", gotGeneration);
-    if (pieces->size() > 3) {
-        // Deliberate: the piece is looked for from the start of the line, so one that also stands in
-        // the header is found there.
-        const std::uint64_t valueOffset = offset + line->find(pieces->get(3), 0);
-        if (_stripe.seek(valueOffset) != valueOffset)
-            return nullptr;
-    }
-    const Ref<Value> value = readValue();
-    if (!value)
-        return report.line("Failed to read value of object ", id, " at ", offset);
-    return make<ObjectObj>(id, static_cast<std::uint16_t>(generation), value);
+    if (pieces->size() == 3)
+        return true;
+    // Deliberate: the piece is looked for from the start of the line, so one that also stands in the
+    // header is found there.
+    const std::uint64_t valueOffset = offset + line->find(pieces->get(3), 0);
+    return _stripe.seek(valueOffset) == valueOffset;
 }
 
 // Starts behind the object header. A word leaves the stripe behind the white space that ended it.
@@ -219,26 +244,19 @@ Ref<Value> ValueParser::readValue() noexcept
             continue;
         }
         const std::uint64_t position = here();
-        if (previous == '<' && isHexDigit(c)) {
-            const Ref<ValueObj> string = readHexString(c);
-            return string ? Ref<Value>(string)
-                          : report.line("Failed to read hex string in object at ", position - 1);
-        }
+        if (previous == '<' && isHexDigit(c))
+            return valueOr(readHexString(c), "Failed to read hex string in object at ", position - 1);
         if (previous == '<' && c == '<')
             return giveBack(2) ? readDictionaryOrStream() : nullptr;
-        Ref<ValueObj> value;
         switch (c) {
         case '<':
             break;
         case '(':
-            value = readLiteralString();
-            return value ? Ref<Value>(value) : report.line("Failed to read string in object at ", position);
+            return valueOr(readLiteralString(), "Failed to read string in object at ", position);
         case '/':
-            value = readName();
-            return value ? Ref<Value>(value) : report.line("Failed to read identifer in object at ", position);
+            return valueOr(readName(), "Failed to read identifer in object at ", position);
         case '[':
-            value = readArray();
-            return value ? Ref<Value>(value) : report.line("Failed to read array in object at ", position);
+            return valueOr(readArray(), "Failed to read array in object at ", position);
         default:
             word += char32_t(c);
         }
@@ -264,10 +282,10 @@ Ref<Value> ValueParser::readTopWord(const std::u32string& word) noexcept
 Ref<Value> ValueParser::readDictionaryOrStream() noexcept
 {
     const std::uint64_t position = here();
-    const Ref<Dictionary> dictionary = readDictionary();
+    Ref<Dictionary> dictionary = readDictionary();
     if (!dictionary)
         return report.line("Failed to read dictionary in object at ", position);
-    Ref<Value> value = readStreamTail(dictionary);
+    Ref<Value> value = readStreamTail(std::move(dictionary));
     if (!value)
         return report.line("Failed to read stream in object at ", position);
     return value;
@@ -416,6 +434,9 @@ bool ValueParser::readNested(Values& out, std::uint32_t opener, std::uint32_t pr
         if (!giveBack(2))
             return false;
         value = readDictionary();
+        // Right behind another dictionary the two places back begin with its last ">".
+        if (!value && !isAt(position, '<'))
+            ++position;
         break;
     default:
         position -= 1;
@@ -522,6 +543,8 @@ Ref<ValueObj> ValueParser::readLiteralString() noexcept
         } else if (c == ')' && depth == 0) {
             return make<StringObj>(::String::create(text));
         } else {
+            // Deliberate: of a character its low 8 bits count. So bytes from 128 to 159, which stand for
+            // characters above, don't come back as they were; their octal forms do.
             depth += c == '(' ? 1 : 0;
             depth -= c == ')' ? 1 : 0;
             text += char32_t(Syntax::characterOfByte(c & 0xFF));

@@ -21,7 +21,9 @@ public:
     // Both must outlive the parser; `lines` reads the stripe.
     ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept : _stripe(stripe), _lines(lines) {}
 
-    // The object at `offset`, whose header must show this id and generation.
+    // The object at `offset`, whose header must show this id and generation. Objects that lie inside each
+    // other are read as often as the table names them; once the objects have taken more than 16 times
+    // the elements of the stripe, it is null, with a line.
     Ref<Object> readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     // The dictionary that follows, wherever its "<<" stands.
     Ref<DictionaryObj> readDictionary() noexcept;
@@ -35,8 +37,10 @@ private:
     // The stripe: the next element, giving some back, the present place.
     bool next(std::uint32_t& c) noexcept;
     bool giveBack(std::uint64_t count) noexcept;
+    bool isAt(std::uint64_t position, std::uint32_t c) noexcept;
     std::uint64_t here() const noexcept { return _stripe.tell(); }
 
+    bool readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     Ref<Value> readTopWord(const std::u32string& word) noexcept;
     Ref<Value> readDictionaryOrStream() noexcept;
     bool readValueList(Values& out, ListEnd end) noexcept;
@@ -54,6 +58,7 @@ private:
 
     Interfaces::Stripe& _stripe;
     CharReader& _lines;
+    std::uint64_t _taken = 0; // elements that objects were read from
     unsigned _depth = 0; // of the arrays and dictionaries that are being read
 };
 

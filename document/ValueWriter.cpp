@@ -67,7 +67,8 @@ bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
     case Value::Type::Name:
         return writeAs<Name>(value, "Failed to cast name to Name", [this](const Name& name) {
             _out.append('/');
-            _out.append(*name.value());
+            if (const Ref<::String> text = name.value())
+                _out.append(*text);
             return true;
         });
     case Value::Type::Boolean:
@@ -247,9 +248,10 @@ bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
     if (data.seek(0) != 0)
         return report.fail(ErrNoResource, "Failed to navigate stream data");
     _out.append(_lineEnding);
-    std::uint32_t* elements = _out.grow(count);
+    const bool isReadable = data.elementSize() == sizeof(std::uint32_t);
+    std::uint32_t* elements = _out.grow(isReadable ? count : 0);
     BufferDesc area = BufferDesc::plain(elements);
-    if (data.elementSize() != sizeof(*elements) || data.read(area, count, waitForever) != count)
+    if (!isReadable || data.read(area, count, waitForever) != count)
         return report.fail(ErrNoResource, "Failed to retrieve stream data");
     if (!Syntax::isLineEnd(elements[count - 1]))
         _out.append(_lineEnding);

@@ -8,7 +8,8 @@ namespace Libraries::Files::PDF {
 // 2.0; 9 to 12 deliberately stay unused. 0, with a line, for any other text.
 std::uint32_t versionFromStrings(const Ref<::String>& major, const Ref<::String>& minor) noexcept;
 
-// The text of a version number, as "PDF-1.7". Null, with a line of level 3, for a number of no version.
+// The text of a version number, as "PDF-1.7". Null, with a line of level 3 and no code, for a number of no
+// version.
 EXPORTED Ref<::String> versionToString(std::uint32_t version) noexcept;
 
 } // namespace Libraries::Files::PDF

@@ -8,15 +8,26 @@ Ref<CharReader> CharReader::create(Ref<Interfaces::Stream> stream, std::size_t) 
 
 CharReader::Got CharReader::next(std::uint32_t& c) noexcept
 {
-    BufferDesc area = BufferDesc::plain(&c);
-    if (_stripe->read(area, 1, waitForever) == 1)
+    if (readElement(*_stripe, c))
         return Got::Character;
     return _stripe->tell() < _stripe->size() ? Got::Failure : Got::End;
 }
 
-Ref<String> CharReader::readLine() noexcept
+// Behind a CR: passes a LF, and gives back anything else.
+bool CharReader::passLineFeed() noexcept
+{
+    std::uint32_t c = 0;
+    const Got got = next(c);
+    if (got != Got::Character || c == '\n')
+        return got != Got::Failure;
+    const std::uint64_t back = _stripe->tell() - 1;
+    return _stripe->seek(back) == back;
+}
+
+Ref<String> CharReader::readUpTo(std::size_t pieces) noexcept
 {
     _line.clear();
+    std::size_t count = 0;
     std::uint32_t c = 0;
     for (;;) {
         const Got got = next(c);
@@ -25,16 +36,12 @@ Ref<String> CharReader::readLine() noexcept
         if (got == Got::End || c == '\n')
             break;
         if (c == '\r') {
-            const Got peeked = next(c);
-            if (peeked == Got::Failure)
+            if (!passLineFeed())
                 return nullptr;
-            if (peeked == Got::Character && c != '\n') {
-                const std::uint64_t back = _stripe->tell() - 1;
-                if (_stripe->seek(back) != back)
-                    return nullptr;
-            }
             break;
         }
+        if (c == ' ' && !_line.empty() && _line.back() != U' ' && ++count == pieces)
+            break;
         _line += char32_t(c);
     }
     return String::create(_line);

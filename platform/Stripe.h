@@ -90,3 +90,10 @@ public:
 };
 
 } // namespace Interfaces
+
+// The next element of a stripe of 4-byte elements; false when there is none, or none can be had.
+inline bool readElement(Interfaces::Stripe& stripe, std::uint32_t& element) noexcept
+{
+    BufferDesc area = BufferDesc::plain(&element);
+    return stripe.read(area, 1, waitForever) == 1;
+}

@@ -287,3 +287,31 @@ TEST(ValueAsDict, followsOneReferenceAndNoMore)
     EXPECT_FALSE(resolve("none"));
     EXPECT_EQ(Error::get(), std::uint32_t(ErrNullArgument));
 }
+
+TEST(Opening, objectsInsideObjectsDoNotMultiplyTheWork)
+{
+    // Each string holds all the objects behind it; honest files, even those of one line, read each
+    // character about once.
+    std::string nested = "%PDF-1.4\n", flat = nested, rows, flatRows;
+    const auto row = [](std::size_t offset) {
+        char text[32];
+        std::snprintf(text, sizeof(text), "%010zu 00000 n \n", offset);
+        return std::string(text);
+    };
+    const int count = 3000;
+    for (int id = 1; id <= count; ++id) {
+        rows += row(nested.size());
+        nested += std::to_string(id) + " 0 obj ( ";
+        flatRows += row(flat.size());
+        flat += std::to_string(id) + " 0 obj 5 ";
+    }
+    const auto finished = [](const std::string& body, const std::string& table) {
+        return body + "\nxref\n1 3000\n" + table + "trailer\n<< >>\nstartxref\n" + std::to_string(body.size() + 1)
+            + "\n%%EOF";
+    };
+    LogCapture log;
+    EXPECT_FALSE(open(finished(nested + repeated(")", count), rows)));
+    EXPECT_EQ(Error::get(), std::uint32_t(ErrBadObject));
+    EXPECT_EQ(log.lines.front().rfind("Objects overlap too often; offset: ", 0), 0u);
+    EXPECT_TRUE(open(finished(flat, flatRows)));
+}

@@ -23,6 +23,16 @@ TEST(CharReader, linesEndAtEachKindOfTerminatorAndNoFurther)
     EXPECT_EQ(plain(CharReader::create(make<TestStripe>("last"), 0)->readLine()), "last");
 }
 
+TEST(CharReader, piecesEndAtABlankOrWithTheLine)
+{
+    const Ref<TestStripe> stripe = make<TestStripe>("  1 0  obj <<  >>\nnext");
+    const Ref<CharReader> reader = CharReader::create(stripe, 0);
+    EXPECT_EQ(plain(reader->readPieces(4)), "  1 0  obj <<");
+    EXPECT_EQ(stripe->position, 14u);
+    EXPECT_EQ(plain(reader->readPieces(4)), " >>");
+    EXPECT_EQ(plain(reader->readPieces(4)), "next");
+}
+
 TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
 {
     EXPECT_FALSE(CharReader::create(make<TestStripe>("abc", Fault{.read = 2}), 0)->readLine());
