@@ -8,6 +8,7 @@
 namespace Libraries::Files::PDF {
 
 class Dictionary;
+class Form;
 class Object;
 class ObjectRef;
 class Stream;
@@ -38,6 +39,17 @@ public:
     virtual std::uint32_t version() const noexcept = 0;
     // The trailer dictionary. Never null in a document that was opened.
     virtual Ref<Dictionary> trailer() const noexcept = 0;
+    // The interactive form, built on the first call from the catalog's `AcroForm`, a dictionary or a
+    // reference to one, and the same at each later call, with the same code. Null with `ErrNoEntry` when
+    // there is no such entry, with `ErrBadCast` when it leads to no dictionary; with `ErrFormCreate` a
+    // form of which only the fields in front of the first failure are there. Null with `ErrNoRoot` when
+    // there is no usable catalog; then the next call searches anew. A success leaves the slot as it was.
+    //
+    // What fails a form: an element of `Fields` or `Kids` that is no reference to a dictionary; an `FT`
+    // other than Btn, Tx, Ch and Sig; and, to keep every form finite, `Kids` that lead back to a field
+    // above, a tree of more than 500 levels, or one of more fields than 16 times the document's objects
+    // plus 10,000. A child that several fields list is built for each of them.
+    virtual Ref<Form> form() noexcept = 0;
     // The object with the id and generation of `ref`. Null with `ErrNotFound` when there is none, with
     // `ErrNullArgument` for null. Never logs.
     virtual Ref<Object> object(Ref<ObjectRef> ref) const noexcept = 0;

@@ -1,6 +1,7 @@
 #include <document/DocumentObj.h>
 
 #include <document/Report.h>
+#include <forms/Form.h>
 #include <values/Dictionary.h>
 #include <values/ObjectRef.h>
 

@@ -31,6 +31,7 @@ public:
     // Document
     std::uint32_t version() const noexcept override { return _version; }
     Ref<Dictionary> trailer() const noexcept override;
+    Ref<Form> form() noexcept override;
     Ref<PDF::Object> object(Ref<ObjectRef> ref) const noexcept override;
     bool write(Ref<Interfaces::Stream> out) noexcept override;
     Ref<Interfaces::Stripe> streamData(Ref<Stream> stream, bool decoded) noexcept override;
@@ -94,6 +95,10 @@ private:
     bool writeTrailer(
         Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
 
+    // Form
+    bool loadForm() noexcept;
+    std::uint32_t makeForm(Ref<Value> acroForm) noexcept;
+
     // Released from the last to the first.
     Ref<Interfaces::Stripe> _stripe; // the file; its position is the parser's
     Ref<Mon> _monitor;               // guards the stripe's position while views read it
@@ -109,6 +114,9 @@ private:
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries
     // leave no hole, and new objects are appended.
     std::vector<Ref<PDF::Object>> _objects;
+    Ref<Form> _form;              // null until it was asked for, and when there is none
+    bool _formLoaded = false;     // the search for it is over
+    std::uint32_t _formError = 0; // what `form` leaves each time; 0 for none
 };
 
 } // namespace Libraries::Files::PDF

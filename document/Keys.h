@@ -5,6 +5,7 @@
 // The dictionary keys that the document looks at.
 namespace Libraries::Files::PDF::Keys {
 
+inline const Ref<::String> acroForm = ::String::create("AcroForm");
 inline const Ref<::String> filter = ::String::create("Filter");
 inline const Ref<::String> kids = ::String::create("Kids");
 inline const Ref<::String> length = ::String::create("Length");
