@@ -1,0 +1,24 @@
+#pragma once
+
+#include <document/Document.h>
+#include <host/FileStripe.h>
+
+#include <optional>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// Opens a file that `document` was just written to, and compares: version, line ending, trailer but for
+// Size, and object by object id, generation and written text, stream data included. The refusal names the
+// first object that comes back otherwise, and the reason; none when the file is the same document.
+std::optional<Refusal> findDifference(
+    const Ref<PDF::Document>& document, const Ref<FileStripe>& written) noexcept;
+
+// The objects of the document in the order in which they are written.
+StackVector<Ref<PDF::Object>> objectsAsWritten(
+    const Ref<PDF::Document>& document) noexcept;
+// "object 12", and the generation if it isn't 0.
+std::string nameOf(const PDF::Object& object) noexcept;
+
+} // namespace Host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace Host {
+
+// A descriptor of the system's that closes itself.
+class Descriptor {
+public:
+    Descriptor() noexcept = default;
+    explicit Descriptor(int number) noexcept : _number(number) {}
+    Descriptor(Descriptor&& other) noexcept : _number(std::exchange(other._number, -1)) {}
+    Descriptor& operator=(Descriptor other) noexcept
+    {
+        std::swap(_number, other._number);
+        return *this;
+    }
+    ~Descriptor() noexcept
+    {
+        if (isOpen())
+            ::close(_number);
+    }
+
+    int number() const noexcept { return _number; }
+    bool isOpen() const noexcept { return _number >= 0; }
+
+private:
+    int _number = -1;
+};
+
+} // namespace Host

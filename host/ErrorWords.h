@@ -1,0 +1,22 @@
+#pragma once
+
+#include <host/Result.h>
+#include <platform/Export.h>
+
+#include <string>
+#include <string_view>
+
+namespace Host {
+
+// What a code of the library says, in words: "the first line is missing or empty".
+// A code that the library doesn't have gives a text that says so.
+EXPORTED std::string_view errorWords(std::uint32_t code) noexcept;
+// The code as people write it: "0x507".
+EXPORTED std::string codeText(std::uint32_t code) noexcept;
+
+// A refusal for what the library left in `Error`, its words behind `prefix`.
+EXPORTED Refusal codeRefusal(std::uint32_t code, std::string_view prefix = {}) noexcept;
+// A refusal for what the system answered, as `errno` holds it: "can't be opened: Permission denied".
+EXPORTED Refusal systemRefusal(std::string_view what, int systemError) noexcept;
+
+} // namespace Host

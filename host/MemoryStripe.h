@@ -1,0 +1,40 @@
+#pragma once
+
+#include <host/StripeOver.h>
+
+#include <vector>
+
+namespace Host {
+
+// A block of bytes, all of it one window.
+class MemoryBytes {
+public:
+    explicit MemoryBytes(std::vector<std::uint8_t> bytes) noexcept : _bytes(std::move(bytes)) {}
+
+    std::uint64_t size() const noexcept { return _bytes.size(); }
+    bool load(std::uint64_t, Window& window) noexcept
+    {
+        window = {_bytes.data(), 0, _bytes.size()};
+        return true;
+    }
+
+private:
+    std::vector<std::uint8_t> _bytes;
+};
+
+// A block of bytes, which it owns, to be read as a stripe. `make<MemoryStripe>(std::move(bytes))`.
+template <class Element>
+class MemoryStripeOf final : public StripeOver<MemoryBytes, Element> {
+public:
+    explicit MemoryStripeOf(std::vector<std::uint8_t> bytes) noexcept
+        : StripeOver<MemoryBytes, Element>(MemoryBytes(std::move(bytes)))
+    {
+    }
+};
+
+// A PDF file for `Document::create`: elements of 4 bytes, one per byte, its Windows-1252 code point.
+using MemoryStripe = MemoryStripeOf<std::uint32_t>;
+// Plain bytes, as data to be put into a stream.
+using ByteMemoryStripe = MemoryStripeOf<std::uint8_t>;
+
+} // namespace Host

@@ -1,0 +1,106 @@
+#include <host/Save.h>
+
+#include <document/Inspection.h>
+#include <host/Comparison.h>
+#include <host/ErrorWords.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+#include <values/Stream.h>
+
+namespace Host {
+
+namespace {
+
+using namespace Libraries::Files::PDF;
+
+// Entries of a trailer that say that what is in memory is not the whole file.
+constexpr struct {
+    const char* key;
+    const char* words;
+} partialMarks[] = {
+    {"Prev", "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
+    {"XRefStm", "the document has further objects in streams, and they would be lost (XRefStm)"},
+    {"Encrypt", "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
+};
+
+bool isChanged(const Ref<FileStripe>& source)
+{
+    return source && !source->isUnchanged();
+}
+
+const Refusal changedSource{"the file that the document was opened from was changed since"};
+
+std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref<FileStripe>& source)
+{
+    if (objectsOf(document).empty())
+        return Refusal{"the document has no objects"};
+    for (const auto& mark : partialMarks)
+        if (document->trailer()->find(::String::create(mark.key)))
+            return Refusal{mark.words};
+    if (!document->getCatalog())
+        return codeRefusal(Error::get(), "the document has no catalog: ");
+    if (isChanged(source))
+        return changedSource;
+    return {};
+}
+
+// Why the document could not be written: the failure of a file, or else the first object without a text.
+Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const Ref<FileStripe>& source)
+{
+    const std::uint32_t code = Error::get();
+    if (out.failure())
+        return *out.failure();
+    if (source && !source->trouble().empty())
+        return {"the file that the document was opened from " + source->trouble(), code};
+    for (const auto& object : objectsAsWritten(document)) {
+        if (writtenText(document, object->value()))
+            continue;
+        const Ref<Stream> stream = valueAs<Stream>(object->value());
+        const bool hasNoData = stream && !document->streamData(stream, false);
+        const std::string reason = hasNoData ? ": " + std::string(errorWords(Error::get())) : "";
+        return {nameOf(*object) + " can't be written" + reason, code};
+    }
+    return codeRefusal(code);
+}
+
+std::optional<Refusal> verify(const Ref<Document>& document, FileOutput& out)
+{
+    Result<Ref<FileStripe>> written = out.reopen();
+    if (!written)
+        return written.refusal();
+    return findDifference(document, *written);
+}
+
+} // namespace
+
+Result<Saved> save(const Ref<Document>& document, const std::string& path, const SaveOptions& options) noexcept
+{
+    if (!document)
+        return codeRefusal(ErrNullArgument);
+    if (!options.isPartialAllowed)
+        if (auto refusal = refuseBeforehand(document, options.source))
+            return *refusal;
+    Result<Ref<FileOutput>> out = FileOutput::create(path);
+    if (!out)
+        return out.refusal();
+    if (!document->write(*out))
+        return whyUnwritten(document, **out, options.source);
+    if (!options.isUnverified)
+        if (auto difference = verify(document, **out))
+            return *difference;
+    // What was read from it meanwhile may be neither the old nor the new.
+    if (!options.isPartialAllowed && isChanged(options.source))
+        return changedSource;
+    Result<Durability> durability = (*out)->commit();
+    if (!durability)
+        return durability.refusal();
+    return Saved{(*out)->count(), *durability};
+}
+
+Result<Saved> save(const OpenedFile& opened, const std::string& path, SaveOptions options) noexcept
+{
+    options.source = opened.file;
+    return save(opened.document, path, options);
+}
+
+} // namespace Host

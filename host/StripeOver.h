@@ -1,0 +1,101 @@
+#pragma once
+
+#include <host/Characters.h>
+#include <platform/Mem.h>
+#include <platform/Stripe.h>
+
+#include <algorithm>
+
+namespace Host {
+
+// A run of bytes in memory that stands for a part of a larger whole.
+struct Window {
+    const std::uint8_t* bytes = nullptr;
+    std::uint64_t start = 0; // in the whole
+    std::uint64_t length = 0;
+};
+
+// A stripe to be read over `Bytes`, which has a `size()` and a `load(position, window)` that puts the
+// window where the position is, or sets a code and answers false. Elements of one byte are the bytes
+// as they are, those of four their Windows-1252 code points. It belongs to one thread at a time.
+template <class Bytes, class Element>
+class StripeOver : public ::Object, public virtual Interfaces::Stripe {
+public:
+    explicit StripeOver(Bytes bytes) noexcept : _bytes(std::move(bytes)) {}
+
+    // Interfaces::Stripe. A short read leaves `ErrOutOfRange` at the end, else the code of `Bytes`;
+    // writing and resizing are not offered; a seek stops at the end.
+    std::uint64_t elementSize() const noexcept final { return sizeof(Element); }
+    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept final
+    {
+        // The parser's way: one element that is already here.
+        const std::uint64_t inWindow = _position - _window.start;
+        if (count != 1 || inWindow >= _window.length || area.kind != BufferDesc::Plain)
+            return readMany(area, count);
+        store(area, 0, _window.bytes[inWindow]);
+        ++_position;
+        return 1;
+    }
+    std::uint64_t write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept final
+    {
+        Error::set(ErrNotSupported);
+        return 0;
+    }
+    std::uint64_t size() const noexcept final { return _bytes.size(); }
+    std::uint64_t seek(std::uint64_t position) noexcept final
+    {
+        return _position = std::min(position, _bytes.size());
+    }
+    std::uint64_t tell() const noexcept final { return _position; }
+
+protected:
+    ~StripeOver() noexcept override = default;
+    const Bytes& bytes() const noexcept { return _bytes; }
+
+private:
+    static void store(const BufferDesc& area, std::uint64_t index, std::uint8_t byte) noexcept
+    {
+        Element element;
+        if constexpr (sizeof(Element) == 1)
+            element = byte;
+        else
+            element = elementOfByte[byte];
+        auto* memory = static_cast<unsigned char*>(area.pointer) + area.offset;
+        Mem::copy(&element, memory + index * sizeof(Element), sizeof(Element));
+    }
+
+    std::uint64_t readMany(BufferDesc& area, std::uint64_t count) noexcept
+    {
+        if (area.kind != BufferDesc::Plain) {
+            Error::set(ErrInvalidArgument);
+            return 0;
+        }
+        std::uint64_t done = 0;
+        while (done < count && fillWindow()) {
+            const std::uint64_t inWindow = _position - _window.start;
+            const std::uint64_t available = std::min(count - done, _window.length - inWindow);
+            for (std::uint64_t i = 0; i < available; ++i)
+                store(area, done + i, _window.bytes[inWindow + i]);
+            done += available;
+            _position += available;
+        }
+        return done;
+    }
+
+    // Brings the byte at the position into the window.
+    bool fillWindow() noexcept
+    {
+        if (_position - _window.start < _window.length)
+            return true;
+        if (_position < _bytes.size())
+            return _bytes.load(_position, _window);
+        Error::set(ErrOutOfRange);
+        return false;
+    }
+
+    Bytes _bytes;
+    Window _window; // never reaches beyond the size
+    std::uint64_t _position = 0;
+};
+
+} // namespace Host

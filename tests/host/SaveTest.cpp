@@ -1,0 +1,170 @@
+#include <document/Inspection.h>
+#include <host/MemoryStripe.h>
+#include <host/Save.h>
+#include <values/Dictionary.h>
+#include <values/NumberObj.h>
+#include <values/Object.h>
+
+#include "../support/PdfText.h"
+#include "TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+using namespace Tests;
+using namespace Host;
+
+namespace {
+
+bool holds(const std::string& text, const std::string& piece)
+{
+    return text.find(piece) != text.npos;
+}
+
+SaveOptions options(bool isPartialAllowed, bool isUnverified)
+{
+    return {isPartialAllowed, isUnverified, nullptr};
+}
+
+void setNumber(const Ref<PDF::Document>& document, std::size_t index, long long value)
+{
+    PDF::objectsOf(document)[index]->valueAsDictionary()->set(
+        ::String::create("N"), make<PDF::NumberObj>(value, 0));
+}
+
+} // namespace
+
+TEST(Save, refusesWhatWouldNotComeBack)
+{
+    // What the options still refuse: nothing, the comparison, or what is looked at beforehand.
+    enum Refusing { Nobody, Comparing, Beforehand };
+    const struct {
+        const char* rule;
+        std::string file;
+        Refusing refusing;
+        const char* words;
+    } cases[] = {
+        {"a plain document", PdfText().pages().object(3, "(text \\( \\033 \\200)"), Nobody, ""},
+        {"every line ending", PdfText("\r").pages().stream(3, "data\r"), Nobody, ""},
+        {"CR LF before a line feed", PdfText("\r\n").pages().stream(3, "\ndata"), Nobody, ""},
+        {"LF before a line feed", PdfText("\n").pages().stream(3, "\ndata"), Nobody, ""},
+        {"names with two backslashes", PdfText().pages().object(3, "/a\\\\b"), Nobody, ""},
+        {"a gap in the ids", PdfText().pages().object(3, "1").object(12, "2"), Comparing,
+            "object 12 is written as row 4 of the table"},
+        {"a backslash that makes the object unreadable", PdfText().pages().object(3, "(a\\134)"), Comparing,
+            "object 3 could not be read again: a string in it holds a backslash"},
+        {"a backslash that is read as something else", PdfText().pages().object(3, "1").object(4, "[ (a\\134n) ]"),
+            Comparing, "object 4 would be read back otherwise than it is written: a string in it holds a backslash"},
+        {"a backslash in a stream's dictionary", PdfText().pages().stream(3, "data", "/F (a\\134n)"), Comparing,
+            "object 3 would be read back otherwise than it is written: a string in it holds a backslash"},
+        {"a backslash in the trailer", PdfText().pages().trailer("/ID [ (a\\134) (b) ]"), Comparing,
+            "the trailer could not be read again: a string in it holds a backslash"},
+        {"a backslash in the trailer that is read as something else", PdfText().pages().trailer("/ID [ (a\\134n) ]"),
+            Comparing, "the trailer would be read back otherwise than it is written: a string in it holds a backslash"},
+        {"CR before a line feed",
+            PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream"), Comparing,
+            "object 3 would be read back otherwise than it is written: its data begins with a line feed"},
+        {"no objects", PdfText().root(""), Beforehand, "has no objects"},
+        {"no catalog", PdfText().pages().root("2 0 R"), Beforehand, "has no catalog"},
+        {"an updated file", PdfText().pages().trailer("/Prev 9"), Beforehand, "(Prev)"},
+        {"a hybrid file", PdfText().pages().trailer("/XRefStm 9"), Beforehand, "(XRefStm)"},
+        {"an encrypted file", PdfText().pages().trailer("/Encrypt 9 0 R"), Beforehand, "(Encrypt)"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.rule);
+        const TestFolder folder;
+        const std::string target = folder.put("target", "old");
+        const Ref<PDF::Document> document = Tests::open(row.file);
+        ASSERT_TRUE(document);
+        const auto saved = save(document, target);
+        EXPECT_EQ(bool(saved), row.refusing == Nobody);
+        EXPECT_TRUE(saved || holds(saved.refusal().words, row.words)) << saved.refusal().words;
+        EXPECT_EQ(folder.get("target") == "old", row.refusing != Nobody);
+        EXPECT_EQ(bool(save(document, target, options(true, false))), row.refusing != Comparing);
+        EXPECT_EQ(bool(save(document, target, options(false, true))), row.refusing != Beforehand);
+        EXPECT_TRUE(save(document, target, options(true, true)));
+        EXPECT_EQ(folder.count(), 1);
+    }
+}
+
+TEST(Save, overItsOwnSourceAsOftenAsOneLikes)
+{
+    const TestFolder folder;
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, "data in the file").stream(4, "more"));
+    auto opened = *Host::open(path);
+    for (const long long value : {1, 2, 3}) {
+        setNumber(opened.document, 0, value);
+        auto saved = save(opened, path);
+        ASSERT_TRUE(saved) << saved.refusal().words;
+        EXPECT_EQ(saved->size, folder.get("file.pdf").size());
+        EXPECT_EQ(saved->durability, Durability::Synced);
+        EXPECT_TRUE(holds(folder.get("file.pdf"), "/N " + std::to_string(value)));
+        EXPECT_TRUE(holds(folder.get("file.pdf"), "stream\ndata in the file\nendstream"));
+    }
+}
+
+TEST(Save, refusesASourceThatWasChangedInPlace)
+{
+    const TestFolder folder;
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, "data in the file"));
+    const auto opened = *Host::open(path);
+    std::ofstream(path, std::ios::app) << "\n";
+    EXPECT_TRUE(holds(save(opened, folder.path("out.pdf")).refusal().words, "was changed since"));
+    EXPECT_TRUE(save(opened, folder.path("out.pdf"), options(true, false)));
+    fs::resize_file(path, 100);
+    const auto cutOff = save(*Host::open(folder.path("out.pdf")), path);
+    EXPECT_TRUE(cutOff);
+}
+
+TEST(Save, aSourceThatShrinksIsAFailureToRead)
+{
+    const TestFolder folder;
+    const std::string text = PdfText().pages().stream(3, std::string(50000, 'x')).object(4, "4");
+    const std::string path = folder.put("file.pdf", text);
+    const auto opened = *Host::open(path);
+    fs::resize_file(path, 20000);
+    const auto saved = save(opened, folder.path("out.pdf"), options(true, true));
+    ASSERT_FALSE(saved);
+    EXPECT_TRUE(holds(saved.refusal().words, "has become shorter")) << saved.refusal().words;
+    EXPECT_EQ(saved.refusal().code, ErrWriteObject);
+    EXPECT_EQ(folder.count(), 1);
+    folder.put("short.pdf", text.substr(0, 100));
+    EXPECT_EQ(Host::open(folder.path("short.pdf")).refusal().code, ErrNoEofMarker);
+    EXPECT_TRUE(Host::open(folder.path("none.pdf")).refusal().isUnreadable);
+}
+
+TEST(Save, namesTheObjectWithoutUsableData)
+{
+    const TestFolder folder;
+    const auto document =
+        Tests::open(PdfText().pages().object(3, "<< /Length 9999 >>\nstream\nshort\nendstream").object(4, "4"));
+    const auto saved = save(document, folder.path("out.pdf"));
+    EXPECT_EQ(saved.refusal().code, ErrWriteObject);
+    EXPECT_TRUE(holds(saved.refusal().words, "object 3 can't be written: the Length of a stream"));
+    EXPECT_EQ(folder.count(), 0);
+}
+
+TEST(Save, aFullDiskAtAnyPointLeavesTheOldFile)
+{
+    const TestFolder folder;
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, std::string(150000, 'x')));
+    const auto opened = *Host::open(path);
+    const std::string old = folder.get("file.pdf");
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit limit;
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    for (const rlim_t bytes : {0, 1, 65535, 65536, 131072, 150100}) {
+        const struct rlimit tight = {bytes, limit.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &tight);
+        const auto saved = save(opened, path);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ASSERT_FALSE(saved) << bytes;
+        EXPECT_EQ(saved.refusal().words, "can't be written: File too large");
+    }
+    std::signal(SIGXFSZ, before);
+    EXPECT_TRUE(folder.get("file.pdf") == old);
+    EXPECT_EQ(folder.count(), 1);
+}
