@@ -1,0 +1,183 @@
+#pragma once
+
+#include <host/ErrorWords.h>
+#include <host/Save.h>
+#include <host/Utf8.h>
+#include <platform/StrConv.h>
+#include <platform/SysLog.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What the example programs share: their command line, their exit status and how they refuse.
+namespace Examples {
+
+enum ExitStatus : int {
+    Done = 0,
+    Refused = 1,  // the file, or the saving of it, was refused
+    Unusable = 2, // wrong use, or a file that can't be read or written at all
+};
+
+// Text for a terminal: a control character, which could move its cursor, stands as in a PDF string.
+inline std::string shown(std::u32string_view text)
+{
+    std::string out;
+    for (const char32_t& c : text) {
+        const bool isControl = c < 32 || (c >= 127 && c < 160);
+        char octal[8];
+        std::snprintf(octal, sizeof octal, "\\%03o", static_cast<unsigned>(c));
+        out += isControl ? octal : Host::toUtf8(std::u32string_view(&c, 1));
+    }
+    return out;
+}
+
+// The same for a text of the system, such as the name of a file, which need not be UTF-8.
+inline std::string shown(const std::string& text)
+{
+    const Ref<::String> read = Host::fromUtf8(text);
+    std::u32string characters;
+    (read ? read : ::String::create(text.c_str()))->forEach([&characters](char32_t c) { characters += c; });
+    return shown(characters);
+}
+
+// The command line of one run. Every program knows --help and -v besides its own options.
+class Command {
+public:
+    // `help` is what --help prints; `operands` is how many there have to be. An option that ends in "="
+    // takes the argument behind it.
+    Command(std::string name, const char* help, std::size_t operands, std::vector<std::string> options)
+        : _name(std::move(name)), _help(help), _operandCount(operands), _options(std::move(options))
+    {
+        _options.insert(_options.end(), {"--help", "-v"});
+        // A limit of file sizes and a reader that went away are failed writes, not the end.
+        std::signal(SIGXFSZ, SIG_IGN);
+        std::signal(SIGPIPE, SIG_IGN);
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+    // With -v, the library's log lines come last.
+    ~Command()
+    {
+        SysLogStream::setSink({});
+        for (const std::string& line : _log)
+            std::fprintf(stderr, "%s\n", line.c_str());
+    }
+
+    // The status to end with at once, or none.
+    std::optional<int> parse(int argc, char** argv)
+    {
+        bool areOptionsOver = false;
+        for (int i = 1; i < argc; ++i) {
+            const std::string argument = argv[i];
+            if (areOptionsOver || argument.size() < 2 || argument[0] != '-')
+                _operands.push_back(argument);
+            else if (argument == "--")
+                areOptionsOver = true;
+            else if (isKnown(argument))
+                _given[argument];
+            else if (isKnown(argument + "=") && i + 1 < argc)
+                _given[argument] = argv[++i];
+            else
+                return misuse("unknown or incomplete option " + argument);
+        }
+        if (has("--help")) {
+            std::fputs(_help, stdout);
+            return finish();
+        }
+        if (_operands.size() != _operandCount)
+            return misuse("expected " + std::to_string(_operandCount) + " file name(s)");
+        if (has("-v"))
+            keepLog();
+        return {};
+    }
+
+    bool has(const std::string& option) const { return _given.count(option) > 0; }
+    const std::string& operand(std::size_t index) const { return _operands[index]; }
+    // The argument of an option as the number of an object; none when it is no such number.
+    std::optional<std::uint32_t> number(const std::string& option) const
+    {
+        unsigned value = 0;
+        if (!StrConv::num(::String::create(_given.at(option).c_str()), &value, nullptr))
+            return {};
+        return value;
+    }
+
+    int misuse(const std::string& words) const
+    {
+        std::fprintf(stderr, "%s: %s; see %s --help\n", _name.c_str(), shown(words).c_str(), _name.c_str());
+        return Unusable;
+    }
+    // One line that names the file, says what is wrong, and the code.
+    int refuse(const std::string& file, const Host::Refusal& refusal) const
+    {
+        const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
+        std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), refusal.words.c_str(), code.c_str());
+        return refusal.isUnreadable ? Unusable : Refused;
+    }
+    // The status of a run that went well, unless what it printed did not arrive.
+    int finish() const
+    {
+        if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+            return Done;
+        std::fprintf(stderr, "%s: standard output: can't be written\n", _name.c_str());
+        return Unusable;
+    }
+
+private:
+    bool isKnown(const std::string& option) const
+    {
+        return std::find(_options.begin(), _options.end(), option) != _options.end();
+    }
+
+    void keepLog()
+    {
+        SysLogFilter::setLevel(1);
+        SysLogFilter::enable("PDF", true);
+        SysLogFilter::enable("Lib.File.PDF.Form", true);
+        SysLogStream::setSink([this](std::size_t, const Ref<::String>& line) {
+            std::u32string characters;
+            line->forEach([&characters](char32_t c) { characters += c; });
+            _log.push_back(shown(characters));
+        });
+    }
+
+    const std::string _name;
+    const char* const _help;
+    const std::size_t _operandCount;
+    std::vector<std::string> _options;
+    std::map<std::string, std::string> _given;
+    std::vector<std::string> _operands;
+    std::vector<std::string> _log;
+};
+
+// The options of every program that saves, and the lines of its help about them.
+inline const std::vector<std::string> saveOptions = {"--unverified", "--partial"};
+#define SAVE_OPTIONS_HELP \
+    "  --unverified   don't open the new file again to compare it with the document\n" \
+    "  --partial      save a document, too, of which only a part is in memory: without a\n" \
+    "                 catalog, updated, encrypted, or changed on the disk since it was opened\n"
+
+// Saves what was opened from `in` as `out`, by the options given, and gives the status.
+inline int save(const Command& command, const Host::OpenedFile& opened, const std::string& in, const std::string& out)
+{
+    Host::SaveOptions options;
+    options.isUnverified = command.has("--unverified");
+    options.isPartialAllowed = command.has("--partial");
+    Host::Result<Host::Saved> saved = Host::save(opened, out, options);
+    if (!saved) {
+        Host::Refusal refusal = saved.refusal();
+        refusal.words = "can't be saved as " + shown(out) + ": " + refusal.words;
+        refusal.isUnreadable = false;
+        return command.refuse(in, refusal);
+    }
+    if (saved->durability == Host::Durability::Unknown)
+        std::fprintf(stderr, "%s was written, but its folder can't be synced\n", shown(out).c_str());
+    return command.finish();
+}
+
+} // namespace Examples

@@ -1,0 +1,209 @@
+// Prints what is in a PDF file.
+
+#include <document/Inspection.h>
+#include <document/Version.h>
+#include <examples/Command.h>
+#include <examples/Json.h>
+#include <host/StreamBytes.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+
+namespace {
+
+using namespace Libraries::Files;
+using Examples::Command;
+using Examples::json;
+
+const char help[] =
+    "usage: inspect [options] FILE\n"
+    "\n"
+    "Prints version, line ending and trailer of a PDF file, its objects as PDF text, and its pages.\n"
+    "Control characters in the text are printed as \\ and three octal digits.\n"
+    "\n"
+    "  --objects      only the objects\n"
+    "  --object N     only object N\n"
+    "  --stream N     the decoded data of stream object N, as it is\n"
+    "  --stored       with --stream: the data as it is stored\n"
+    "  --json         for programs\n"
+    "  -v             print the library's log lines at the end\n"
+    "\n"
+    "Exit status: 0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and\n"
+    "unreadable files.\n";
+
+using Text = std::u32string;
+using Objects = StackVector<Ref<PDF::Object>>;
+
+// The PDF text of a value; of a stream without its data.
+Text textOf(const Ref<PDF::Document>& document, const Ref<PDF::Value>& value)
+{
+    const Ref<PDF::Stream> stream = PDF::valueAs<PDF::Stream>(value);
+    const auto text = PDF::writtenText(document, stream ? Ref<PDF::Value>(stream->dict()) : value);
+    return text ? Text(text->data(), text->data() + text->size()) : Text();
+}
+
+std::string lineEndingName(const Ref<PDF::Document>& document)
+{
+    const Ref<::String> ending = PDF::lineEndingOf(document);
+    return ending->equals("\r\n") ? "CR LF" : ending->equals("\r") ? "CR" : "LF";
+}
+
+Host::Result<std::uint64_t> storedSize(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream)
+{
+    const Ref<Interfaces::Stripe> data = document->streamData(stream, false);
+    if (!data)
+        return Host::codeRefusal(Error::get());
+    return data->size();
+}
+
+Host::Result<std::uint64_t> decodedSize(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream)
+{
+    return Host::copyStream(
+        document, stream, Host::StreamForm::Decoded, [](const std::uint8_t*, std::size_t) { return true; });
+}
+
+std::string numberOf(const PDF::Object& object)
+{
+    return std::to_string(object.id()) + " " + std::to_string(object.generation());
+}
+
+std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& object)
+{
+    std::string line = numberOf(object) + " obj " + Examples::shown(textOf(document, object.value()));
+    const auto stream = PDF::valueAs<PDF::Stream>(object.value());
+    if (!stream)
+        return line;
+    auto stored = storedSize(document, stream);
+    auto decoded = decodedSize(document, stream);
+    line += " stream: " + (stored ? std::to_string(*stored) + " bytes stored" : stored.refusal().words);
+    if (stored)
+        line += decoded ? ", " + std::to_string(*decoded) + " decoded" : "; not decoded: " + decoded.refusal().words;
+    return line;
+}
+
+std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& object)
+{
+    std::string out = "{\"id\": " + std::to_string(object.id())
+        + ", \"generation\": " + std::to_string(object.generation())
+        + ", \"text\": " + json(Host::toUtf8(textOf(document, object.value())));
+    if (const auto stream = PDF::valueAs<PDF::Stream>(object.value())) {
+        auto stored = storedSize(document, stream);
+        auto decoded = decodedSize(document, stream);
+        out += ", \"stored\": " + (stored ? std::to_string(*stored) : "null");
+        out += ", \"decoded\": " + (decoded ? std::to_string(*decoded) : "null");
+        if (!decoded)
+            out += ", \"error\": " + json(decoded.refusal().words)
+                + ", \"code\": " + std::to_string(decoded.refusal().code);
+    }
+    return out + "}";
+}
+
+// The page list; `code` says why there is none.
+Objects pagesOf(const Ref<PDF::Document>& document, std::uint32_t& code)
+{
+    Error::set(0);
+    auto pages = document->getPages();
+    code = pages.empty() ? Error::get() : 0;
+    return pages;
+}
+
+enum class Extent { Whole, AllObjects, OneObject };
+
+void printText(const Ref<PDF::Document>& document, const Objects& objects, Extent extent)
+{
+    if (extent == Extent::Whole) {
+        std::printf("version: %s\n", Host::toUtf8(PDF::versionToString(document->version())).c_str());
+        std::printf("line ending: %s\n", lineEndingName(document).c_str());
+        std::printf("trailer: %s\n", Examples::shown(textOf(document, document->trailer())).c_str());
+        std::printf("objects: %zu\n", objects.size());
+    }
+    for (const auto& object : objects)
+        std::printf("%s\n", textLine(document, *object).c_str());
+    if (extent != Extent::Whole)
+        return;
+    std::uint32_t code = 0;
+    const Objects pages = pagesOf(document, code);
+    std::printf("pages: %zu\n", pages.size());
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        std::printf("page %zu: %s R\n", i + 1, numberOf(*pages[i]).c_str());
+    if (code)
+        std::printf("no page list: %s (%s)\n", Host::errorWords(code).data(), Host::codeText(code).c_str());
+}
+
+void printJson(const Ref<PDF::Document>& document, const Objects& objects, Extent extent)
+{
+    if (extent == Extent::OneObject) {
+        std::printf("%s\n", jsonObject(document, *objects[0]).c_str());
+        return;
+    }
+    if (extent == Extent::Whole)
+        std::printf("{\"version\": %s,\n\"lineEnding\": %s,\n\"trailer\": %s,\n\"objects\": ",
+            json(Host::toUtf8(PDF::versionToString(document->version()))).c_str(),
+            json(lineEndingName(document)).c_str(), json(Host::toUtf8(textOf(document, document->trailer()))).c_str());
+    const char* separator = "[\n";
+    for (const auto& object : objects)
+        std::printf("%s%s", std::exchange(separator, ",\n"), jsonObject(document, *object).c_str());
+    std::printf("%s]", objects.empty() ? "[" : "");
+    if (extent == Extent::Whole) {
+        std::uint32_t code = 0;
+        separator = "";
+        std::printf(",\n\"pages\": [");
+        for (const auto& page : pagesOf(document, code))
+            std::printf("%s{\"id\": %u, \"generation\": %u}", std::exchange(separator, ", "), page->id(),
+                page->generation());
+        std::printf("],\n\"pagesCode\": %u}", code);
+    }
+    std::printf("\n");
+}
+
+// The data of a stream object to standard output.
+Host::Result<std::uint64_t> printStream(
+    const Ref<PDF::Document>& document, const Ref<PDF::Object>& object, Host::StreamForm form)
+{
+    const auto stream = PDF::valueAs<PDF::Stream>(object->value());
+    if (!stream)
+        return Host::Refusal{"object " + numberOf(*object) + " is no stream"};
+    return Host::copyStream(document, stream, form, [](const std::uint8_t* bytes, std::size_t count) {
+        return std::fwrite(bytes, 1, count, stdout) == count;
+    });
+}
+
+int inspect(const Command& command, const Ref<PDF::Document>& document)
+{
+    const std::string& file = command.operand(0);
+    const bool isStream = command.has("--stream");
+    const bool isOne = isStream || command.has("--object");
+    Objects objects = PDF::objectsOf(document);
+    if (isOne) {
+        const auto id = command.number(isStream ? "--stream" : "--object");
+        if (!id)
+            return command.misuse("expected the number of an object");
+        std::erase_if(objects, [&id](const auto& object) { return object->id() != *id; });
+        if (objects.empty())
+            return command.refuse(file, Host::codeRefusal(ErrNotFound));
+    }
+    if (isStream) {
+        const auto form = command.has("--stored") ? Host::StreamForm::Stored : Host::StreamForm::Decoded;
+        const auto printed = printStream(document, objects[0], form);
+        return printed || std::ferror(stdout) ? command.finish() : command.refuse(file, printed.refusal());
+    }
+    const Extent extent = isOne ? Extent::OneObject : command.has("--objects") ? Extent::AllObjects : Extent::Whole;
+    (command.has("--json") ? printJson : printText)(document, objects, extent);
+    return command.finish();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Command command("inspect", help, 1, {"--objects", "--object=", "--stream=", "--stored", "--json"});
+    if (const auto status = command.parse(argc, argv))
+        return *status;
+    const int kinds = command.has("--objects") + command.has("--object") + command.has("--stream");
+    if (kinds > 1 || (command.has("--stream") && command.has("--json"))
+        || (command.has("--stored") && !command.has("--stream")))
+        return command.misuse("these options don't go together");
+    Host::Result<Host::OpenedFile> opened = Host::open(command.operand(0));
+    if (!opened)
+        return command.refuse(command.operand(0), opened.refusal());
+    return inspect(command, opened->document);
+}
