@@ -64,8 +64,8 @@ public:
     // The data of a stream, in 4-byte elements, one per byte. With `decoded` false the stored bytes; with
     // true those that come out of FlateDecode, the one filter known, or the stored ones when there is no
     // filter. Null with `ErrNullArgument`, `ErrOutOfRange` (the data would begin at or behind the end
-    // of the file, or it comes from no file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`, `ErrBadStreamLength`,
-    // `ErrConverterCreate` or `ErrStreamConvert`.
+    // of the file, or it comes from no file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`,
+    // `ErrBadStreamLength`, `ErrConverterCreate` or `ErrStreamConvert`.
     //
     // Deliberate: data that the stream holds comes back as it is, whatever `decoded` says. The stream
     // holds its data once it was replaced, and from the first call on, that of a save included, when it

@@ -32,7 +32,8 @@ bool writeAll(Interfaces::Stream& target, const Block& block, std::size_t count)
 // Feeds one block to the filter: `count` bytes that stand behind `carried` ones, which are the rest of
 // the block before. The result is in `count`: what is left over. Deliberate: the filter is first shown
 // the new bytes alone, and what it leaves moves to the front together with the carried ones.
-PumpEnd feed(BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Block& out, Interfaces::Stream& target)
+PumpEnd feed(
+    BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Block& out, Interfaces::Stream& target)
 {
     std::size_t position = carried;
     std::size_t produced = 0;

@@ -11,8 +11,8 @@ constexpr std::size_t oddity = 3; // survived
 constexpr std::size_t information = 1;
 } // namespace LogLevel
 
-// The log. A line has a level and belongs to a filter, "PDF" or "Lib.File.PDF.Form". Nothing is logged until the application switches a
-// filter on. All operations may be called from any thread.
+// The log. A line has a level and belongs to a filter, "PDF" or "Lib.File.PDF.Form". Nothing is logged
+// until the application switches a filter on. All operations may be called from any thread.
 class EXPORTED SysLogFilter {
 public:
     // Switches a filter on or off by its name, also before anybody has registered it.

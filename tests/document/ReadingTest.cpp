@@ -6,6 +6,7 @@
 
 #include "../support/LogCapture.h"
 #include "../support/PdfText.h"
+#include "../support/SmallStack.h"
 
 #include <gtest/gtest.h>
 
@@ -200,8 +201,10 @@ TEST(Opening, nestingEndsAt500)
         return std::string(PdfText().pages().object(3, repeated(opener, depth) + "1" + repeated(closer, depth)));
     };
     for (const auto& [opener, closer] : {std::pair("[", "]"), std::pair("<</A ", ">>")}) {
-        const Ref<PDF::Document> document = open(nested(500, opener, closer));
-        EXPECT_TRUE(document && document->write(make<TestStripe>("")));
+        onSmallStack([deepest = nested(500, opener, closer)] {
+            const Ref<PDF::Document> document = open(deepest);
+            EXPECT_TRUE(document && document->write(make<TestStripe>("")));
+        });
         EXPECT_TRUE(log.take().empty());
         EXPECT_FALSE(open(nested(501, opener, closer)));
         EXPECT_EQ(Error::get(), std::uint32_t(ErrBadObject));

@@ -27,7 +27,8 @@ TEST(StreamData, decodesEveryByteOfEverySize)
     std::string allBytes;
     for (int i = 0; i < 256; ++i)
         allBytes += static_cast<char>(i);
-    for (const std::string& data : {std::string(), std::string("x"), allBytes, incompressible(65535), incompressible(65536),
+    for (const std::string& data : {std::string(), std::string("x"), allBytes, incompressible(65535),
+             incompressible(65536),
              incompressible(65537), incompressible(300000), std::string(5000000, 'a')}) {
         const Ref<PDF::Document> document = open(PdfText().pages().stream(3, compressed(data), flate));
         const Ref<Interfaces::Stripe> decoded = document->streamData(streamOf(document), true);

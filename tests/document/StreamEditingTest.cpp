@@ -135,7 +135,8 @@ TEST(ReplacedData, aFailureLeavesTheStreamAsItWas)
 TEST(Caching, cutsTheTieToTheFile)
 {
     const Ref<TestStripe> file
-        = make<TestStripe>(PdfText().pages().stream(3, "one").stream(4, "").object(5, "<< >> stream\nx").stream(6, "two"));
+        = make<TestStripe>(
+            PdfText().pages().stream(3, "one").stream(4, "").object(5, "<< >> stream\nx").stream(6, "two"));
     const Ref<PDF::Document> document = PDF::Document::create(file);
     Error::set(0);
     EXPECT_TRUE(document->cacheStreams());

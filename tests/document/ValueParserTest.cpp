@@ -181,9 +181,11 @@ TEST(ValueParser, messagesNameThePlaceWhereTheConstructBegins)
     const std::tuple<std::string, std::vector<std::string>> cases[] = {
         {"  xyz ", {"Invalid integer value xyz in object; offset: 2h (2)"}},
         {"x.y ", {"Invalid real value x.y in object; offset: 0h (0)"}},
-        {" (\\x) ", {"Invalid escape character 78h (120) at offset 3h (3)", "Failed to read string in object at 2h (2)"}},
+        {" (\\x) ",
+            {"Invalid escape character 78h (120) at offset 3h (3)", "Failed to read string in object at 2h (2)"}},
         {" / ", {"Failed to read identifer in object at 2h (2)"}},
-        {" < A> ", {"Failed to convert string to hexadecimal value: A0", "Failed to read hex string in object at 3h (3)"}},
+        {" < A> ",
+            {"Failed to convert string to hexadecimal value: A0", "Failed to read hex string in object at 3h (3)"}},
         {"[ x]", {"Invalid integer value x in value list; offset: 2h (2)", "Failed to read array in object at 1h (1)"}},
         {"[ 1 R ]", {"Invalid object reference in array before 5h (5)", "Failed to read array in object at 1h (1)"}},
         {"[ <A>]", {"Failed to convert string to hexadecimal value: A0",

@@ -1,8 +1,7 @@
 #include "../support/FormText.h"
+#include "../support/SmallStack.h"
 
 #include <gtest/gtest.h>
-
-#include <pthread.h>
 
 using namespace Tests;
 using namespace Libraries::Files::PDF;
@@ -162,28 +161,18 @@ struct Chain {
         }
         return formFile("/Fields [ 3 0 R ]", objects);
     }
-    // Makes the form, and ends it.
-    static void* run(void* chain)
-    {
-        Error::set(0);
-        open(static_cast<Chain*>(chain)->file())->form();
-        EXPECT_EQ(Error::get(), static_cast<Chain*>(chain)->code);
-        return nullptr;
-    }
 };
 
 TEST(Form, IsFiniteAndFitsASmallStack)
 {
     // 13 levels of two kids each are 8,191 fields, 14 are 16,383; the limit is there at about 10,200.
-    for (Chain chain : {Chain{500, 1, 0}, {501, 1, ErrFormCreate}, {13, 2, 0}, {14, 2, ErrFormCreate}}) {
+    for (const Chain& chain : {Chain{500, 1, 0}, {501, 1, ErrFormCreate}, {13, 2, 0}, {14, 2, ErrFormCreate}}) {
         SCOPED_TRACE(chain.levels);
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, 1 << 20);
-        pthread_t thread;
-        ASSERT_EQ(pthread_create(&thread, &attributes, Chain::run, &chain), 0);
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
+        onSmallStack([&chain] {
+            Error::set(0);
+            open(chain.file())->form();
+            EXPECT_EQ(Error::get(), chain.code);
+        });
     }
 }
 

@@ -56,7 +56,8 @@ public:
         std::string text = _text + "xref" + _ending + "0 " + std::to_string(last + 1) + _ending;
         for (unsigned id = 0; id <= last; ++id)
             text += row(id);
-        text += "trailer" + _ending + "<< " + (_root.empty() ? "" : "/Root " + _root) + " " + _trailer + " >>" + _ending;
+        const std::string root = _root.empty() ? "" : "/Root " + _root;
+        text += "trailer" + _ending + "<< " + root + " " + _trailer + " >>" + _ending;
         return text + "startxref" + _ending + std::to_string(_text.size()) + _ending + "%%EOF" + _ending;
     }
 
