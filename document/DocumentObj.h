@@ -59,7 +59,7 @@ private:
     bool hasKeywordEndingAt(std::uint64_t last, const char* keyword) noexcept;
     bool readTrailer(CharReader& lines, ValueParser& parser) noexcept;
     bool readXref(CharReader& lines) noexcept;
-    bool readXrefEntry(const Ref<::String>& line) noexcept;
+    bool readXrefEntry(std::u32string_view line) noexcept;
     bool readObjects(ValueParser& parser) noexcept;
 
     // Stream data

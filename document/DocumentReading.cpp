@@ -181,25 +181,24 @@ bool DocumentObj::readXref(CharReader& lines) noexcept
     if (!header || header->size() != 2 || !StrConv::num(header->get(0), &_firstObjectId, nullptr)
         || !StrConv::num(header->get(1), &count, nullptr))
         return false;
-    for (unsigned long long i = 0; i < count; ++i) {
-        const Ref<::String> line = lines.readLine();
-        if (!readXrefEntry(line))
-            return report.line("XRef entry ", i, " is invalid: ", line);
-    }
+    std::u32string line;
+    for (unsigned long long i = 0; i < count; ++i)
+        if (!lines.readLine(line) || !readXrefEntry(line))
+            return report.line("XRef entry ", i, " is invalid: ", ::String::create(line));
     return true;
 }
 
-bool DocumentObj::readXrefEntry(const Ref<::String>& line) noexcept
+bool DocumentObj::readXrefEntry(std::u32string_view line) noexcept
 {
-    const Ref<TVector<Ref<::String>>> pieces = StringUtil::split(line, ' ', 0);
+    std::u32string_view pieces[3];
     unsigned long long offset = 0;
     unsigned generation = 0;
-    if (!pieces || pieces->size() != 3 || !StrConv::num(pieces->get(0), &offset, nullptr)
-        || !StrConv::num(pieces->get(1), &generation, nullptr))
+    if (StringUtil::split(line, U' ', pieces) != std::size(pieces) || !StrConv::num(pieces[0], &offset)
+        || !StrConv::num(pieces[1], &generation))
         return false;
-    const bool inUse = pieces->get(2)->equals("n");
+    const bool inUse = pieces[2] == U"n";
     // Deliberate: 65536 passes, and is kept as 0.
-    if (generation > Syntax::highestGeneration + 1 || (!inUse && !pieces->get(2)->equals("f")))
+    if (generation > Syntax::highestGeneration + 1 || (!inUse && pieces[2] != U"f"))
         return false;
     _xref.push_back({offset, static_cast<std::uint16_t>(generation), inUse});
     return true;

@@ -88,7 +88,7 @@ bool DocumentObj::writeObject(Interfaces::Stream& out, const PDF::Object& object
                                      ->append(' ')
                                      ->concat(StrConv::str(unsigned(object.generation())))
                                      ->append(' ')
-                                     ->concat(Syntax::objectKeyword);
+                                     ->concat(::String::create(Syntax::objectKeyword));
     if (!writeLine(out, header, offset))
         return report.line("Failed to write header for object ", object.asText());
     if (!writeValue(out, value, offset))

@@ -2,6 +2,8 @@
 
 #include <platform/Windows_1252.h>
 
+#include <string_view>
+
 // What the reader and the writer of the file format agree on.
 namespace Libraries::Files::PDF::Syntax {
 
@@ -12,7 +14,7 @@ constexpr char32_t formFeed = 12;
 constexpr char32_t carriageReturn = 13;
 
 constexpr const char* headerStart = "%PDF-";
-constexpr const char* objectKeyword = "obj";
+constexpr std::u32string_view objectKeyword = U"obj";
 constexpr const char* objectEnd = "endobj";
 constexpr const char* streamKeyword = "stream";
 constexpr const char* streamEnd = "endstream";

@@ -34,6 +34,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
+constexpr std::int64_t highestId = 0xFFFFFFFF;
 constexpr std::uint64_t mostReadings = 16; // of the file, by all objects together
 
 bool isHexDigit(std::uint32_t c)
@@ -169,6 +170,10 @@ private:
 
 } // namespace
 
+ValueParser::ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept : _stripe(stripe), _lines(lines) {}
+
+ValueParser::~ValueParser() noexcept = default;
+
 bool ValueParser::next(std::uint32_t& c) noexcept
 {
     return readElement(_stripe, c);
@@ -206,28 +211,28 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
 {
     if (_stripe.seek(offset) != offset)
         return false;
-    const Ref<::String> line = _lines.readPieces(4);
-    if (!line || line->isEmpty())
+    std::u32string_view pieces[4];
+    if (!_lines.readPieces(_line, std::size(pieces)))
         return false;
-    const Ref<TVector<Ref<::String>>> pieces = StringUtil::split(line, ' ', 0);
-    if (pieces->size() < 3 || !pieces->get(2)->equals(Syntax::objectKeyword))
+    const std::size_t count = StringUtil::split(_line, U' ', pieces);
+    if (count < 3 || pieces[2] != Syntax::objectKeyword)
         return false;
     unsigned gotId = 0;
-    if (!StrConv::num(pieces->get(0), &gotId, nullptr))
-        return report.line("Object id is invalid: ", pieces->get(0), "; offset: ", offset);
+    if (!StrConv::num(pieces[0], &gotId))
+        return report.line("Object id is invalid: ", ::String::create(pieces[0]), "; offset: ", offset);
     unsigned gotGeneration = 0;
-    if (!StrConv::num(pieces->get(1), &gotGeneration, nullptr) || gotGeneration > Syntax::highestGeneration)
-        return report.line("Object generation is invalid: ", pieces->get(1), "; offset: ", offset);
+    if (!StrConv::num(pieces[1], &gotGeneration) || gotGeneration > Syntax::highestGeneration)
+        return report.line("Object generation is invalid: ", ::String::create(pieces[1]), "; offset: ", offset);
     if (gotId != id)
         return report.line("ID for object at ", offset, " differs; expected ", id, ", but got ", gotId);
     if (gotGeneration != generation)
         return report.line(
             "Generation for object at ", offset, " differs; expected ", generation, ", but got ", gotGeneration);
-    if (pieces->size() == 3)
+    if (count == 3)
         return true;
     // Deliberate: the piece is looked for from the start of the line, so one that also stands in the
     // header is found there.
-    const std::uint64_t valueOffset = offset + line->find(pieces->get(3), 0);
+    const std::uint64_t valueOffset = offset + _line.find(pieces[3]);
     return _stripe.seek(valueOffset) == valueOffset;
 }
 
@@ -305,21 +310,24 @@ Ref<DictionaryObj> ValueParser::readDictionary() noexcept
         if (!next(c))
             return nullptr;
     } while (c != '<' || previous != '<');
-    Values values;
-    return readValueList(values, ListEnd::Dictionary) ? makeDictionary(values, position) : nullptr;
+    const std::size_t first = _values.size();
+    return readValueList(ListEnd::Dictionary) ? makeDictionary(first, position) : nullptr;
 }
 
-Ref<DictionaryObj> ValueParser::makeDictionary(Values& values, std::uint64_t position) noexcept
+// Takes the values from `first` on off the stack.
+Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t position) noexcept
 {
-    if (values.size() % 2 != 0)
-        return report.line("Uneven number of values in dictionary: ", values.size(), "; offset: ", position);
+    const std::size_t count = _values.size() - first;
+    if (count % 2 != 0)
+        return report.line("Uneven number of values in dictionary: ", count, "; offset: ", position);
     std::vector<DictionaryObj::Entry> entries;
-    entries.reserve(values.size() / 2);
-    for (std::size_t i = 0; i < values.size(); i += 2) {
-        if (values[i]->type() != Value::Type::Name)
+    entries.reserve(count / 2);
+    for (std::size_t i = first; i < _values.size(); i += 2) {
+        if (_values[i]->type() != Value::Type::Name)
             return report.line("Expected identifier in dictionary at ", position);
-        entries.push_back({static_cast<const NameObj&>(*values[i]).value(), std::move(values[i + 1])});
+        entries.push_back({static_cast<const NameObj&>(*_values[i]).value(), std::move(_values[i + 1])});
     }
+    _values.resize(first);
     return make<DictionaryObj>(std::move(entries));
 }
 
@@ -327,11 +335,13 @@ Ref<DictionaryObj> ValueParser::makeDictionary(Values& values, std::uint64_t pos
 Ref<ValueObj> ValueParser::readArray() noexcept
 {
     const Nesting nesting(_depth);
-    Values values;
-    if (nesting.isTooDeep(here()) || !readValueList(values, ListEnd::Array))
+    const std::size_t first = _values.size();
+    if (nesting.isTooDeep(here()) || !readValueList(ListEnd::Array))
         return nullptr;
-    return make<ArrayObj>(
-        std::vector<Ref<Value>>(std::make_move_iterator(values.begin()), std::make_move_iterator(values.end())));
+    const auto begin = _values.begin() + static_cast<std::ptrdiff_t>(first);
+    std::vector<Ref<Value>> elements(std::make_move_iterator(begin), std::make_move_iterator(_values.end()));
+    _values.resize(first);
+    return make<ArrayObj>(std::move(elements));
 }
 
 // Starts behind ">>" of an object's dictionary. The six characters that come next decide, whatever
@@ -372,43 +382,44 @@ bool ValueParser::readStreamStart(std::uint64_t& offset) noexcept
     return true;
 }
 
-// Starts behind "[" or "<<", ends behind "]" or ">>".
-bool ValueParser::readValueList(Values& out, ListEnd end) noexcept
+// Starts behind "[" or "<<", ends behind "]" or ">>". The values are on the stack then, on top of those of
+// the lists around.
+bool ValueParser::readValueList(ListEnd end) noexcept
 {
-    std::u32string word;
+    const List list{_values.size(), _words.size()};
     std::uint32_t previous = 0; // behind a nested value still the one that opened it, deliberately
     bool isComment = false;
     for (std::uint32_t c = 0; next(c); previous = c) {
         if (isComment) {
             isComment = !Syntax::isLineEnd(c);
         } else if (Syntax::isSpace(c)) {
-            if (!endWord(out, word, 1))
+            if (!endWord(list, 1))
                 return false;
         } else if (c == '%') {
-            if (!endWord(out, word, 1))
+            if (!endWord(list, 1))
                 return false;
             isComment = true;
         } else if (c == '/') {
-            if (!endWord(out, word, 1) || !readNested(out, c, previous))
+            if (!endWord(list, 1) || !readNested(c, previous))
                 return false;
         } else if (c == '<' || c == '(' || c == '[' || (previous == '<' && isHexDigit(c))) {
             // A pending word is not ended by these, and goes on behind them.
-            if (!readNested(out, c, previous))
+            if (!readNested(c, previous))
                 return false;
         } else if (end == ListEnd::Dictionary && c == '>' && previous == '>') {
-            word.pop_back();
-            return endWord(out, word, 2);
+            _words.pop_back();
+            return endWord(list, 2);
         } else if (end == ListEnd::Array && c == ']') {
-            return endWord(out, word, 1);
+            return endWord(list, 1);
         } else {
-            word += char32_t(c);
+            _words += char32_t(c);
         }
     }
     return false;
 }
 
 // Starts behind `opener`, which opens a value, or is the first "<" and says nothing yet.
-bool ValueParser::readNested(Values& out, std::uint32_t opener, std::uint32_t previous) noexcept
+bool ValueParser::readNested(std::uint32_t opener, std::uint32_t previous) noexcept
 {
     if (opener == '<' && previous != '<')
         return true;
@@ -444,42 +455,44 @@ bool ValueParser::readNested(Values& out, std::uint32_t opener, std::uint32_t pr
     }
     if (!value)
         return report.line(message, position);
-    out.push_back(std::move(value));
+    _values.push_back(std::move(value));
     return true;
 }
 
-// Adds the pending word, if there is one, which ended `charactersBehind` before the present place.
-bool ValueParser::endWord(Values& out, std::u32string& word, std::uint64_t charactersBehind) noexcept
+// Adds the pending word of the list, if there is one, which ended `charactersBehind` before the present
+// place.
+bool ValueParser::endWord(const List& list, std::uint64_t charactersBehind) noexcept
 {
+    const std::u32string_view word = std::u32string_view(_words).substr(list.firstOfWord);
     if (word.empty())
         return true;
-    const bool isAdded = addToken(out, word, charactersBehind);
-    word.clear();
+    const bool isAdded = addToken(list, word, charactersBehind);
+    _words.resize(list.firstOfWord);
     return isAdded;
 }
 
-bool ValueParser::addToken(Values& out, std::u32string_view token, std::uint64_t charactersBehind) noexcept
+bool ValueParser::addToken(const List& list, std::u32string_view token, std::uint64_t charactersBehind) noexcept
 {
     if (token == U"R")
-        return addReference(out, here() - charactersBehind);
+        return addReference(list, here() - charactersBehind);
     if (token == U"true" || token == U"false") {
-        out.push_back(make<BooleanObj>(token == U"true"));
+        _values.push_back(make<BooleanObj>(token == U"true"));
         return true;
     }
     if (token == U"null") {
-        out.push_back(make<NullObj>());
+        _values.push_back(make<NullObj>());
         return true;
     }
     Ref<ValueObj> number = numberOf(token);
     if (!number)
         return report.line(invalidNumber(token), ::String::create(token), " in value list; offset: ",
             here() - charactersBehind - token.size());
-    out.push_back(std::move(number));
+    _values.push_back(std::move(number));
     return true;
 }
 
-// Makes a reference of the last two values.
-bool ValueParser::addReference(Values& out, std::uint64_t position) noexcept
+// Makes a reference of the last two values of the list.
+bool ValueParser::addReference(const List& list, std::uint64_t position) noexcept
 {
     // Deliberate: the limits are those of the signed parts, so a negative number passes and is cut.
     const auto isWhole = [](const Ref<ValueObj>& value, std::int64_t limit) {
@@ -488,13 +501,16 @@ bool ValueParser::addReference(Values& out, std::uint64_t position) noexcept
         const auto& number = static_cast<const NumberObj&>(*value);
         return number.intPart() <= limit && number.fracPart() == 0;
     };
-    const std::size_t count = out.size();
-    if (count < 2 || !isWhole(out[count - 1], Syntax::highestGeneration) || !isWhole(out[count - 2], 0xFFFFFFFF))
+    const std::size_t count = _values.size();
+    if (count < list.firstValue + 2 || !isWhole(_values[count - 1], Syntax::highestGeneration)
+        || !isWhole(_values[count - 2], highestId))
         return report.line("Invalid object reference in array before ", position);
-    const auto id = static_cast<std::uint32_t>(static_cast<const NumberObj&>(*out[count - 2]).intPart());
-    const auto generation = static_cast<std::uint16_t>(static_cast<const NumberObj&>(*out[count - 1]).intPart());
-    out.resize(count - 2);
-    out.push_back(make<ObjectRefObj>(id, generation));
+    const auto& id = static_cast<const NumberObj&>(*_values[count - 2]);
+    const auto& generation = static_cast<const NumberObj&>(*_values[count - 1]);
+    Ref<ValueObj> reference = make<ObjectRefObj>(
+        static_cast<std::uint32_t>(id.intPart()), static_cast<std::uint16_t>(generation.intPart()));
+    _values.pop_back();
+    _values.back() = std::move(reference);
     return true;
 }
 
@@ -502,21 +518,28 @@ bool ValueParser::addReference(Values& out, std::uint64_t position) noexcept
 // the last one. The name is taken as it stands: "#" sequences aren't decoded.
 Ref<ValueObj> ValueParser::readName() noexcept
 {
-    std::u32string name;
+    _text.clear();
     std::uint32_t c = 0;
+    std::size_t hash = 0;
     bool isRead = next(c);
-    for (; isRead && !endsName(c); isRead = next(c))
-        name += char32_t(c);
+    for (; isRead && !endsName(c); isRead = next(c)) {
+        _text += char32_t(c);
+        hash = hash * 31 + c;
+    }
     const bool isFailure = !isRead && here() < _stripe.size();
-    if (isFailure || !giveBack(1) || name.empty())
+    if (isFailure || !giveBack(1) || _text.empty())
         return nullptr;
-    return make<NameObj>(::String::create(name));
+    // The same few names come again and again, and names don't change: one object serves them all.
+    Ref<NameObj>& known = _names[hash % _names.size()];
+    if (!known || !known->text().equals(_text))
+        known = make<NameObj>(::String::create(_text));
+    return known;
 }
 
 // Starts behind "(", ends behind the ")" that closes it.
 Ref<ValueObj> ValueParser::readLiteralString() noexcept
 {
-    std::u32string text;
+    _text.clear();
     std::uint64_t depth = 0;
     Octal octal;
     bool isEscape = false;
@@ -532,22 +555,22 @@ Ref<ValueObj> ValueParser::readLiteralString() noexcept
         isBehindCarriageReturn = false;
         if (octal.take(c))
             continue;
-        octal.endInto(text);
+        octal.endInto(_text);
         if (c == '\\') {
             // Deliberate: the second of two is lost, and what follows it is still escaped.
             isEscape = true;
         } else if (isEscape) {
             isEscape = false;
-            if (!octal.begin(c) && !addEscaped(text, c))
+            if (!octal.begin(c) && !addEscaped(_text, c))
                 return report.line("Invalid escape character ", c, " at offset ", here() - 1);
         } else if (c == ')' && depth == 0) {
-            return make<StringObj>(::String::create(text));
+            return make<StringObj>(::String::create(_text));
         } else {
             // Deliberate: of a character its low 8 bits count. So bytes from 128 to 159, which stand for
             // characters above, don't come back as they were; their octal forms do.
             depth += c == '(' ? 1 : 0;
             depth -= c == ')' ? 1 : 0;
-            text += char32_t(Syntax::characterOfByte(c & 0xFF));
+            _text += char32_t(Syntax::characterOfByte(c & 0xFF));
         }
     }
     return nullptr;

@@ -4,6 +4,7 @@
 #include <values/ObjectObj.h>
 #include <values/ValueObj.h>
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@ namespace Libraries::Files::PDF {
 
 class Dictionary;
 class DictionaryObj;
+class NameObj;
 
 // Reads indirect objects and the values in them from a stripe, one element at a time. Every reading
 // starts at the stripe's present place and leaves it behind what it consumed. A failure is null or
@@ -19,7 +21,8 @@ class DictionaryObj;
 class ValueParser {
 public:
     // Both must outlive the parser; `lines` reads the stripe.
-    ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept : _stripe(stripe), _lines(lines) {}
+    ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept;
+    ~ValueParser() noexcept;
 
     // The object at `offset`, whose header must show this id and generation. Objects that lie inside each
     // other are read as often as the table names them; once the objects have taken more than 16 times
@@ -31,8 +34,12 @@ public:
     Ref<Value> readValue() noexcept;
 
 private:
-    using Values = std::vector<Ref<ValueObj>>;
     enum class ListEnd { Array, Dictionary };
+    // Where the values and the pending word of a list begin on the two stacks.
+    struct List {
+        std::size_t firstValue;
+        std::size_t firstOfWord;
+    };
 
     // The stripe: the next element, giving some back, the present place.
     bool next(std::uint32_t& c) noexcept;
@@ -43,12 +50,12 @@ private:
     bool readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     Ref<Value> readTopWord(const std::u32string& word) noexcept;
     Ref<Value> readDictionaryOrStream() noexcept;
-    bool readValueList(Values& out, ListEnd end) noexcept;
-    bool readNested(Values& out, std::uint32_t opener, std::uint32_t previous) noexcept;
-    bool endWord(Values& out, std::u32string& word, std::uint64_t charactersBehind) noexcept;
-    bool addToken(Values& out, std::u32string_view token, std::uint64_t charactersBehind) noexcept;
-    bool addReference(Values& out, std::uint64_t position) noexcept;
-    Ref<DictionaryObj> makeDictionary(Values& values, std::uint64_t position) noexcept;
+    bool readValueList(ListEnd end) noexcept;
+    bool readNested(std::uint32_t opener, std::uint32_t previous) noexcept;
+    bool endWord(const List& list, std::uint64_t charactersBehind) noexcept;
+    bool addToken(const List& list, std::u32string_view token, std::uint64_t charactersBehind) noexcept;
+    bool addReference(const List& list, std::uint64_t position) noexcept;
+    Ref<DictionaryObj> makeDictionary(std::size_t first, std::uint64_t position) noexcept;
     Ref<ValueObj> readArray() noexcept;
     Ref<Value> readStreamTail(Ref<Dictionary> dictionary) noexcept;
     bool readStreamStart(std::uint64_t& offset) noexcept;
@@ -58,6 +65,11 @@ private:
 
     Interfaces::Stripe& _stripe;
     CharReader& _lines;
+    std::vector<Ref<ValueObj>> _values; // of the lists that are being read, the outermost first
+    std::u32string _words;              // the pending words of these lists
+    std::array<Ref<NameObj>, 1024> _names;
+    std::u32string _line; // these two are kept for their memory alone
+    std::u32string _text;
     std::uint64_t _taken = 0; // elements that objects were read from
     unsigned _depth = 0; // of the arrays and dictionaries that are being read
 };

@@ -24,25 +24,31 @@ bool CharReader::passLineFeed() noexcept
     return _stripe->seek(back) == back;
 }
 
-Ref<String> CharReader::readUpTo(std::size_t pieces) noexcept
+Ref<String> CharReader::readLine() noexcept
 {
-    _line.clear();
-    std::size_t count = 0;
+    std::u32string line;
+    return readLine(line) ? String::create(line) : nullptr;
+}
+
+bool CharReader::readPieces(std::u32string& line, std::size_t count) noexcept
+{
+    line.clear();
+    std::size_t pieces = 0;
     std::uint32_t c = 0;
     for (;;) {
         const Got got = next(c);
-        if (got == Got::Failure || (got == Got::End && _line.empty()))
-            return nullptr;
+        if (got == Got::Failure || (got == Got::End && line.empty()))
+            return false;
         if (got == Got::End || c == '\n')
             break;
         if (c == '\r') {
             if (!passLineFeed())
-                return nullptr;
+                return false;
             break;
         }
-        if (c == ' ' && !_line.empty() && _line.back() != U' ' && ++count == pieces)
+        if (c == ' ' && !line.empty() && line.back() != U' ' && ++pieces == count)
             break;
-        _line += char32_t(c);
+        line += char32_t(c);
     }
-    return String::create(_line);
+    return true;
 }

@@ -18,17 +18,17 @@ public:
     // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe behind
     // it. At the end of the input the last line, if it has a character, else null. A read that fails
     // before the end gives null.
-    Ref<String> readLine() noexcept { return readUpTo(String::all); }
-    // The same, but no further than the blank behind the `count`th of its pieces between blanks, which
-    // then stays out and is passed.
-    Ref<String> readPieces(std::size_t count) noexcept { return readUpTo(count); }
+    Ref<String> readLine() noexcept;
+    // The same into a buffer of the caller; false where the other form gives null.
+    bool readLine(std::u32string& line) noexcept { return readPieces(line, String::all); }
+    // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
+    // which then stays out and is passed.
+    bool readPieces(std::u32string& line, std::size_t count) noexcept;
 
 private:
     enum class Got { Character, End, Failure };
     Got next(std::uint32_t& c) noexcept;
-    Ref<String> readUpTo(std::size_t pieces) noexcept;
     bool passLineFeed() noexcept;
 
     Ref<Interfaces::Stripe> _stripe;
-    std::u32string _line; // kept for its memory alone
 };

@@ -25,15 +25,26 @@ unsigned int digitValue(unsigned int c)
     return noDigit;
 }
 
+// The characters of a text, whatever holds them.
+struct StringCharacters {
+    const String& text;
+    std::size_t length() const { return text.length(); }
+    unsigned int operator[](std::size_t index) const { return text.charAt(index); }
+};
+struct ViewCharacters {
+    std::u32string_view text;
+    std::size_t length() const { return text.size(); }
+    unsigned int operator[](std::size_t index) const { return text[index]; }
+};
+
 // The number that the digits from `start` to the end make; false when one is none, or beyond `limit`.
-// `charAt` gives the characters.
-template <class CharAt>
-bool parse(CharAt charAt, std::size_t start, std::size_t length, std::size_t base, unsigned long long limit,
+template <class Characters>
+bool parse(const Characters& text, std::size_t start, std::size_t base, unsigned long long limit,
     unsigned long long& out)
 {
     unsigned long long number = 0;
-    for (std::size_t i = start; i < length; ++i) {
-        const unsigned int digit = digitValue(charAt(i));
+    for (std::size_t i = start; i < text.length(); ++i) {
+        const unsigned int digit = digitValue(text[i]);
         if (digit >= base || number > (limit - digit) / base)
             return false;
         number = number * base + digit;
@@ -42,27 +53,24 @@ bool parse(CharAt charAt, std::size_t start, std::size_t length, std::size_t bas
     return true;
 }
 
-template <class Unsigned>
-bool parseUnsigned(const Ref<String>& text, Unsigned* out, std::size_t base)
+template <class Characters, class Unsigned>
+bool parseUnsigned(const Characters& text, Unsigned* out, std::size_t base)
 {
-    if (!text || text->isEmpty())
-        return false;
     unsigned long long number = 0;
-    const auto charAt = [&text](std::size_t index) { return text->charAt(index); };
-    if (!parse(charAt, 0, text->length(), base, std::numeric_limits<Unsigned>::max(), number))
+    if (text.length() == 0 || !parse(text, 0, base, std::numeric_limits<Unsigned>::max(), number))
         return false;
     *out = static_cast<Unsigned>(number);
     return true;
 }
 
-template <class CharAt>
-bool parseSigned(CharAt charAt, std::size_t length, long long* out)
+template <class Characters>
+bool parseSigned(const Characters& text, long long* out)
 {
-    const bool negative = length > 0 && charAt(0) == '-';
-    const std::size_t start = negative || (length > 0 && charAt(0) == '+') ? 1 : 0;
+    const bool negative = text.length() > 0 && text[0] == '-';
+    const std::size_t start = negative || (text.length() > 0 && text[0] == '+') ? 1 : 0;
     const unsigned long long limit = std::numeric_limits<long long>::max();
     unsigned long long number = 0;
-    if (!parse(charAt, start, length, 10, negative ? limit + 1 : limit, number))
+    if (!parse(text, start, 10, negative ? limit + 1 : limit, number))
         return false;
     *out = static_cast<long long>(negative ? 0 - number : number);
     return true;
@@ -80,29 +88,37 @@ Ref<String> decimal(Integer number)
 
 bool StrConv::num(const Ref<String>& text, unsigned int* out, const Ref<String>&) noexcept
 {
-    return parseUnsigned(text, out, 10);
+    return text && parseUnsigned(StringCharacters{*text}, out, 10);
 }
 
 bool StrConv::num(const Ref<String>& text, unsigned long long* out, const Ref<String>&) noexcept
 {
-    return parseUnsigned(text, out, 10);
+    return text && parseUnsigned(StringCharacters{*text}, out, 10);
 }
 
 bool StrConv::num(const Ref<String>& text, long long* out, const Ref<String>&) noexcept
 {
-    const auto charAt = [&text](std::size_t index) { return text->charAt(index); };
-    return text && parseSigned(charAt, text->length(), out);
-}
-
-bool StrConv::num(std::u32string_view text, long long* out) noexcept
-{
-    const auto charAt = [text](std::size_t index) { return static_cast<unsigned int>(text[index]); };
-    return parseSigned(charAt, text.size(), out);
+    return text && parseSigned(StringCharacters{*text}, out);
 }
 
 bool StrConv::num(const Ref<String>& text, unsigned int* out, std::size_t base, const Ref<String>&) noexcept
 {
-    return isBase(base) && parseUnsigned(text, out, base);
+    return text && isBase(base) && parseUnsigned(StringCharacters{*text}, out, base);
+}
+
+bool StrConv::num(std::u32string_view text, unsigned int* out) noexcept
+{
+    return parseUnsigned(ViewCharacters{text}, out, 10);
+}
+
+bool StrConv::num(std::u32string_view text, unsigned long long* out) noexcept
+{
+    return parseUnsigned(ViewCharacters{text}, out, 10);
+}
+
+bool StrConv::num(std::u32string_view text, long long* out) noexcept
+{
+    return parseSigned(ViewCharacters{text}, out);
 }
 
 Ref<String> StrConv::str(int number) noexcept

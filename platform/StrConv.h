@@ -13,6 +13,9 @@ public:
     // The same, with one leading "-" or "+" taken. An empty text and a lone sign read as 0, so that
     // the halves of ".5", "5." and "-.5" are numbers.
     static bool num(const Ref<String>& text, long long* out, const Ref<String>& digits) noexcept;
+    // The same for text that is no string yet.
+    static bool num(std::u32string_view text, unsigned int* out) noexcept;
+    static bool num(std::u32string_view text, unsigned long long* out) noexcept;
     static bool num(std::u32string_view text, long long* out) noexcept;
     // Digits of a base from 2 to 16; false in any other.
     static bool num(const Ref<String>& text, unsigned int* out, std::size_t base, const Ref<String>& digits) noexcept;

@@ -192,6 +192,13 @@ bool String::equals(Ref<String> text) const noexcept
     return text && _length == text->_length && compare(*text) == 0;
 }
 
+bool String::equals(std::u32string_view text) const noexcept
+{
+    if (_wide)
+        return std::equal(wide(), wide() + _length, text.begin(), text.end());
+    return std::equal(narrow(), narrow() + _length, text.begin(), text.end());
+}
+
 bool String::greaterOrEqual(Ref<String> text) const noexcept
 {
     return !text || compare(*text) >= 0;

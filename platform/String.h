@@ -55,6 +55,8 @@ public:
     // 0xFFFF gives a pair of surrogates.
     virtual unsigned short* toUtf16(std::size_t* length) const noexcept;
 
+    // Whether the text has just these characters.
+    bool equals(std::u32string_view text) const noexcept;
     // Negative, zero or positive as this text stands before, at or behind the other.
     int compare(const String& other) const noexcept;
     // Walks the code points in order.

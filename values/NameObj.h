@@ -13,6 +13,9 @@ public:
     // Name
     Ref<::String> value() const noexcept override { return _value; }
 
+    // The text, which must not be null.
+    const ::String& text() const noexcept { return *_value; }
+
 private:
     const Ref<::String> _value;
 };

@@ -27,10 +27,15 @@ TEST(CharReader, piecesEndAtABlankOrWithTheLine)
 {
     const Ref<TestStripe> stripe = make<TestStripe>("  1 0  obj <<  >>\nnext");
     const Ref<CharReader> reader = CharReader::create(stripe, 0);
-    EXPECT_EQ(plain(reader->readPieces(4)), "  1 0  obj <<");
+    std::u32string line;
+    EXPECT_TRUE(reader->readPieces(line, 4));
+    EXPECT_EQ(line, U"  1 0  obj <<");
     EXPECT_EQ(stripe->position, 14u);
-    EXPECT_EQ(plain(reader->readPieces(4)), " >>");
-    EXPECT_EQ(plain(reader->readPieces(4)), "next");
+    EXPECT_TRUE(reader->readPieces(line, 4));
+    EXPECT_EQ(line, U" >>");
+    EXPECT_TRUE(reader->readPieces(line, 4));
+    EXPECT_EQ(line, U"next");
+    EXPECT_FALSE(reader->readPieces(line, 4));
 }
 
 TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
