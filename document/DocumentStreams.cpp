@@ -2,9 +2,8 @@
 
 #include <document/Keys.h>
 #include <document/Report.h>
+#include <document/StreamCopy.h>
 #include <document/StreamPump.h>
-#include <platform/Heap.h>
-#include <platform/MemInStrm.h>
 #include <platform/MemoryStream.h>
 #include <platform/Windows_1252.h>
 #include <platform/ZlibFilter.h>
@@ -16,8 +15,6 @@
 #include <values/NumberObj.h>
 #include <values/ObjectRef.h>
 #include <values/StreamObj.h>
-
-#include <limits>
 
 // Stream data. It passes through the filters as bytes, while stripes of the file and of memory hold
 // elements: a converter at each end of the pump crosses over.
@@ -82,28 +79,7 @@ bool createCompressor(const Dictionary& dictionary, const Ref<::String>& stream,
         || report.fail(ErrStreamConvert, "Failed to create compressor block filter for stream ", stream);
 }
 
-// A copy of all that the view holds; null with a line and a code.
-Ref<Interfaces::Stripe> copyToMemory(Interfaces::Stripe& view)
-{
-    if (view.seek(0) != 0)
-        return report.fail(ErrInvalidArgument, "Failed to navigate in to be cached stream's data");
-    const std::uint64_t count = view.size();
-    if (count > std::numeric_limits<std::uint32_t>::max())
-        return report.fail(ErrOutOfRange, "Stream size is too large: ", count);
-    const std::size_t bytes = view.elementSize() * count;
-    void* block = Heap::alloc(bytes, Heap::Array, __builtin_return_address(0));
-    const Ref<MemInStrm> memory = MemInStrm::create(
-        block, bytes, [](void* held, std::size_t size) { Heap::free(held, Heap::Array, nullptr, size); });
-    BufferDesc area = BufferDesc::plain(block);
-    if (view.read(area, count, waitForever) != count)
-        return report.fail(ErrNoResource, "Failed to read from to be cached stream's data");
-    if (!memory)
-        return report.fail(ErrNoResource, "Failed to create cached stream");
-    Ref<Interfaces::Stripe> copy = Adapters::ElementSize::Stripe::create(memory);
-    if (!copy)
-        return report.fail(ErrNoResource, "Failed to create adapter stream");
-    return copy;
-}
+constexpr CopyWording cacheWording{"cached", "cached"};
 
 } // namespace
 
@@ -265,9 +241,12 @@ bool DocumentObj::cacheStreams() noexcept
         const Ref<Interfaces::Stripe> data = streamData(stream, false);
         if (!data || !data.cast<SubStripe>())
             continue;
-        Ref<Interfaces::Stripe> copy = copyToMemory(*data);
-        if (!copy)
+        const Ref<MemInStrm> bytes = copyToMemory(*data, cacheWording);
+        if (!bytes)
             return false;
+        Ref<Interfaces::Stripe> copy = Adapters::ElementSize::Stripe::create(bytes);
+        if (!copy)
+            return report.fail(ErrNoResource, "Failed to create adapter stream");
         stream->strmData(std::move(copy));
         stream->resetChanged(); // the copy only mirrors the file
     }

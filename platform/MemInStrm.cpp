@@ -11,6 +11,17 @@ Ref<MemInStrm> MemInStrm::create(void* block, std::size_t size, Release release)
     return make<MemInStrm>(block, size, release);
 }
 
+MemInStrm::~MemInStrm() noexcept
+{
+    if (_release)
+        _release(_block, _size);
+}
+
+Ref<MemInStrm> MemInStrm::share() noexcept
+{
+    return make<MemInStrm>(_owner ? _owner : Ref<MemInStrm>(this));
+}
+
 std::uint64_t MemInStrm::read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept
 {
     return readMemory({_block, _size}, _position, area, count);

@@ -2,7 +2,8 @@
 
 #include <platform/Stripe.h>
 
-// A stripe of bytes over a block that it owns; read only. An empty block gives an empty stripe.
+// A stripe of bytes over a block that it owns, alone or with others; read only. An empty block gives an
+// empty stripe.
 class EXPORTED MemInStrm final : public Object, public virtual Interfaces::Stripe {
 public:
     using Release = void (*)(void* block, std::size_t size);
@@ -15,7 +16,15 @@ public:
         : _block(static_cast<unsigned char*>(block)), _size(size), _release(release)
     {
     }
-    ~MemInStrm() noexcept override { _release(_block, _size); }
+    explicit MemInStrm(Ref<MemInStrm> owner) noexcept
+        : _block(owner->_block), _size(owner->_size), _release(nullptr), _owner(std::move(owner))
+    {
+    }
+    ~MemInStrm() noexcept override;
+
+    // Another stripe over the same block, with a position of its own, at 0. The block is released when
+    // the last of them dies.
+    Ref<MemInStrm> share() noexcept;
 
     // Interfaces::Stripe. A read takes plain memory alone, `ErrInvalidArgument`, and comes short at the
     // end with `ErrOutOfRange`. Writing and resizing are refused with `ErrNotSupported`. A seek stops at
@@ -30,6 +39,7 @@ public:
 private:
     unsigned char* const _block;
     const std::size_t _size;
-    const Release _release;
+    const Release _release; // null when the block belongs to `_owner`
+    const Ref<MemInStrm> _owner;
     std::size_t _position = 0;
 };
