@@ -14,6 +14,14 @@ class ObjectRef;
 class Stream;
 class Value;
 
+// Which pages of a foreign document go beneath which pages of this one.
+enum class BackgroundMode : std::uint32_t {
+    FirstPageOnly = 0,       // its first page beneath the first page
+    AllPages = 1,            // its first page beneath every page
+    PagePairs = 2,           // each of its pages beneath the page of the same index, as far as both go
+    PagePairsRepeatLast = 3, // the same, and its last page beneath every page that is left
+};
+
 // A PDF file in memory: every indirect object is parsed, only stream data stays in the file and is
 // read on demand. A document lives as long as somebody holds it; there is no close. It belongs to
 // one thread at a time, and so does everything reached through it.
@@ -90,6 +98,43 @@ public:
     // object reports a change; what lies behind an array doesn't count. Neither a save nor the reading of
     // stream data is a change, and a save resets nothing.
     virtual bool changed() const noexcept = 0;
+    // Puts the content of pages of `foreign` beneath that of pages of this document. Pages are those of
+    // `getPages`, on both sides. `Contents` of each page becomes a new array: references to copies of the
+    // foreign page's content streams, then what was there. Nothing stands around the foreign content: it
+    // runs in the page's coordinates, and the graphics state that it leaves stays in force. The version
+    // becomes the greater of the two. True without any change when this document has no pages. An
+    // unknown `mode` changes no page, but adds the foreign content streams as objects all the same.
+    //
+    // Resources: those of the foreign page are merged into the page's own dictionary, after those of the
+    // root of this document's page tree; a page without gets one. If the foreign page has none, those of
+    // the root of its tree go into the root of this one's, where only pages without `Resources` see
+    // them. No name is changed: one that stands in any category of the page's resources already must
+    // stand in the same one with an equal value, and equal references count as equal values whatever
+    // they lead to; else the call fails. A dictionary that pages share is changed for all of them. Of an
+    // array category the page's stays as it is, and the foreign one takes up the elements that it
+    // lacks: otherwise `foreign` is only read. It may be this document, and it may be closed afterwards.
+    //
+    // Cost: each page gets copies of its own of all that the foreign page's resources refer to, and an
+    // object that is referred to twice is copied twice; references that lead back to an object on their
+    // own way fail the call. Content streams are copied once, and stream bytes, 4 for each stored one,
+    // are held once however often their stream was copied. Time grows with the copies and, for each
+    // page, with the number of names in its resources. A file made for it can bring any number of
+    // copies, each object referring twice to the next.
+    //
+    // False with a code, by what failed, in the order of the work:
+    // - reading, which changes nothing: `ErrNullArgument`; a code from 0x700 to 0x7FF for the foreign
+    //   page list, 0x100 above the one of `getPages`; `ErrForeignPage` for a foreign document without
+    //   pages or a foreign page without `Contents`, `ErrForeignContent` for a foreign page that is no
+    //   dictionary or whose `Contents` are unusable; `ErrBadPages` for the root of this page tree;
+    // - resources: `ErrBadContents` for a page or resources that can't be had, `ErrNoResource` for a merge
+    //   that failed, `ErrBadPages` for the root of a page tree. All merges up to then stay, a new empty
+    //   dictionary and what a failing merge had done included, and so do the objects that they added;
+    // - content streams: `ErrForeignStreamData` or `ErrForeignStreamAdd`. The copies of content streams
+    //   are removed again; the objects that their dictionaries refer to, and all merges, stay;
+    // - pages: `ErrNoResource`. The pages before get their `Contents` back, up to the first one that had
+    //   none, which can't be brought back to that; merges and all added objects stay.
+    // Ids that were given out are not used again, and a document with added objects has changed.
+    virtual bool addBackground(Ref<Document> foreign, BackgroundMode mode) noexcept = 0;
     // Brings the stored data of every stream to Flate or to none, with `Filter` and `Length`; all other
     // keys stay, decode parameters too. A stream whose filter is no name is left alone. Deliberate: one
     // with another filter name counts as uncompressed, so that on the way to Flate it is compressed as it

@@ -3,7 +3,8 @@
 #include <document/Report.h>
 #include <forms/Form.h>
 #include <values/Dictionary.h>
-#include <values/ObjectRef.h>
+#include <values/ObjectObj.h>
+#include <values/ObjectRefObj.h>
 
 #include <algorithm>
 
@@ -40,6 +41,17 @@ bool DocumentObj::changed() const noexcept
         const Ref<Value> value = object->value();
         return value && value->changed();
     });
+}
+
+// Enters a value into the table as a new object.
+Ref<ObjectRef> DocumentObj::addObject(Ref<Value> value) noexcept
+{
+    if (!value)
+        return refuse(ErrNullArgument);
+    const std::uint32_t id = _nextObjectId++;
+    _objects.push_back(make<ObjectObj>(id, std::uint16_t(0), std::move(value)));
+    _changed = true;
+    return make<ObjectRefObj>(id, std::uint16_t(0));
 }
 
 } // namespace Libraries::Files::PDF

@@ -38,6 +38,7 @@ public:
     bool setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept override;
     bool cacheStreams() noexcept override;
     bool changed() const noexcept override;
+    bool addBackground(Ref<Document> foreign, BackgroundMode mode) noexcept override;
     bool recompress(Compression target) noexcept override;
 
     // Fills the document from the stripe; false with the code that `Document::create` leaves.
@@ -98,6 +99,12 @@ private:
     // Form
     bool loadForm() noexcept;
     std::uint32_t makeForm(Ref<Value> acroForm) noexcept;
+
+    // Page composition. The classes stand in document/PageComposition.h.
+    class Cloning;
+    class Merging;
+    class Background;
+    Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
 
     // Released from the last to the first.
     Ref<Interfaces::Stripe> _stripe; // the file; its position is the parser's

@@ -1,0 +1,389 @@
+#include <document/PageComposition.h>
+
+#include <document/Report.h>
+#include <document/StreamCopy.h>
+#include <stripes/ElementSizeStripe.h>
+#include <values/ArrayObj.h>
+#include <values/BooleanObj.h>
+#include <values/DictionaryObj.h>
+#include <values/NameObj.h>
+#include <values/NullObj.h>
+#include <values/NumberObj.h>
+#include <values/ObjectRef.h>
+#include <values/StreamObj.h>
+#include <values/StringObj.h>
+
+// Copying values of another document. A value with parts is a step on a list, not a call: references
+// make chains as long as a document has objects, and no stack would hold them.
+
+namespace Libraries::Files::PDF {
+
+namespace {
+
+constexpr CopyWording cloneWording{"cloned", "copied"};
+
+template <class Kind>
+Ref<Kind> castToClone(const Ref<Value>& value, const char* word)
+{
+    Ref<Kind> result = value.cast<Kind>();
+    if (!result)
+        return report.fail(
+            ErrInvalidArgument, "Failed to convert to be cloned ", word, " to ", Kind::kindName);
+    return result;
+}
+
+Ref<Value> cloneOf(const Name& name)
+{
+    return make<NameObj>(name.value());
+}
+
+Ref<Value> cloneOf(const Boolean& boolean)
+{
+    return make<BooleanObj>(boolean.value());
+}
+
+Ref<Value> cloneOf(const Number& number)
+{
+    return make<NumberObj>(number.intPart(), number.fracPart());
+}
+
+Ref<Value> cloneOf(const String& string)
+{
+    if (Ref<::String> text = string.value())
+        return make<StringObj>(std::move(text));
+    if (Ref<TConstArray<std::uint8_t>> bytes = string.data())
+        return make<StringObj>(std::move(bytes));
+    return report.fail(ErrInvalidArgument, "Invalid String value to be cloned");
+}
+
+Ref<Value> cloneOf(const Null&)
+{
+    return make<NullObj>();
+}
+
+// Puts the clone of a value without parts in its place.
+template <class Kind>
+bool cloneScalar(Ref<Value>& value, const char* word)
+{
+    const Ref<Kind> scalar = castToClone<Kind>(value, word);
+    value = scalar ? cloneOf(*scalar) : nullptr;
+    return bool(value);
+}
+
+} // namespace
+
+// A value that is being cloned part by part.
+class CloningStep {
+public:
+    virtual ~CloningStep() = default;
+
+    // The next part to clone, null when there is no further one. False with line and code when it can't
+    // be had.
+    virtual bool next(Ref<Value>& part) noexcept = 0;
+    // Takes the clone of that part; false with line and code.
+    virtual bool take(Ref<Value> clone) noexcept = 0;
+    // The clone of the value, once it has the clones of all parts.
+    virtual Ref<Value> finish() noexcept = 0;
+    // Writes the line and sets the code for a part that could not be cloned.
+    virtual void fail() noexcept = 0;
+};
+
+namespace {
+
+class ArrayStep final : public CloningStep {
+public:
+    explicit ArrayStep(Ref<Array> array) noexcept : _array(std::move(array)) {}
+
+    bool next(Ref<Value>& part) noexcept override
+    {
+        if (_clones.size() >= _array->size())
+            return true;
+        part = _array->get(_clones.size());
+        return part || report.fail(ErrInvalidArgument, "Element of to be cloned array is NULL: ", _clones.size());
+    }
+    bool take(Ref<Value> clone) noexcept override
+    {
+        _clones.push_back(std::move(clone));
+        return true;
+    }
+    Ref<Value> finish() noexcept override { return make<ArrayObj>(std::move(_clones)); }
+    void fail() noexcept override
+    {
+        report.fail(ErrNoResource, "Failed to clone array element of to be cloned array: ", _clones.size());
+    }
+
+private:
+    const Ref<Array> _array;
+    std::vector<Ref<Value>> _clones;
+};
+
+class DictionaryStep final : public CloningStep {
+public:
+    DictionaryStep(Ref<Dictionary> dictionary, Ref<TVector<Ref<::String>>> keys) noexcept
+        : _dictionary(std::move(dictionary)), _keys(std::move(keys))
+    {
+    }
+
+    bool next(Ref<Value>& part) noexcept override
+    {
+        if (_index == _keys->size())
+            return true;
+        const Ref<::String> key = _keys->get(_index);
+        if (!key)
+            return report.fail(ErrInvalidArgument, "Key in to be cloned dictionary is NULL: ", _index);
+        part = _dictionary->find(key);
+        if (!part)
+            return report.fail(
+                ErrInvalidArgument, "Failed to retrieve value of key in to be cloned dictionary: ", key);
+        return true;
+    }
+    bool take(Ref<Value> clone) noexcept override
+    {
+        const Ref<::String> key = _keys->get(_index++);
+        return _clone->set(key, std::move(clone))
+            || report.fail(ErrNoResource, "Failed to set key to value in new dictionary: ", key);
+    }
+    Ref<Value> finish() noexcept override { return _clone; }
+    void fail() noexcept override
+    {
+        report.fail(
+            ErrInvalidArgument, "Failed to clone value of key in to be cloned dictionary: ", _keys->get(_index));
+    }
+
+private:
+    const Ref<Dictionary> _dictionary;
+    const Ref<TVector<Ref<::String>>> _keys;
+    std::size_t _index = 0;
+    const Ref<DictionaryObj> _clone = make<DictionaryObj>();
+};
+
+class StreamStep final : public CloningStep {
+public:
+    StreamStep(Ref<Dictionary> dictionary, Ref<Interfaces::Stripe> data) noexcept
+        : _dictionary(std::move(dictionary)), _data(std::move(data))
+    {
+    }
+
+    bool next(Ref<Value>& part) noexcept override
+    {
+        part = std::move(_dictionary);
+        return true;
+    }
+    bool take(Ref<Value> clone) noexcept override
+    {
+        _clone = clone.cast<Dictionary>();
+        if (!_clone)
+            fail();
+        return bool(_clone);
+    }
+    Ref<Value> finish() noexcept override { return make<StreamObj>(std::move(_clone), std::move(_data)); }
+    void fail() noexcept override
+    {
+        report.fail(ErrNoResource, "Failed to clone dictionary of to be cloned stream");
+    }
+
+private:
+    Ref<Dictionary> _dictionary; // null once it was given out
+    Ref<Interfaces::Stripe> _data;
+    Ref<Dictionary> _clone;
+};
+
+} // namespace
+
+// An object behind a reference. Its clone becomes an object of the target, and is all or nothing there:
+// only appending happens while it is made, so its length is enough to bring the table back.
+class DocumentObj::Cloning::ReferenceStep final : public CloningStep {
+public:
+    ReferenceStep(Cloning& cloning, Ref<PDF::Object> object, Ref<Value> value) noexcept
+        : _cloning(cloning), _object(std::move(object)), _value(std::move(value)),
+          _objectsBefore(cloning._target._objects.size())
+    {
+    }
+    ~ReferenceStep() override { _cloning._inProgress.erase(_object.get()); }
+
+    bool next(Ref<Value>& part) noexcept override
+    {
+        part = std::move(_value);
+        return true;
+    }
+    bool take(Ref<Value> clone) noexcept override
+    {
+        _reference = _cloning._target.addObject(std::move(clone));
+        return bool(_reference);
+    }
+    Ref<Value> finish() noexcept override { return std::move(_reference); }
+    void fail() noexcept override
+    {
+        _cloning._target._objects.resize(_objectsBefore);
+        report.fail(ErrInvalidArgument, "Failed to clone object: ", _object->asText());
+    }
+
+private:
+    Cloning& _cloning;
+    const Ref<PDF::Object> _object;
+    Ref<Value> _value; // null once it was given out
+    const std::size_t _objectsBefore;
+    Ref<ObjectRef> _reference;
+};
+
+DocumentObj::Cloning::Cloning(DocumentObj& target, Ref<Document> source) noexcept
+    : _target(target), _source(std::move(source))
+{
+}
+
+DocumentObj::Cloning::~Cloning() noexcept = default;
+
+Ref<Value> DocumentObj::Cloning::cloneValue(Ref<Value> value) noexcept
+{
+    if (!value)
+        return refuse(ErrNullArgument);
+    do
+        if (!begin(value) || !advance(value))
+            return abandon();
+    while (!_open.empty());
+    return value;
+}
+
+Ref<ObjectRef> DocumentObj::Cloning::cloneObject(Ref<Value> value) noexcept
+{
+    if (!value)
+        return refuse(ErrNullArgument);
+    const std::size_t objectsBefore = _target._objects.size();
+    Ref<Value> clone = cloneValue(std::move(value));
+    if (!clone) {
+        _target._objects.resize(objectsBefore);
+        return refuse(ErrNoResource);
+    }
+    return _target.addObject(std::move(clone));
+}
+
+// Puts its clone in the place of a value, or null when a step was opened that makes the clone.
+bool DocumentObj::Cloning::begin(Ref<Value>& value) noexcept
+{
+    switch (value->type()) {
+    case Value::Type::Name: return cloneScalar<Name>(value, "name");
+    case Value::Type::Boolean: return cloneScalar<Boolean>(value, "boolean");
+    case Value::Type::Number: return cloneScalar<Number>(value, "number");
+    case Value::Type::String: return cloneScalar<String>(value, "string");
+    case Value::Type::ObjectRef: return beginAs<ObjectRef>(value, "object reference");
+    case Value::Type::Dictionary: return beginAs<Dictionary>(value, "dictionary");
+    case Value::Type::Stream: return beginAs<Stream>(value, "stream");
+    case Value::Type::Array: return beginAs<Array>(value, "array");
+    case Value::Type::Null: return cloneScalar<Null>(value, "value");
+    case Value::Type::Invalid: break;
+    }
+    return report.fail(ErrNotSupported, "Value type not supported for cloning: ", value->type());
+}
+
+template <class Kind>
+bool DocumentObj::Cloning::beginAs(Ref<Value>& value, const char* word) noexcept
+{
+    const Ref<Kind> composite = castToClone<Kind>(value, word);
+    return composite && open(composite, value);
+}
+
+bool DocumentObj::Cloning::open(const Ref<ObjectRef>& reference, Ref<Value>& value) noexcept
+{
+    Ref<PDF::Object> object = _source->object(reference);
+    if (!object)
+        return report.fail(
+            ErrInvalidArgument, "Failed to resolve to be cloned object reference: ", reference->asText());
+    Ref<Value> held = object->value();
+    if (!held)
+        return report.fail(ErrInvalidArgument, "To be cloned object has no value: ", object->asText());
+    // A reference of the target itself stays the very value that it is.
+    if (_source.get() == &_target)
+        return true;
+    // An object that is being cloned already closes a cycle.
+    if (!_inProgress.insert(object.get()).second)
+        return report.fail(ErrInvalidArgument, "Failed to clone object: ", object->asText());
+    _open.push_back(std::make_unique<ReferenceStep>(*this, std::move(object), std::move(held)));
+    value = nullptr;
+    return true;
+}
+
+bool DocumentObj::Cloning::open(const Ref<Dictionary>& dictionary, Ref<Value>& value) noexcept
+{
+    Ref<TVector<Ref<::String>>> keys = dictionary->keys();
+    if (!keys)
+        return report.fail(ErrInvalidArgument, "Failed to retrieve keys of the be cloned dictionary");
+    _open.push_back(std::make_unique<DictionaryStep>(dictionary, std::move(keys)));
+    value = nullptr;
+    return true;
+}
+
+bool DocumentObj::Cloning::open(const Ref<Stream>& stream, Ref<Value>& value) noexcept
+{
+    Ref<Dictionary> dictionary = stream->dict();
+    if (!dictionary)
+        return report.fail(ErrInvalidArgument, "Failed to retrieve to be cloned stream's dictionary");
+    Ref<Interfaces::Stripe> data = copyData(stream);
+    if (!data)
+        return false;
+    _open.push_back(std::make_unique<StreamStep>(std::move(dictionary), std::move(data)));
+    value = nullptr;
+    return true;
+}
+
+bool DocumentObj::Cloning::open(const Ref<Array>& array, Ref<Value>& value) noexcept
+{
+    _open.push_back(std::make_unique<ArrayStep>(array));
+    value = nullptr;
+    return true;
+}
+
+// Gives a clone to the value that it is a part of, and so on outwards as long as that completes the next
+// one. Afterwards `value` is the part to clone next or, with nothing open any more, the whole clone. A
+// null one gets the first part of the value opened last.
+bool DocumentObj::Cloning::advance(Ref<Value>& value) noexcept
+{
+    while (!_open.empty()) {
+        CloningStep& innermost = *_open.back();
+        const bool isTaken = !value || innermost.take(std::move(value));
+        if (!isTaken || !innermost.next(value)) {
+            _open.pop_back();
+            return false;
+        }
+        if (value)
+            return true;
+        value = innermost.finish();
+        _open.pop_back();
+    }
+    return true;
+}
+
+// Fails every value that waits for the one that failed, from the inside out.
+Failure DocumentObj::Cloning::abandon() noexcept
+{
+    for (; !_open.empty(); _open.pop_back())
+        _open.back()->fail();
+    return {};
+}
+
+// The stored data of a stream, in memory, as a stripe for one clone. All clones share the bytes.
+Ref<Interfaces::Stripe> DocumentObj::Cloning::copyData(const Ref<Stream>& stream) noexcept
+{
+    StreamCopy& copy = _copies[stream.get()];
+    if (!copy.bytes)
+        copy = {stream, readData(stream)};
+    if (!copy.bytes)
+        return nullptr;
+    Ref<Interfaces::Stripe> data = Adapters::ElementSize::Stripe::create(copy.bytes->share());
+    if (!data)
+        return report.fail(ErrNoResource, "Failed to create adapter stream");
+    return data;
+}
+
+Ref<MemInStrm> DocumentObj::Cloning::readData(const Ref<Stream>& stream) noexcept
+{
+    const Ref<Interfaces::Stripe> data = _source->streamData(stream, false);
+    if (!data)
+        return report.fail(ErrInvalidArgument, "Failed to retrieve to be cloned stream's data");
+    const std::uint64_t width = _target._stripe->elementSize();
+    if (data->elementSize() != width)
+        return report.fail(ErrInvalidArgument, "To be cloned raw stream as a different element size (",
+            data->elementSize(), ") than the current stream (", width, ")");
+    return copyToMemory(*data, cloneWording);
+}
+
+} // namespace Libraries::Files::PDF

@@ -1,0 +1,203 @@
+#include <values/ObjectRef.h>
+#include <values/StringObj.h>
+
+#include "../support/Pages.h"
+#include "../support/SmallStack.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace Tests;
+
+// Cloning is seen through the content streams of a foreign page: each is cloned as a new object.
+
+namespace {
+
+constexpr std::uint32_t firstNewId = 4;
+
+Ref<PDF::Document> target()
+{
+    return open(PdfText().pages("3 0 R").object(3, "<< >>"));
+}
+
+// One page, whose content stream 4 has `entries` in its dictionary.
+PdfText foreignWith(const std::string& entries)
+{
+    return PdfText().pages("3 0 R").object(3, "<< /Contents 4 0 R >>").stream(4, "data", entries);
+}
+
+bool addTo(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign)
+{
+    return document->addBackground(foreign, PDF::BackgroundMode::FirstPageOnly);
+}
+
+// A value whose class is not what its kind says.
+class OddValue final : public PDF::ValueObj {
+public:
+    explicit OddValue(Type type) noexcept : ValueObj(type) {}
+    Ref<::String> asText() const noexcept override { return ::String::create("odd"); }
+    bool equal(Ref<PDF::Value>) const noexcept override { return false; }
+};
+
+// Log lines, each with the code that was set after it: a line comes before its code.
+struct CodedLines : LogCapture {
+    CodedLines()
+    {
+        SysLogStream::setSink([this](std::size_t, Ref<::String> line) {
+            lines.push_back(plain(line));
+            codes.push_back(Error::get());
+        });
+    }
+    std::string at(std::size_t index) const
+    {
+        char code[16];
+        std::snprintf(code, sizeof(code), "%X ", index + 1 < codes.size() ? codes[index + 1] : Error::get());
+        return code + lines[index];
+    }
+    std::vector<std::uint32_t> codes;
+};
+
+} // namespace
+
+TEST(Cloning, everyKindOfValueIsCopiedAndEachReferenceMakesAnObject)
+{
+    const Ref<PDF::Document> document = target();
+    Ref<PDF::Document> foreign = open(
+        foreignWith("/A [ 1.50 -3 true null ] /B << /C (te\\)xt) /D <41FF> >> /E /Name /F 5 0 R /G 5 0 R /H 6 0 R")
+            .object(5, "<< /Deep 7 0 R >>")
+            .stream(6, "xyz", "/Filter /LZWDecode")
+            .object(7, "[ ]"));
+    ASSERT_TRUE(addTo(document, foreign));
+    foreign = nullptr; // nothing of the copy may depend on it
+    const char* expected[] = {"[ ]", "<< /Deep 4 0 R >>", "[ ]", "<< /Deep 6 0 R >>",
+        "<< /Filter /LZWDecode /Length 3 >>\nstream\nxyz\nendstream",
+        "<< /A [ 1.50 -3 true null ] /B << /C (te\\)xt) /D <41FF> >> /E /Name /F 5 0 R /G 7 0 R /H 8 0 R /Length 4 >>"};
+    EXPECT_EQ(idsFrom(document, firstNewId), "4 5 6 7 8 9");
+    for (std::uint32_t i = 0; i < std::size(expected); ++i)
+        EXPECT_EQ(objectText(document, firstNewId + i).find(expected[i]), 0u) << expected[i];
+    const Ref<PDF::StreamObj> stream = objectOf(document, 9)->value().cast<PDF::StreamObj>();
+    EXPECT_EQ(stream->strmOfs(), ~std::uint64_t(0));
+    EXPECT_FALSE(stream->changed());
+    EXPECT_TRUE(document->changed());
+}
+
+TEST(Cloning, aFailureIsToldAtEachLevelAndTakesTheTableBack)
+{
+    using Damage = std::function<void(const Ref<PDF::Document>&)>;
+    const auto withEntry = [](Ref<PDF::Value> value) -> Damage {
+        return [value](const Ref<PDF::Document>& foreign) {
+            objectOf(foreign, 4)->valueAsStream()->dict()->set(text("Bad"), value);
+        };
+    };
+    const auto withData = [](Fault fault, std::uint64_t width = 4) -> Damage {
+        return [fault, width](const Ref<PDF::Document>& foreign) {
+            objectOf(foreign, 5)->value().cast<PDF::StreamObj>()->strmData(make<TestStripe>("data", fault, width));
+        };
+    };
+    struct Case {
+        const char* rule;
+        std::string entries;
+        Damage damage;
+        std::vector<std::string> lines; // before those of the key and the stream, which end each case
+        std::uint32_t idsUsed = 0;
+    };
+    const std::string object5 = "8446 Failed to clone object: 5 (0)";
+    const Case cases[] = {
+        {"what was cloned before is taken back, its ids are not", "/Aa 6 0 R /Ab 6 0 R /Bad [ 6 0 R 9 0 R ]", {},
+            {"8446 Failed to resolve to be cloned object reference: 9 (0)",
+                "8443 Failed to clone array element of to be cloned array: 1h (1)"},
+            3},
+        {"an object that refers to itself", "/Bad 7 0 R", {},
+            {"8446 Failed to clone object: 7 (0)",
+                "8446 Failed to clone value of key in to be cloned dictionary: Self",
+                "8446 Failed to clone object: 7 (0)"}},
+        {"a longer cycle ends where it closes", "/Bad 8 0 R", {},
+            {"8446 Failed to clone object: 8 (0)", "8446 Failed to clone value of key in to be cloned dictionary: Up",
+                "8446 Failed to clone object: 10 (0)",
+                "8443 Failed to clone array element of to be cloned array: 0h (0)",
+                "8446 Failed to clone object: 8 (0)"}},
+        {"a stream's data must be there", "/Bad 11 0 R", {},
+            {"50C Stream has no Length entry", "8446 Failed to retrieve to be cloned stream's data",
+                "8446 Failed to clone object: 11 (0)"}},
+        {"of the width of the file", "/Bad 5 0 R", withData({}, 1),
+            {"8446 To be cloned raw stream as a different element size (1h (1)) than the current stream (4h (4))",
+                object5}},
+        {"and be readable", "/Bad 5 0 R", withData({.read = 0}),
+            {"8443 Failed to read from to be cloned stream's data", object5}},
+        {"a string has text or bytes", "", withEntry(make<PDF::StringObj>(Ref<::String>())),
+            {"8446 Invalid String value to be cloned"}},
+        {"an array has no gaps", "", withEntry(PDF::Array::create({nullptr})),
+            {"8446 Element of to be cloned array is NULL: 0h (0)"}},
+        {"a kind nobody knows", "", withEntry(make<OddValue>(PDF::Value::Type::Invalid)),
+            {"10002 Value type not supported for cloning: 0h (0)"}},
+        {"a kind of another class", "", withEntry(make<OddValue>(PDF::Value::Type::ObjectRef)),
+            {"8446 Failed to convert to be cloned object reference to ObjectRef"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.rule);
+        const Ref<PDF::Document> document = target();
+        const Ref<PDF::Document> foreign = open(foreignWith(c.entries)
+                                                    .stream(5, "data")
+                                                    .object(6, "<< /Good 1 >>")
+                                                    .object(7, "<< /Self 7 0 R >>")
+                                                    .object(8, "[ 10 0 R ]")
+                                                    .object(10, "<< /Up 8 0 R >>")
+                                                    .object(11, "<< >>\nstream\nx\nendstream"));
+        if (c.damage)
+            c.damage(foreign);
+        std::vector<std::string> expected = c.lines;
+        expected.push_back("8446 Failed to clone value of key in to be cloned dictionary: Bad");
+        expected.push_back("8443 Failed to clone dictionary of to be cloned stream");
+        expected.push_back("50D Failed to add foreign stream");
+        {
+            CodedLines log;
+            EXPECT_FALSE(addTo(document, foreign));
+            ASSERT_EQ(log.lines.size(), expected.size());
+            for (std::size_t i = 0; i < expected.size(); ++i)
+                EXPECT_EQ(log.at(i), expected[i]);
+        }
+        EXPECT_EQ(idsFrom(document, firstNewId), "");
+        EXPECT_EQ(document->changed(), c.idsUsed != 0);
+        EXPECT_EQ(nextId(document), firstNewId + c.idsUsed);
+    }
+}
+
+TEST(Cloning, aLongChainOfReferencesNeedsNoStack)
+{
+    constexpr std::uint32_t links = 30000;
+    PdfText file = foreignWith("/Next 5 0 R");
+    for (std::uint32_t id = 5; id < 4 + links; ++id)
+        file.object(id, "<< /Next " + std::to_string(id + 1) + " 0 R >>");
+    for (const bool isCycle : {false, true}) {
+        const Ref<PDF::Document> document = target();
+        const Ref<PDF::Document> foreign = open(PdfText(file).object(4 + links, isCycle ? "[ 5 0 R ]" : "(end)"));
+        onSmallStack([&] { EXPECT_EQ(addTo(document, foreign), !isCycle); });
+        EXPECT_EQ(PDF::objectsOf(document).size(), isCycle ? 3 : 3 + links + 1);
+    }
+}
+
+TEST(Cloning, theBytesOfAStreamAreReadOnceForAllItsClones)
+{
+    PdfText pages;
+    std::string kids;
+    for (unsigned id = 3; id < 23; ++id) {
+        kids += std::to_string(id) + " 0 R ";
+        pages.object(id, "<< >>");
+    }
+    const Ref<PDF::Document> document = open(pages.pages(kids));
+    const auto file = make<TestStripe>(
+        PdfText().pages("3 0 R").object(3, "<< /Contents 4 0 R /Resources << /XObject << /Logo 5 0 R >> >> >>")
+            .stream(4, "content").stream(5, "logo"));
+    const Ref<PDF::Document> foreign = PDF::Document::create(file);
+    const std::uint64_t readsBefore = file->reads;
+    ASSERT_TRUE(document->addBackground(foreign, PDF::BackgroundMode::AllPages));
+    EXPECT_EQ(file->reads - readsBefore, 2u) << "one for each of the streams";
+
+    const Ref<Interfaces::Stripe> first = document->streamData(objectOf(document, 23)->valueAsStream(), false);
+    const Ref<Interfaces::Stripe> second = document->streamData(objectOf(document, 24)->valueAsStream(), false);
+    EXPECT_EQ(bytesOf(first), "logo");
+    first->seek(3);
+    EXPECT_EQ(second->tell(), 0u) << "each has a position of its own";
+    EXPECT_EQ(bytesOf(second), "logo");
+}
