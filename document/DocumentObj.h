@@ -9,6 +9,8 @@
 
 #include <vector>
 
+class MemOutStrm;
+
 namespace Libraries::Files::PDF {
 
 class Number;
@@ -86,14 +88,16 @@ private:
     bool writeVersion(Interfaces::Stream& out, std::uint64_t& offset) noexcept;
     bool writeObject(Interfaces::Stream& out, const PDF::Object& object, std::uint64_t& offset) noexcept;
     bool writeValue(Interfaces::Stream& out, const Ref<Value>& value, std::uint64_t& offset) noexcept;
-    bool writeLine(Interfaces::Stream& out, const Ref<::String>& line, std::uint64_t& offset) noexcept;
-    bool writeString(Interfaces::Stream& out, const ::String& text, std::uint64_t& offset) noexcept;
+    bool writeLine(Interfaces::Stream& out, MemOutStrm& line, std::uint64_t& offset) noexcept;
+    bool writeLineEnding(Interfaces::Stream& out, std::uint64_t& offset) noexcept;
     // What the table tells of an object that went out.
     struct WrittenObject {
         std::uint64_t offset; // of its header line
         std::uint16_t generation;
     };
     bool writeTrailer(
+        Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
+    bool writeXref(
         Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
 
     // Form

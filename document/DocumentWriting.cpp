@@ -5,8 +5,6 @@
 #include <document/Syntax.h>
 #include <document/ValueWriter.h>
 #include <document/Version.h>
-#include <platform/Heap.h>
-#include <platform/StrConv.h>
 #include <values/Dictionary.h>
 #include <values/NumberObj.h>
 
@@ -31,9 +29,25 @@ bool writeElements(Interfaces::Stream& out, void* elements, std::uint64_t count,
     return true;
 }
 
-Ref<::String> decimal(std::uint64_t number, std::size_t digits)
+// A line that is one keyword.
+MemOutStrm keywordLine(const char* keyword)
 {
-    return StrConv::str(static_cast<unsigned long long>(number), 10, digits);
+    MemOutStrm line;
+    line.append(keyword);
+    return line;
+}
+
+// A row of the table without its line ending. Each row has 20 characters, those of the ending included.
+void makeRow(MemOutStrm& row, std::uint64_t offset, std::uint32_t generation, char kind, bool isPadded)
+{
+    row.clear();
+    row.appendNumber(offset, Syntax::offsetDigits);
+    row.append(' ');
+    row.appendNumber(generation, Syntax::generationDigits);
+    row.append(' ');
+    row.append(kind);
+    if (isPadded)
+        row.append(' ');
 }
 
 } // namespace
@@ -76,7 +90,9 @@ bool DocumentObj::writeVersion(Interfaces::Stream& out, std::uint64_t& offset) n
     const Ref<::String> version = versionToString(_version);
     if (!version)
         return report.line("Failed to convert version to string: ", _version);
-    return writeLine(out, ::String::create("%")->concat(version), offset);
+    MemOutStrm line = keywordLine("%");
+    line.append(*version);
+    return writeLine(out, line, offset);
 }
 
 bool DocumentObj::writeObject(Interfaces::Stream& out, const PDF::Object& object, std::uint64_t& offset) noexcept
@@ -84,18 +100,20 @@ bool DocumentObj::writeObject(Interfaces::Stream& out, const PDF::Object& object
     const Ref<Value> value = object.value();
     if (!value)
         return report.line("Object has no value: ", object.asText());
-    const Ref<::String> header = StrConv::str(object.id())
-                                     ->append(' ')
-                                     ->concat(StrConv::str(unsigned(object.generation())))
-                                     ->append(' ')
-                                     ->concat(::String::create(Syntax::objectKeyword));
+    MemOutStrm header;
+    header.appendNumber(object.id());
+    header.append(' ');
+    header.appendNumber(object.generation());
+    header.append(' ');
+    header.append(Syntax::objectKeyword);
     if (!writeLine(out, header, offset))
         return report.line("Failed to write header for object ", object.asText());
     if (!writeValue(out, value, offset))
         return report.line("Failed to write value of object ", object.asText());
-    if (!writeLine(out, nullptr, offset))
+    if (!writeLineEnding(out, offset))
         return false;
-    if (!writeLine(out, ::String::create(Syntax::objectEnd), offset))
+    MemOutStrm end = keywordLine(Syntax::objectEnd);
+    if (!writeLine(out, end, offset))
         return report.line("Failed to write trailer for object ", object.asText());
     return true;
 }
@@ -110,11 +128,16 @@ bool DocumentObj::writeValue(Interfaces::Stream& out, const Ref<Value>& value, s
     return true;
 }
 
-// The line, if there is one, then the line ending: two writes.
-bool DocumentObj::writeLine(Interfaces::Stream& out, const Ref<::String>& line, std::uint64_t& offset) noexcept
+// The line, then the line ending: two writes.
+bool DocumentObj::writeLine(Interfaces::Stream& out, MemOutStrm& line, std::uint64_t& offset) noexcept
 {
-    if (line && !writeString(out, *line, offset))
-        return false;
+    if (!writeElements(out, line.data(), line.size(), offset))
+        return report.line("Failed to write string of length ", line.size());
+    return writeLineEnding(out, offset);
+}
+
+bool DocumentObj::writeLineEnding(Interfaces::Stream& out, std::uint64_t& offset) noexcept
+{
     if (_lineEnding->length() > longestLineEnding)
         Reporter::write(0, LogLevel::failure,
             {"ASSERT CONDITION _lineEnding->length() <= 2 FAILED IN LINE ", __LINE__, ", FUNCTION ",
@@ -126,54 +149,59 @@ bool DocumentObj::writeLine(Interfaces::Stream& out, const Ref<::String>& line, 
     return true;
 }
 
-bool DocumentObj::writeString(Interfaces::Stream& out, const ::String& text, std::uint64_t& offset) noexcept
-{
-    unsigned int* elements = text.toElements(0);
-    const bool isWritten = writeElements(out, elements, text.length(), offset);
-    Heap::free(elements, Heap::Array, __builtin_return_address(0));
-    return isWritten || report.line("Failed to write string of length ", text.length());
-}
-
-// Deliberate: one subsection, whose rows are the objects in the order of their ids. A row belongs to an
-// id by its place alone, so the table is right exactly when the ids leave no gap and the first of them
-// follows that of the subsection by one.
 bool DocumentObj::writeTrailer(
     Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept
 {
     const std::uint64_t start = offset;
-    // Each row has 20 characters, those of the line ending included.
-    const char* pad = _lineEnding->length() < longestLineEnding ? " " : "";
-    const auto row = [pad](std::uint64_t position, std::uint32_t generation, const char* kind) {
-        return decimal(position, Syntax::offsetDigits)
-            ->append(' ')
-            ->concat(decimal(generation, Syntax::generationDigits))
-            ->append(' ')
-            ->concat(kind)
-            ->concat(pad);
-    };
-    if (!writeLine(out, ::String::create(Syntax::xrefKeyword), offset))
-        return report.line("Failed to write xref keyword");
-    const Ref<::String> first = StrConv::str(_firstObjectId)->append(' ');
-    if (!writeLine(out, first->concat(StrConv::str(written.size() + 1)), offset))
-        return report.line("Failed to write xref header");
-    if (!writeLine(out, row(0, Syntax::highestGeneration, "f"), offset))
-        return report.line("Failed to write initial xref line");
-    for (const WrittenObject& object : written)
-        if (!writeLine(out, row(object.offset, object.generation, "n"), offset))
-            return report.line("Failed to write xref line");
-    if (!writeLine(out, ::String::create(Syntax::trailerKeyword), offset))
+    if (!writeXref(out, written, offset))
+        return false;
+    MemOutStrm line = keywordLine(Syntax::trailerKeyword);
+    if (!writeLine(out, line, offset))
         return report.line("Failed to write trailer keyword");
     if (!_trailer->set(Keys::size, make<NumberObj>(static_cast<std::int64_t>(written.size() + 1), 0)))
         return report.line("Failed to update trailer dictionary Size entry");
     if (!writeValue(out, _trailer, offset))
         return report.line("Failed to write trailer dictionary");
     // The ending that closes the dictionary's line goes out with the keyword.
-    if (!writeLine(out, _lineEnding->concat(Syntax::startXrefKeyword), offset))
+    line.clear();
+    line.append(*_lineEnding);
+    line.append(Syntax::startXrefKeyword);
+    if (!writeLine(out, line, offset))
         return report.line("Failed to write startxref keyword");
-    if (!writeLine(out, StrConv::str(start), offset))
+    line.clear();
+    line.appendNumber(start);
+    if (!writeLine(out, line, offset))
         return report.line("Failed to write xref offset");
-    if (!writeLine(out, ::String::create(Syntax::endMarker), offset))
+    line = keywordLine(Syntax::endMarker);
+    if (!writeLine(out, line, offset))
         return report.line("Failed to write EOF marker");
+    return true;
+}
+
+// Deliberate: one subsection, whose rows are the objects in the order of their ids. A row belongs to an
+// id by its place alone, so the table is right exactly when the ids leave no gap and the first of them
+// follows that of the subsection by one.
+bool DocumentObj::writeXref(
+    Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept
+{
+    const bool isPadded = _lineEnding->length() < longestLineEnding;
+    MemOutStrm line = keywordLine(Syntax::xrefKeyword);
+    if (!writeLine(out, line, offset))
+        return report.line("Failed to write xref keyword");
+    line.clear();
+    line.appendNumber(_firstObjectId);
+    line.append(' ');
+    line.appendNumber(written.size() + 1);
+    if (!writeLine(out, line, offset))
+        return report.line("Failed to write xref header");
+    makeRow(line, 0, Syntax::highestGeneration, 'f', isPadded);
+    if (!writeLine(out, line, offset))
+        return report.line("Failed to write initial xref line");
+    for (const WrittenObject& object : written) {
+        makeRow(line, object.offset, object.generation, 'n', isPadded);
+        if (!writeLine(out, line, offset))
+            return report.line("Failed to write xref line");
+    }
     return true;
 }
 

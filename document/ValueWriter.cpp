@@ -4,15 +4,7 @@
 #include <document/Report.h>
 #include <document/Syntax.h>
 #include <platform/StrConv.h>
-#include <values/Array.h>
-#include <values/Boolean.h>
-#include <values/Dictionary.h>
-#include <values/Name.h>
-#include <values/Null.h>
-#include <values/Number.h>
-#include <values/ObjectRef.h>
-#include <values/Stream.h>
-#include <values/String.h>
+#include <values/KindCast.h>
 
 #include <algorithm>
 #include <limits>
@@ -53,7 +45,7 @@ int byteOf(unsigned int c)
 template <class Kind, class Writer>
 bool ValueWriter::writeAs(const Ref<Value>& value, const char* castFailure, Writer writer) noexcept
 {
-    const Ref<Kind> cast = value.cast<Kind>();
+    Kind* const cast = castKind<Kind>(*value);
     if (!cast)
         return report.fail(ErrInvalidArgument, castFailure);
     return writer(*cast);
@@ -92,7 +84,7 @@ bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
             });
     case Value::Type::Dictionary:
         return writeAs<Dictionary>(value, "Failed to convert dictionary to Dictionary",
-            [this](const Dictionary& dictionary) { return writeDictionary(dictionary); });
+            [this](Dictionary& dictionary) { return writeDictionary(dictionary); });
     case Value::Type::Stream:
         return writeAs<Stream>(value, "Failed to convert stream to Stream",
             [this](Stream& stream) { return writeStream(stream); });
@@ -193,12 +185,30 @@ bool ValueWriter::writeArray(const Array& array) noexcept
     return true;
 }
 
-bool ValueWriter::writeDictionary(const Dictionary& dictionary) noexcept
+bool ValueWriter::writeDictionary(Dictionary& dictionary) noexcept
+{
+    _out.append("<<");
+    const DictionaryObj* own = exactly<DictionaryObj>(dictionary);
+    if (!(own ? writeEntries(*own) : lookUpEntries(dictionary)))
+        return false;
+    _out.append(" >>");
+    return true;
+}
+
+bool ValueWriter::writeEntries(const DictionaryObj& dictionary) noexcept
+{
+    for (const DictionaryObj::Entry& entry : dictionary.entries())
+        if (!writeEntry(entry.key, entry.value))
+            return false;
+    return true;
+}
+
+// The same for a dictionary of another class, through its interface.
+bool ValueWriter::lookUpEntries(const Dictionary& dictionary) noexcept
 {
     const Ref<TVector<Ref<::String>>> keys = dictionary.keys();
     if (!keys)
         return report.fail(ErrInvalidArgument, "Failed to retrieve keys of dictionary");
-    _out.append("<<");
     for (std::size_t i = 0; i < keys->size(); ++i) {
         const Ref<::String> key = keys->get(i);
         if (!key)
@@ -206,13 +216,19 @@ bool ValueWriter::writeDictionary(const Dictionary& dictionary) noexcept
         const Ref<Value> value = dictionary.find(key);
         if (!value)
             return report.fail(ErrInvalidArgument, "Failed to retrieve value for dictionary key ", key);
-        _out.append(" /");
-        _out.append(*key);
-        _out.append(' ');
-        if (!writeValue(value))
-            return report.fail(ErrNoResource, "Failed to convert value of dictionary key to buffer: ", key);
+        if (!writeEntry(key, value))
+            return false;
     }
-    _out.append(" >>");
+    return true;
+}
+
+bool ValueWriter::writeEntry(const Ref<::String>& key, const Ref<Value>& value) noexcept
+{
+    _out.append(" /");
+    _out.append(*key);
+    _out.append(' ');
+    if (!writeValue(value))
+        return report.fail(ErrNoResource, "Failed to convert value of dictionary key to buffer: ", key);
     return true;
 }
 

@@ -9,6 +9,7 @@ namespace Libraries::Files::PDF {
 
 class Array;
 class Dictionary;
+class DictionaryObj;
 class Document;
 class Number;
 class ObjectRef;
@@ -37,7 +38,10 @@ private:
     bool writeLiteral(const ::String& text) noexcept;
     void writeHexadecimal(const TConstArray<std::uint8_t>& bytes) noexcept;
     bool writeArray(const Array& array) noexcept;
-    bool writeDictionary(const Dictionary& dictionary) noexcept;
+    bool writeDictionary(Dictionary& dictionary) noexcept;
+    bool writeEntries(const DictionaryObj& dictionary) noexcept;
+    bool lookUpEntries(const Dictionary& dictionary) noexcept;
+    bool writeEntry(const Ref<::String>& key, const Ref<Value>& value) noexcept;
     bool writeStream(Stream& stream) noexcept;
     bool writeStreamData(Interfaces::Stripe& data) noexcept;
 

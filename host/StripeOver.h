@@ -64,7 +64,8 @@ private:
         Mem::copy(&element, memory + index * sizeof(Element), sizeof(Element));
     }
 
-    std::uint64_t readMany(BufferDesc& area, std::uint64_t count) noexcept
+    // Out of line, so that the single element doesn't pay for it.
+    [[gnu::noinline]] std::uint64_t readMany(BufferDesc& area, std::uint64_t count) noexcept
     {
         if (area.kind != BufferDesc::Plain) {
             Error::set(ErrInvalidArgument);

@@ -1,9 +1,6 @@
 #include <values/ArrayObj.h>
 
 #include <platform/StringPrinter.h>
-#include <values/Name.h>
-#include <values/ObjectRef.h>
-#include <values/String.h>
 #include <values/TypedAccess.h>
 
 namespace Libraries::Files::PDF {

@@ -1,11 +1,6 @@
 #include <values/DictionaryObj.h>
 
 #include <platform/StringPrinter.h>
-#include <values/Array.h>
-#include <values/Name.h>
-#include <values/Number.h>
-#include <values/ObjectRef.h>
-#include <values/String.h>
 #include <values/TypedAccess.h>
 
 #include <algorithm>

@@ -25,6 +25,8 @@ public:
     bool set(Ref<::String> key, Ref<Value> value) noexcept override;
     bool changed() const noexcept override;
 
+    // All entries, ascending by key.
+    const std::vector<Entry>& entries() const noexcept { return _entries; }
     // Clears the flag of this dictionary; changes of the values in it still count.
     void resetChanged() noexcept { _changed = false; }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <platform/Reporter.h>
-#include <values/Value.h>
+#include <values/KindCast.h>
 
 namespace Libraries::Files::PDF {
 
@@ -13,10 +13,10 @@ Ref<Kind> castValue(const Reporter& report, const Ref<Value>& value) noexcept
     if (value->type() != Kind::kind)
         return report.fail(
             ErrWrongType, "Expected value of type ", Kind::kind, ", but got one of type ", value->type());
-    Ref<Kind> result = value.template cast<Kind>();
+    Kind* result = castKind<Kind>(*value);
     if (!result)
         return report.fail(ErrWrongType, "Failed to cast value to ", Kind::kindName);
-    return result;
+    return Ref<Kind>(result);
 }
 
 } // namespace Libraries::Files::PDF
