@@ -24,17 +24,21 @@ namespace Libraries::Files::PDF {
 namespace {
 
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
-using ByteConverter = Utils::Convert<std::uint32_t, std::uint8_t>;
+
+struct ToByte {
+    std::uint8_t operator()(std::uint32_t codePoint) const noexcept { return Windows_1252::toByte(codePoint); }
+};
+struct ToCodePoint {
+    std::uint32_t operator()(std::uint8_t byte) const noexcept { return Windows_1252::toCodePoint(byte); }
+};
+using ByteConverter = Utils::Convert<std::uint32_t, std::uint8_t, ToByte, ToCodePoint>;
 
 constexpr const char* flateName = "FlateDecode";
 
 // A stream of bytes over one of elements.
 Ref<ByteConverter> convert(Ref<Interfaces::Stream> elements)
 {
-    const Ref<Windows_1252> encoding = make<Windows_1252>(true);
-    return ByteConverter::create(
-        std::move(elements), [encoding](std::uint32_t c) { return encoding->byte(c); },
-        [encoding](std::uint8_t byte) { return encoding->codePoint(byte); });
+    return ByteConverter::create(std::move(elements), ToByte(), ToCodePoint());
 }
 
 enum class Decoding { None, Flate, Unsupported };

@@ -20,11 +20,50 @@ public:
     explicit Windows_1252(bool) noexcept {}
 
     // The byte of a code point. One without a byte gives its own low 8 bits below 256, else "?".
-    virtual std::uint8_t byte(std::uint32_t codePoint) const noexcept;
+    virtual std::uint8_t byte(std::uint32_t codePoint) const noexcept { return toByte(codePoint); }
     // The code point of a byte.
-    virtual std::uint32_t codePoint(std::uint8_t byte) const noexcept;
+    virtual std::uint32_t codePoint(std::uint8_t byte) const noexcept { return toCodePoint(byte); }
+
+    // The same without an object, for loops.
+    static std::uint8_t toByte(std::uint32_t codePoint) noexcept
+    {
+        if (codePoint < 256)
+            return static_cast<std::uint8_t>(codePoint);
+        const std::uint8_t found = codePoint < bytes.size() ? bytes[codePoint] : 0;
+        return found ? found : '?';
+    }
+    static std::uint32_t toCodePoint(std::uint8_t byte) noexcept { return codePoints[byte]; }
     // Whether a code point has a byte of its own.
-    static bool hasByte(std::uint32_t codePoint) noexcept;
+    static bool hasByte(std::uint32_t codePoint) noexcept
+    {
+        return codePoint < bytes.size() && toCodePoint(toByte(codePoint)) == codePoint;
+    }
+
+private:
+    static constexpr std::array<std::uint32_t, 256> makeCodePoints() noexcept
+    {
+        std::array<std::uint32_t, 256> result{};
+        for (std::uint32_t byte = 0; byte < result.size(); ++byte) {
+            const bool isUpper = byte >= 128 && byte < 128 + upperControls.size() && upperControls[byte - 128] != 0;
+            result[byte] = isUpper ? upperControls[byte - 128] : byte;
+        }
+        return result;
+    }
+    // By code point, up to the highest that has a byte; 0 for none.
+    static constexpr std::array<std::uint8_t, 0x2123> makeBytes() noexcept
+    {
+        std::array<std::uint8_t, 0x2123> result{};
+        for (std::size_t row = 0; row < upperControls.size(); ++row)
+            if (upperControls[row] != 0)
+                result[upperControls[row]] = static_cast<std::uint8_t>(128 + row);
+        return result;
+    }
+
+    static const std::array<std::uint32_t, 256> codePoints;
+    static const std::array<std::uint8_t, 0x2123> bytes;
 };
+
+inline constexpr std::array<std::uint32_t, 256> Windows_1252::codePoints = Windows_1252::makeCodePoints();
+inline constexpr std::array<std::uint8_t, 0x2123> Windows_1252::bytes = Windows_1252::makeBytes();
 
 } // namespace Libraries::Strings::Encodings::ANSI

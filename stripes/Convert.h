@@ -11,14 +11,12 @@
 namespace Libraries::Files::PDF::Utils {
 
 // A stream of narrow elements `E` over a stream of wide ones `I`, converted one by one through two
-// functions. It holds no data: a short count of the source is passed on as it is. One object serves
-// one conversion at a time.
-template <class I, class E>
+// functions: from `I` to `E` in reading, the other way in writing. Functions of a class of their own are
+// known to the compiler in the loops. It holds no data: a short count of the source is passed on as it
+// is. One object serves one conversion at a time.
+template <class I, class E, class ReadFunction = std::function<E(I)>, class WriteFunction = std::function<I(E)>>
 class Convert final : public ::Object, public virtual Interfaces::Stream {
 public:
-    using ReadFunction = std::function<E(I)>;
-    using WriteFunction = std::function<I(E)>;
-
     // Null with `ErrNullArgument` for a null source, with `ErrInvalidArgument` for one whose elements
     // are not as wide as `I`.
     static Ref<Convert> create(Ref<Interfaces::Stream> source, ReadFunction read, WriteFunction write) noexcept
