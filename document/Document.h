@@ -87,7 +87,7 @@ public:
     // the caller already. `Filter` and its parameters are not changed. `data` is then back at its place. The
     // stream holds the new data from then on, and has changed. False with `ErrNullArgument`,
     // `ErrInvalidArgument` (the width of `data`), `ErrStreamNoDict`, `ErrStreamLength` or `ErrStreamConvert`,
-    // and the stream as it was.
+    // and the stream as it was, but `data` where the reading ended.
     virtual bool setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept = 0;
     // Copies the stored data of every stream that is still a view of the file into memory, 4 bytes each,
     // so that the file may be overwritten or go away. No change of the document. A stream whose data can't
@@ -141,8 +141,10 @@ public:
     // stands and loses that name. The data is read from where it stands, and a save leaves it at its end:
     // after one, `seek` what `streamData` gives to 0. False with `ErrInvalidArgument` for `Unknown`, or with
     // `ErrNoValue`, `ErrStreamNoDict`, `ErrStreamLength`, `ErrStreamConvert` or `ErrFilterUpdate`; all streams
-    // then have their old form and report no change, but for the `Filter` of the failing one, which may be
-    // the new one beside the old data.
+    // then have their old form, but for the `Filter` of the failing one, which may be the new one beside the
+    // old data, and that stands where its reading ended. Those that had been converted report no change,
+    // even if they had before. Streams must not share a `Length`: the new one of the first is the amount that
+    // is read of the second, whose data may be cut.
     virtual bool recompress(Compression target) noexcept = 0;
 
     // The object of the trailer's `Root`, of type Catalog. Null with `ErrNoTrailerDict`, `ErrNoRootRef`,

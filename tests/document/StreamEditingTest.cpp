@@ -1,7 +1,7 @@
 #include <document/Inspection.h>
 #include <values/DictionaryObj.h>
 #include <values/NameObj.h>
-#include <values/Number.h>
+#include <values/NumberObj.h>
 #include <values/Object.h>
 #include <values/StreamObj.h>
 
@@ -11,9 +11,15 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
+#include <set>
+
 using namespace Tests;
 
 namespace {
+
+using Lines = std::vector<std::string>;
 
 const char* flate = "/Filter /FlateDecode";
 
@@ -49,6 +55,20 @@ std::string state(const Ref<PDF::Document>& document)
             result += bytesOf(document->streamData(object->valueAsStream(), false)) + "\n";
     }
     return result;
+}
+
+// Gives the streams of the document the filter that they had, FlateDecode for those at `flateAt`, and none
+// for the others; how many had another one.
+int restoreFilters(const Ref<PDF::Document>& document, const std::set<std::size_t>& flateAt)
+{
+    int restored = 0;
+    for (std::size_t index = 2; index < PDF::objectsOf(document).size(); ++index) {
+        const Ref<PDF::Stream> stream = streamOf(document, index);
+        const auto name = flateAt.count(index) ? PDF::Name::create(::String::create("FlateDecode")) : nullptr;
+        restored += (stream->compression() == PDF::Compression::Flate) != bool(name);
+        stream->dict()->set(::String::create("Filter"), name);
+    }
+    return restored;
 }
 
 } // namespace
@@ -196,38 +216,135 @@ TEST(Recompression, aFailureRestoresAllButTheFilterOfTheFailingStream)
 {
     const std::string good = compressed("text of a stream");
     std::string corrupt = good;
-    corrupt[corrupt.size() - 1] ^= 1;
-    const Ref<PDF::Document> document = open(PdfText().pages().stream(3, good, flate)
-                                                 .object(4, "<< /Length 5 0 R /Filter /FlateDecode >>\nstream\n" + good)
-                                                 .object(5, std::to_string(good.size()))
-                                                 .stream(6, corrupt, flate));
-    const std::string before = state(document);
-    LogCapture log;
-    EXPECT_FALSE(document->recompress(PDF::Compression::None));
-    EXPECT_EQ(Error::get(), std::uint32_t(ErrStreamConvert));
-    EXPECT_EQ(log.take(), std::vector<std::string>{"Failed to convert data of stream 6h (6)"});
-    const Ref<PDF::Dictionary> failing = streamOf(document, 5)->dict();
-    EXPECT_FALSE(failing->find(::String::create("Filter")));
-    failing->set(::String::create("Filter"), PDF::Name::create(::String::create("FlateDecode")));
-    EXPECT_EQ(state(document), before);
+    corrupt.back() = char(~corrupt.back());
+    for (const unsigned failing : {3u, 4u, 6u}) {
+        const auto data = [&](unsigned id) { return id == failing ? corrupt : good; };
+        const Ref<PDF::Document> document = open(PdfText().pages().stream(3, data(3), flate)
+                .object(4, "<< /Length 5 0 R /Filter /FlateDecode >>\nstream\n" + data(4))
+                .object(5, std::to_string(good.size()))
+                .stream(6, data(6), flate));
+        const std::string before = state(document);
+        LogCapture log;
+        EXPECT_FALSE(document->recompress(PDF::Compression::None));
+        EXPECT_EQ(Error::get(), std::uint32_t(ErrStreamConvert));
+        const std::string id = std::to_string(failing);
+        EXPECT_EQ(log.take(), Lines{"Failed to convert data of stream " + id + "h (" + id + ")"});
+        const Ref<PDF::Dictionary> left = streamOf(document, failing - 1)->dict();
+        EXPECT_FALSE(left->find(::String::create("Filter")));
+        left->set(::String::create("Filter"), PDF::Name::create(::String::create("FlateDecode")));
+        EXPECT_EQ(state(document), before);
+    }
 }
 
-TEST(Recompression, everyFailingCallOfTheFileRollsBack)
+TEST(Recompression, asksForTheLengthBeforeTheFilterChanges)
 {
-    const std::string text = PdfText().pages().stream(3, "one").stream(4, incompressible(70000)).stream(5, "three");
+    const Ref<PDF::Document> document = open(PdfText().pages().object(3, "<< >> stream\nxyz"));
+    LogCapture log;
+    EXPECT_FALSE(document->recompress(PDF::Compression::Flate));
+    EXPECT_EQ(log.take().back(), "Failed to retrieve data for stream 3h (3)");
+    streamOf(document).cast<PDF::StreamObj>()->strmData(make<TestStripe>("xyz"));
+    EXPECT_FALSE(document->recompress(PDF::Compression::Flate));
+    EXPECT_EQ(Error::get(), std::uint32_t(ErrStreamLength));
+    EXPECT_EQ(log.take(), Lines{"No length entry in dictionary of stream 3h (3)"});
+    EXPECT_EQ(streamOf(document)->compression(), PDF::Compression::None);
+}
+
+// Calls fail one after another; what is then left is compared with a document that nothing happened to.
+TEST(EveryFailingCall, ofTheFileLeavesTheDocumentAsItWas)
+{
+    const std::string data = incompressible(70000);
+    const std::string text = PdfText().pages().stream(3, data).stream(4, compressed(data), flate).stream(5, "x");
     const Ref<TestStripe> probe = make<TestStripe>(text);
-    PDF::Document::create(probe);
-    for (std::uint64_t n = 0;; ++n) {
-        const Ref<TestStripe> file = make<TestStripe>(text, Fault{.read = probe->reads + n});
-        const Ref<PDF::Document> document = PDF::Document::create(file);
-        if (document->recompress(PDF::Compression::Flate)) {
-            EXPECT_EQ(n, 4u) << "one read for each block";
-            break;
+    const std::string before = state(PDF::Document::create(probe));
+    const Ref<TestStripe> opening = make<TestStripe>(text);
+    PDF::Document::create(opening);
+    const std::function<bool(PDF::Document&)> operations[] = {
+        [](PDF::Document& document) { return document.recompress(PDF::Compression::Flate); },
+        [](PDF::Document& document) { return document.recompress(PDF::Compression::None); },
+        [](PDF::Document& document) { return document.cacheStreams(); },
+    };
+    const std::pair<std::uint64_t Fault::*, std::uint64_t> kinds[]
+        = {{&Fault::read, opening->reads}, {&Fault::seek, opening->seeks}, {&Fault::size, opening->sizes}};
+    for (const auto& operation : operations)
+        for (const auto& [kind, first] : kinds)
+            for (std::uint64_t n = 0;; ++n) {
+                SCOPED_TRACE(std::to_string(&operation - operations) + " " + std::to_string(n));
+                Fault fault;
+                fault.*kind = first + n;
+                const Ref<TestStripe> file = make<TestStripe>(text, fault);
+                const Ref<PDF::Document> document = PDF::Document::create(file);
+                Error::set(0);
+                const bool isDone = operation(*document);
+                if (!file->hasFailed) {
+                    EXPECT_TRUE(isDone && n > 0);
+                    break;
+                }
+                // A caching passes over a stream that it can't have.
+                EXPECT_EQ(isDone, &operation == operations + 2 && kind == &Fault::size);
+                EXPECT_NE(Error::get(), 0u);
+                EXPECT_LE(restoreFilters(document, {3}), 1);
+                EXPECT_EQ(state(document), before);
+            }
+}
+
+TEST(EveryFailingCall, ofTheCallersDataLeavesTheStreamAsItWas)
+{
+    for (const bool compress : {false, true})
+        for (std::uint64_t n = 0; n <= 4; ++n) {
+            const Ref<PDF::Document> document = open(PdfText().pages().stream(3, "old", flate));
+            const std::string before = state(document);
+            const bool isDone = document->setStreamData(
+                streamOf(document), callersData(incompressible(200000), {.read = n}), compress);
+            EXPECT_EQ(isDone, n == 4) << "one read for each block";
+            EXPECT_EQ(state(document) == before, !isDone) << n;
         }
-        EXPECT_EQ(Error::get(), std::uint32_t(ErrStreamConvert));
-        for (const Ref<PDF::Object>& object : PDF::objectsOf(document))
-            EXPECT_FALSE(object->value()->changed()) << n;
-        EXPECT_FALSE(document->changed());
-        EXPECT_EQ(stored(document, 2) + stored(document, 4), "onethree");
+}
+
+TEST(Changed, afterEachOperationAndInSequence)
+{
+    const std::map<char, std::function<void(const Ref<PDF::Document>&)>> operations = {
+        {'s', [](const auto& document) { document->streamData(streamOf(document, 3), false); }},
+        {'d', [](const auto& document) { document->streamData(streamOf(document, 3), true); }},
+        {'c', [](const auto& document) { document->cacheStreams(); }},
+        {'w', [](const auto& document) { written(document); }},
+        {'x', [](const auto& document) {
+             document->setStreamData(streamOf(document, 3), callersData("x", {.read = 0}), true);
+         }},
+        {'k', [](const auto& document) {
+             streamOf(document)->dict()->set(::String::create("K"), make<PDF::NumberObj>(1, 0));
+         }},
+        {'R', [](const auto& document) { document->setStreamData(streamOf(document, 3), callersData("new"), true); }},
+        {'D', [](const auto& document) {
+             PDF::objectsOf(document)[1]->valueAsDictionary()->set(::String::create("K"), nullptr);
+         }},
+        {'F', [](const auto& document) { document->recompress(PDF::Compression::Flate); }},
+        {'z', [](const auto& document) {
+             for (const std::size_t index : {2u, 3u, 4u})
+                 streamOf(document, index).template cast<PDF::StreamObj>()->resetChanged();
+         }},
+        // Fails at the last stream, which then has no filter: the next one succeeds.
+        {'N', [](const auto& document) { document->recompress(PDF::Compression::None); }},
+    };
+    std::vector<std::pair<std::string, bool>> rows = {{"", false}, {"N", false}, {"NN", true}, {"FN", true},
+        {"DN", true},
+        {"RN", false}, // deliberate: the roll back forgets what was changed before
+        {"RFN", true}, {"NR", true}, {"kNs", false},
+        {"Rz", false}, {"FzF", true}};
+    for (const char harmless : std::string("sdcwxk")) {
+        for (const char next : std::string("sdcwxkN"))
+            rows.push_back({{harmless, next}, false});
+        for (const char change : std::string("RDF"))
+            for (const std::string& sequence : {std::string{harmless, change}, std::string{change, harmless}})
+                rows.push_back({sequence, true});
+    }
+    for (const auto& [sequence, expected] : rows) {
+        const Ref<PDF::Document> document = open(PdfText().pages().stream(3, "plain")
+                .stream(4, compressed("text"), flate).stream(5, "corrupt", flate));
+        for (const char operation : sequence) {
+            operations.at(operation)(document);
+            for (const std::size_t index : {2u, 3u, 4u})
+                document->streamData(streamOf(document, index), false)->seek(0);
+        }
+        EXPECT_EQ(document->changed(), expected) << sequence;
     }
 }

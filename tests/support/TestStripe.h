@@ -63,14 +63,21 @@ public:
     {
         if (_fault.write-- == 0)
             return fail();
-        const auto* source = static_cast<const std::uint32_t*>(area.pointer);
-        elements.insert(elements.end(), source, source + count);
+        if (_elementSize == 4)
+            append(static_cast<const std::uint32_t*>(area.pointer), count);
+        else
+            append(static_cast<const unsigned char*>(area.pointer), count);
         ++writes;
         return count;
     }
-    std::uint64_t size() const noexcept override { return _fault.size-- == 0 ? 0 : elements.size(); }
+    std::uint64_t size() const noexcept override
+    {
+        ++sizes;
+        return _fault.size-- == 0 ? fail() : elements.size();
+    }
     std::uint64_t seek(std::uint64_t to) noexcept override
     {
+        ++seeks;
         if (_fault.seek-- == 0)
             return fail() + ~to;
         return position = std::min<std::uint64_t>(to, elements.size());
@@ -84,10 +91,20 @@ public:
     std::uint64_t position = 0;
     std::uint64_t reads = 0;
     std::uint64_t writes = 0;
+    std::uint64_t seeks = 0;
+    mutable std::uint64_t sizes = 0;
+    mutable bool hasFailed = false;
 
 private:
-    static std::uint64_t fail()
+    template <class Element>
+    void append(const Element* source, std::uint64_t count)
     {
+        elements.insert(elements.end(), source, source + count);
+    }
+
+    std::uint64_t fail() const
+    {
+        hasFailed = true;
         Error::set(failureCode);
         return 0;
     }
