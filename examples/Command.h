@@ -90,7 +90,7 @@ public:
             return finish();
         }
         if (_operands.size() != _operandCount)
-            return misuse("expected " + std::to_string(_operandCount) + " file name(s)");
+            return misuse("expected " + std::to_string(_operandCount) + " operand(s)");
         if (has("-v"))
             keepLog();
         return {};
@@ -98,14 +98,9 @@ public:
 
     bool has(const std::string& option) const { return _given.count(option) > 0; }
     const std::string& operand(std::size_t index) const { return _operands[index]; }
-    // The argument of an option as the number of an object; none when it is no such number.
-    std::optional<std::uint32_t> number(const std::string& option) const
-    {
-        unsigned value = 0;
-        if (!StrConv::num(::String::create(_given.at(option).c_str()), &value, nullptr))
-            return {};
-        return value;
-    }
+    // The argument of an option, or an operand, as the number of an object; none when it is no such number.
+    std::optional<std::uint32_t> number(const std::string& option) const { return numberOf(_given.at(option)); }
+    std::optional<std::uint32_t> number(std::size_t operand) const { return numberOf(_operands[operand]); }
 
     int misuse(const std::string& words) const
     {
@@ -129,6 +124,14 @@ public:
     }
 
 private:
+    static std::optional<std::uint32_t> numberOf(const std::string& text)
+    {
+        unsigned value = 0;
+        if (!StrConv::num(::String::create(text.c_str()), &value, nullptr))
+            return {};
+        return value;
+    }
+
     bool isKnown(const std::string& option) const
     {
         return std::find(_options.begin(), _options.end(), option) != _options.end();

@@ -19,6 +19,6 @@ std::optional<Refusal> findDifference(
 StackVector<Ref<PDF::Object>> objectsAsWritten(
     const Ref<PDF::Document>& document) noexcept;
 // "object 12", and the generation if it isn't 0.
-std::string nameOf(const PDF::Object& object) noexcept;
+EXPORTED std::string nameOf(const PDF::Object& object) noexcept;
 
 } // namespace Host

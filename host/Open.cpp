@@ -17,4 +17,21 @@ Result<OpenedFile> open(const std::string& path) noexcept
     return trouble.empty() ? codeRefusal(code) : Refusal{trouble, 0, true};
 }
 
+std::optional<Refusal> detach(OpenedFile& opened) noexcept
+{
+    if (!opened.document)
+        return codeRefusal(ErrNullArgument);
+    if (!opened.file)
+        return {};
+    const bool isCached = opened.document->cacheStreams();
+    const std::uint32_t code = Error::get();
+    // Asked at the end: what was read meanwhile may be neither the old nor the new.
+    if (!opened.file->isUnchanged())
+        return Refusal{"was changed since it was opened"};
+    if (!isCached)
+        return opened.file->trouble().empty() ? codeRefusal(code) : Refusal{opened.file->trouble(), code, true};
+    opened.file = nullptr;
+    return {};
+}
+
 } // namespace Host

@@ -3,6 +3,8 @@
 #include <document/Document.h>
 #include <host/FileStripe.h>
 
+#include <optional>
+
 namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
@@ -16,5 +18,12 @@ struct OpenedFile {
 // Opens a PDF file. Refused with the library's code when the file breaks a rule; without one, and as
 // unreadable, when it can't be read.
 EXPORTED Result<OpenedFile> open(const std::string& path) noexcept;
+
+// Takes the data of all streams into memory, 4 bytes each, and gives the file up: from then on it may be
+// overwritten in place, cut short or deleted, and everything still reads. `opened.file` is then null, and a
+// save asks no more whether the file is as it was. Refused, and the document as before: a file that was
+// changed since it was opened, and one that can't be read. A stream whose Length is no good is passed over;
+// it can't be read before, either.
+EXPORTED std::optional<Refusal> detach(OpenedFile& opened) noexcept;
 
 } // namespace Host

@@ -1,0 +1,31 @@
+// Opens a PDF file, makes itself independent of it, and saves the document over it.
+
+#include <examples/Command.h>
+
+namespace {
+
+const char help[] =
+    "usage: save-in-place [options] FILE\n"
+    "\n"
+    "Opens the PDF file FILE, takes the data of all its streams into memory, and saves the document as\n"
+    "FILE again. Before the save nothing of the old file is needed any more: it might be gone.\n"
+    "\n" SAVE_OPTIONS_HELP
+    "  -v             print the library's log lines at the end\n"
+    "\n"
+    "Exit status: 0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.\n";
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Examples::Command command("save-in-place", help, 1, Examples::saveOptions);
+    if (const auto status = command.parse(argc, argv))
+        return *status;
+    const std::string& file = command.operand(0);
+    Host::Result<Host::OpenedFile> opened = Host::open(file);
+    if (!opened)
+        return command.refuse(file, opened.refusal());
+    if (const auto refusal = Host::detach(*opened))
+        return command.refuse(file, *refusal);
+    return Examples::save(command, *opened, file, file);
+}

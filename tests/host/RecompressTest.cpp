@@ -1,0 +1,143 @@
+#include <document/Inspection.h>
+#include <host/Comparison.h>
+#include <host/Recompress.h>
+#include <host/StreamBytes.h>
+#include <host/StreamChecks.h>
+#include <values/Dictionary.h>
+
+#include "../support/FlateData.h"
+#include "../support/PdfText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Tests;
+using Host::StreamOutcome;
+
+namespace {
+
+const char* flate = "/Filter /FlateDecode";
+const auto toNone = PDF::Compression::None;
+const auto toFlate = PDF::Compression::Flate;
+
+std::string written(const Ref<PDF::Document>& document)
+{
+    const Ref<TestStripe> out = make<TestStripe>("");
+    return document->write(out) ? out->bytes() : "(failed)";
+}
+
+// One word for each stream: what became of it, its filter, and an exclamation mark for parameters.
+std::string told(const Ref<PDF::Document>& document, PDF::Compression target, bool isForced = false)
+{
+    const auto streams = Host::recompress(document, target, {isForced});
+    if (!streams)
+        return streams.refusal().words;
+    std::string all;
+    for (const auto& stream : *streams) {
+        const char* words[] = {"converted", "fitting", "other", "noName"};
+        all += all.empty() ? "" : " ";
+        all += words[int(stream.outcome)];
+        all += stream.filter.empty() ? "" : "/" + stream.filter;
+        all += stream.hasDecodeParameters ? "!" : "";
+        EXPECT_EQ(stream.sizeBefore != 0, stream.outcome == StreamOutcome::Converted);
+        const auto data = document->streamData(stream.object->valueAsStream(), false);
+        EXPECT_TRUE(stream.outcome != StreamOutcome::Converted || stream.sizeAfter == data->size());
+    }
+    return all;
+}
+
+} // namespace
+
+TEST(Recompress, tellsWhatBecameOfEachStream)
+{
+    const std::string data = compressed("text");
+    const std::string file = PdfText().pages().stream(3, "plain").stream(4, data, flate)
+                                 .stream(5, data, std::string(flate) + " /DecodeParms << /Predictor 12 >>")
+                                 .stream(6, data, std::string(flate) + " /DecodeParms null")
+                                 .stream(7, data, "/Filter [ /FlateDecode ] /DP [ ]")
+                                 .stream(8, "", "/DecodeParms 9 0 R")
+                                 .object(9, "<< /Predictor 1 >>").stream(10, "j", "/Filter /DCT\177\200Decode");
+    const Ref<PDF::Document> document = Tests::open(file);
+    EXPECT_EQ(told(document, toFlate),
+        "compressed once more, these streams would lose the filter that they have: object 10 (DCT#7F#80Decode)");
+    EXPECT_FALSE(document->changed());
+    EXPECT_EQ(told(document, toNone), "fitting converted/FlateDecode converted/FlateDecode! converted/FlateDecode "
+                                      "noName! fitting! other/DCT#7F#80Decode");
+    EXPECT_EQ(told(document, toNone), "fitting fitting fitting! fitting noName! fitting! other/DCT#7F#80Decode");
+    const auto codeOf = [&document](PDF::Compression target) {
+        const auto refused = Host::recompress(document, target);
+        return refused ? 0 : refused.refusal().code;
+    };
+    EXPECT_EQ(codeOf(toFlate), std::uint32_t(ErrBadFilter));
+    EXPECT_EQ(codeOf(PDF::Compression::Unknown), std::uint32_t(ErrInvalidArgument));
+}
+
+TEST(Recompress, forcedItCompressesWhatHasAFilterAsItStands)
+{
+    const Ref<PDF::Document> document
+        = Tests::open(PdfText().pages().stream(3, "jpeg", "/Filter /DCTDecode").stream(4, "plain"));
+    EXPECT_EQ(told(document, toFlate, true), "converted/DCTDecode converted");
+    const Ref<PDF::Stream> stream = PDF::objectsOf(document)[2]->valueAsStream();
+    EXPECT_EQ(Host::decoded(document, stream)->size(), 4u);
+    EXPECT_EQ(stream->compression(), toFlate);
+}
+
+TEST(Recompress, readsDataFromItsBeginningWhereverItStands)
+{
+    const std::string text = incompressible(100000);
+    const Ref<PDF::Document> document
+        = Tests::open(PdfText().pages().stream(3, text).stream(4, compressed(text), flate));
+    for (const auto target : {toNone, toFlate, toNone}) {
+        written(document); // leaves all data at its end
+        ASSERT_TRUE(Host::recompress(document, target));
+        const Ref<PDF::Document> again = Tests::open(written(document));
+        for (const std::size_t index : {2u, 3u}) {
+            const Ref<PDF::Stream> stream = PDF::objectsOf(again)[index]->valueAsStream();
+            EXPECT_EQ(stream->compression(), target);
+            const auto bytes = Host::decoded(again, stream);
+            EXPECT_TRUE(bytes && std::string(bytes->begin(), bytes->end()) == text);
+        }
+    }
+}
+
+TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
+{
+    const std::string good = compressed("text of a stream");
+    std::string corrupt = good;
+    corrupt.back() = char(~corrupt.back());
+    const std::string shared = " /Length 6 0 R >>\nstream\n" + good;
+    const struct {
+        const char* rule;
+        std::string file;
+        std::uint32_t code;
+        const char* words;
+    } cases[] = {
+        {"corrupt data", PdfText().pages().stream(3, good, flate).stream(4, corrupt, flate), ErrStreamConvert,
+            "object 4: the data of a stream is damaged"},
+        {"an unusable Length",
+            PdfText().pages().stream(3, good, flate).stream(4, good, "/Length 9999 /Filter /FlateDecode"),
+            ErrBadStreamLength, "object 4: the Length of a stream"},
+        {"one Length for two",
+            PdfText().pages().object(3, "<< /Filter /FlateDecode" + shared).object(4, "<<" + shared)
+            .object(6, std::to_string(good.size())), ErrStreamLength, "object 3 and object 4 share one Length"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.rule);
+        const Ref<PDF::Document> document = Tests::open(row.file);
+        const std::string before = written(document);
+        for (int times = 0; times < 2; ++times) {
+            const auto refused = Host::recompress(document, toNone, {true});
+            ASSERT_FALSE(refused);
+            EXPECT_EQ(refused.refusal().code, row.code);
+            EXPECT_EQ(refused.refusal().words.find(row.words), 0u) << refused.refusal().words;
+            EXPECT_EQ(written(document), before);
+            EXPECT_FALSE(document->changed());
+        }
+    }
+    const Ref<PDF::Document> document = Tests::open(PdfText().pages().object(3, "<<" + shared)
+            .object(4, "<<" + shared).stream(5, "x").object(6, std::to_string(good.size())));
+    EXPECT_TRUE(Host::recompress(document, toNone)) << "a shared Length that nobody changes";
+    const auto streamAt = [&](std::size_t index) { return PDF::objectsOf(document)[index]->valueAsStream(); };
+    EXPECT_EQ(Host::sharerOfLength(document, streamAt(2))->id(), 4u);
+    EXPECT_EQ(Host::sharerOfLength(document, streamAt(3))->id(), 3u);
+    EXPECT_FALSE(Host::sharerOfLength(document, streamAt(4)));
+}
