@@ -102,37 +102,45 @@ public:
     // `getPages`, on both sides. `Contents` of each page becomes a new array: references to copies of the
     // foreign page's content streams, then what was there. Nothing stands around the foreign content: it
     // runs in the page's coordinates, and the graphics state that it leaves stays in force. The version
-    // becomes the greater of the two. True without any change when this document has no pages. An
-    // unknown `mode` changes no page, but adds the foreign content streams as objects all the same.
+    // becomes the greater of the two. The modes of the first foreign page look at no other, and leave a
+    // line of level 1 when there are more; all others want `Contents` on every foreign page, also on one
+    // that no page is there for, and add its streams as objects that nothing refers to. An unknown `mode`
+    // does the same and changes no page. True without any change when this document has no pages, once
+    // the foreign pages were found to be dictionaries.
     //
     // Resources: those of the foreign page are merged into the page's own dictionary, after those of the
     // root of this document's page tree; a page without gets one. If the foreign page has none, those of
     // the root of its tree go into the root of this one's, where only pages without `Resources` see
     // them. No name is changed: one that stands in any category of the page's resources already must
     // stand in the same one with an equal value, and equal references count as equal values whatever
-    // they lead to; else the call fails. A dictionary that pages share is changed for all of them. Of an
-    // array category the page's stays as it is, and the foreign one takes up the elements that it
-    // lacks: otherwise `foreign` is only read. It may be this document, and it may be closed afterwards.
+    // they lead to; else the call fails. A dictionary that pages share is changed for all of them. Of a
+    // category that is an array the page's stays as it is, and arrives empty where there was none; it is
+    // the array to merge in, of `foreign` or of this document's root, that takes up the elements that it
+    // lacks. For the rest `foreign` is only read, its stream data as by `streamData`. It may be this
+    // document, and it may be closed afterwards.
     //
     // Cost: each page gets copies of its own of all that the foreign page's resources refer to, and an
     // object that is referred to twice is copied twice; references that lead back to an object on their
-    // own way fail the call. Content streams are copied once, and stream bytes, 4 for each stored one,
-    // are held once however often their stream was copied. Time grows with the copies and, for each
-    // page, with the number of names in its resources. A file made for it can bring any number of
-    // copies, each object referring twice to the next.
+    // own way fail the call. In one call content streams are copied once, and stream bytes, 4 for each
+    // stored one, are held once however often their stream was copied. Time grows with the copies and, for
+    // each page, with the number of names in its resources, and with the product of the lengths where
+    // arrays meet. A file made for it can bring any number of copies, each object referring twice to the
+    // next; and values that nest close to the 500 levels may nest deeper than that where they are put, so
+    // that what is saved can't be opened again.
     //
     // False with a code, by what failed, in the order of the work:
-    // - reading, which changes nothing: `ErrNullArgument`; a code from 0x700 to 0x7FF for the foreign
-    //   page list, 0x100 above the one of `getPages`; `ErrForeignPage` for a foreign document without
-    //   pages or a foreign page without `Contents`, `ErrForeignContent` for a foreign page that is no
-    //   dictionary or whose `Contents` are unusable; `ErrBadPages` for the root of this page tree;
+    // - reading, which changes nothing: `ErrNullArgument`; 0x706 for the foreign page list, 0x100 above the
+    //   code of `getPages`; `ErrForeignPage` for a foreign document without pages or a foreign page
+    //   without `Contents`, `ErrForeignContent` for a foreign page that is no dictionary or whose
+    //   `Contents` are unusable; `ErrBadPages` for the root of this page tree;
     // - resources: `ErrBadContents` for a page or resources that can't be had, `ErrNoResource` for a merge
     //   that failed, `ErrBadPages` for the root of a page tree. All merges up to then stay, a new empty
     //   dictionary and what a failing merge had done included, and so do the objects that they added;
     // - content streams: `ErrForeignStreamData` or `ErrForeignStreamAdd`. The copies of content streams
     //   are removed again; the objects that their dictionaries refer to, and all merges, stay;
     // - pages: `ErrNoResource`. The pages before get their `Contents` back, up to the first one that had
-    //   none, which can't be brought back to that; merges and all added objects stay.
+    //   none, which can't be brought back to that, and but for one that is listed twice; merges and all
+    //   added objects stay.
     // Ids that were given out are not used again, and a document with added objects has changed.
     virtual bool addBackground(Ref<Document> foreign, BackgroundMode mode) noexcept = 0;
     // Brings the stored data of every stream to Flate or to none, with `Filter` and `Length`; all other

@@ -255,10 +255,11 @@ bool DocumentObj::Merging::addName(
 }
 
 // Deliberate: it is the array to add that grows by what it lacks, while the target's stays as it is, and
-// the lines call each by the other's name.
+// the lines call each by the other's name. The two may be one array: what it grows by is not looked at.
 bool DocumentObj::Merging::mergeArrays(const Category& toAdd, const Array& target) noexcept
 {
-    for (std::uint64_t i = 0; i < target.size(); ++i) {
+    const std::uint64_t count = target.size();
+    for (std::uint64_t i = 0; i < count; ++i) {
         const Ref<Value> element = target.get(i);
         if (!element)
             return report.line("Array value ", i, " is invalid of resource to add: ", toAdd.name);

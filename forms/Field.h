@@ -14,13 +14,14 @@ class Value;
 //
 // Deliberately nothing is inherited and nothing merged: each field reads its own dictionary only, and a
 // widget in `Kids` without `FT` is a field of its own. No appearance is drawn. A field is held by its
-// parent and knows parent and document weakly. To use one as what it is, ask `type` and then `cast` to
+// parent and knows its parent weakly. To use one as what it is, ask `type` and then `cast` to
 // `Fields::Button`, `Text`, `Choice` or `Signature`.
 //
 // `type`, `flags` and `child` are those of the building of the form. The other attributes, where nothing
 // else is said, are read on the first call and kept; a later change of the dictionary isn't seen. A
-// reference in place of a value is not followed. An absent entry leaves `ErrNotAvailable` on that first
-// call; one of another kind gives one line and no code, and counts as absent.
+// reference in place of a value is not followed. An absent entry may leave `ErrNotAvailable` the first time
+// that it is looked at, by a search or a log line as well; one of another kind gives one line and no code,
+// and counts as absent. So `Kids` that are no array, or a reference to one, count as absent.
 class EXPORTED Field : public virtual RefCount {
 public:
     // The kinds, by `FT`.

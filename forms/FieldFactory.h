@@ -23,7 +23,6 @@ public:
     }
 
     const Document& document() const noexcept { return *_document; }
-    WeakRef<Document> weakDocument() const noexcept { return WeakRef<Document>(_document.get()); }
 
     // Begins the field of a dictionary, below those that were begun and not left. False, and nothing is
     // begun, when a limit is reached or the dictionary is that of such a field.

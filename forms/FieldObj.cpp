@@ -42,7 +42,7 @@ Ref<Field> Field::fieldByName(Ref<::String> name) const noexcept
 }
 
 FieldObj::FieldObj(FieldBuild& build, Type type, Ref<Dictionary> dictionary, const Ref<Field>& parent) noexcept
-    : _document(build.weakDocument()), _parent(parent.get()), _type(type), _dict(std::move(dictionary))
+    : _parent(parent.get()), _type(type), _dict(std::move(dictionary))
 {
     if (const Ref<Number> number = _dict->findAsNumber(FormKeys::flags, true))
         _flags = static_cast<Flags>(number->intPart());

@@ -40,7 +40,6 @@ protected:
 
 private:
     // What is mutable is filled by the first call that asks for it.
-    const WeakRef<Document> _document;
     const WeakRef<Field> _parent;
     std::vector<Ref<Field>> _children; // none is null
     const Type _type;

@@ -18,9 +18,11 @@ class String;
 // Forms and fields log under the filter "Lib.File.PDF.Form".
 //
 // The attributes are read from the form's own dictionary on the first call and kept; a later change of
-// the dictionary isn't seen. A reference in place of a value is not followed. An absent entry leaves
-// `ErrNotAvailable` on that first call; one of another kind gives one line and no code, and counts as
-// absent.
+// the dictionary isn't seen. A reference in place of a value is not followed. An absent entry may leave
+// `ErrNotAvailable` the first time that it is looked at; one of another kind gives one line and no code, and
+// counts as absent. So `Fields` that are no array, or a reference to one, make a form without fields.
+//
+// To use a field, include <forms/Field.h>.
 class EXPORTED Form : public virtual RefCount {
 public:
     // `NeedAppearances`; false when absent.

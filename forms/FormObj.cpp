@@ -41,7 +41,7 @@ Ref<Field> Form::fieldByPath(Ref<::String> path) const noexcept
 }
 
 FormObj::FormObj(Ref<Document> document, Ref<Dictionary> dictionary, std::uint64_t highestFieldCount) noexcept
-    : _document(document.get()), _dict(std::move(dictionary))
+    : _dict(std::move(dictionary))
 {
     FieldBuild build(std::move(document), highestFieldCount);
     _valid = createFields(build, _dict->findAsArray(FormKeys::fields, false), nullptr, _fields);

@@ -27,7 +27,6 @@ public:
 
 private:
     // What is mutable is filled by the first call that asks for it.
-    const WeakRef<Document> _document;
     const Ref<Dictionary> _dict;
     bool _valid = false;
     std::vector<Ref<Field>> _fields; // none is null
