@@ -48,10 +48,13 @@ inline std::string shown(const std::string& text)
 // The command line of one run. Every program knows --help and -v besides its own options.
 class Command {
 public:
-    // `help` is what --help prints; `operands` is how many there have to be. An option that ends in "="
-    // takes the argument behind it.
-    Command(std::string name, const char* help, std::size_t operands, std::vector<std::string> options)
-        : _name(std::move(name)), _help(help), _operandCount(operands), _options(std::move(options))
+    enum class Operands { Exact, More };
+    // `help` is what --help prints; `operands` is how many there have to be, and `More` lets others follow
+    // them. An option that ends in "=" takes the argument behind it.
+    Command(std::string name, const char* help, std::size_t operands, std::vector<std::string> options,
+        Operands further = Operands::Exact)
+        : _name(std::move(name)), _help(help), _operandCount(operands), _further(further),
+          _options(std::move(options))
     {
         _options.insert(_options.end(), {"--help", "-v"});
         // A limit of file sizes and a reader that went away are failed writes, not the end.
@@ -89,7 +92,8 @@ public:
             std::fputs(_help, stdout);
             return finish();
         }
-        if (_operands.size() != _operandCount)
+        if (_operands.size() < _operandCount
+            || (_operands.size() > _operandCount && _further == Operands::Exact))
             return misuse("expected " + std::to_string(_operandCount) + " operand(s)");
         if (has("-v"))
             keepLog();
@@ -98,6 +102,9 @@ public:
 
     bool has(const std::string& option) const { return _given.count(option) > 0; }
     const std::string& operand(std::size_t index) const { return _operands[index]; }
+    std::size_t operandCount() const { return _operands.size(); }
+    // The argument of an option that was given.
+    const std::string& argument(const std::string& option) const { return _given.at(option); }
     // The argument of an option, or an operand, as the number of an object; none when it is no such number.
     std::optional<std::uint32_t> number(const std::string& option) const { return numberOf(_given.at(option)); }
     std::optional<std::uint32_t> number(std::size_t operand) const { return numberOf(_operands[operand]); }
@@ -152,6 +159,7 @@ private:
     const std::string _name;
     const char* const _help;
     const std::size_t _operandCount;
+    const Operands _further;
     std::vector<std::string> _options;
     std::map<std::string, std::string> _given;
     std::vector<std::string> _operands;

@@ -1,0 +1,148 @@
+// Prints the fields of the form of a PDF file.
+
+#include <examples/Command.h>
+#include <examples/Json.h>
+#include <host/FormFields.h>
+
+#include <array>
+
+namespace {
+
+using Examples::Command;
+using Examples::json;
+
+const char help[] =
+    "usage: fields [options] FILE\n"
+    "\n"
+    "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes\n"
+    "and its flags. Control characters are printed as \\ and three octal digits.\n"
+    "\n"
+    "  --json         for programs: all that is known about each field\n"
+    "  -v             print the library's log lines at the end\n"
+    "\n"
+    "Exit status: 0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable\n"
+    "files.\n";
+
+template <class Texts, class Show>
+std::string joined(const Texts& texts, const char* separator, Show show)
+{
+    std::string out;
+    for (const auto& text : texts)
+        out += (out.empty() ? "" : separator) + show(text);
+    return out;
+}
+
+template <class Texts>
+std::string jsonList(const Texts& texts)
+{
+    return std::string("[").append(joined(texts, ", ", [](const auto& text) { return json(text); })) + "]";
+}
+
+std::string jsonValue(const std::optional<Host::FieldTexts>& value)
+{
+    if (!value)
+        return "null";
+    return value->size() == 1 ? json(value->front()) : jsonList(*value);
+}
+
+std::string jsonField(const Host::FormField& field)
+{
+    constexpr const char* alignments[] = {"null", "\"left\"", "\"centred\"", "\"right\""};
+    const auto option = [](const Host::FieldOption& each) {
+        return "{\"export\": " + json(each.exported) + ", \"text\": " + json(each.displayed) + "}";
+    };
+    return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Host::kindWords(field.kind))
+        + ", \"flags\": " + jsonList(Host::flagWords(field.kind, field.flags))
+        + ", \"flagBits\": " + std::to_string(field.flags) + ", \"value\": " + jsonValue(field.value)
+        + ", \"default\": " + jsonValue(field.defaultValue)
+        + ", \"signed\": " + (field.isSigned ? "true" : "false")
+        + ", \"options\": [" + joined(field.options, ", ", option) + "], \"states\": " + jsonList(field.states)
+        + ", \"maxLength\": " + (field.maxLength ? std::to_string(*field.maxLength) : "null")
+        + ", \"tooltip\": " + json(field.tooltip) + ", \"appearance\": " + json(field.defaultAppearance)
+        + ", \"alignment\": " + alignments[std::size_t(field.quadding)]
+        + ", \"widgets\": " + std::to_string(field.widgetCount) + "}";
+}
+
+void printJson(const Host::FormFields& form)
+{
+    std::printf("{\"fields\": [\n");
+    for (std::size_t i = 0; i < form.fields.size(); ++i)
+        std::printf("%s%s\n", jsonField(form.fields[i]).c_str(), i + 1 < form.fields.size() ? "," : "");
+    std::printf("],\n\"passedOver\": %s}\n", jsonList(form.passedOver).c_str());
+}
+
+using Row = std::array<std::string, 5>;
+
+// What can be put into the field.
+std::string takes(const Host::FormField& field)
+{
+    const auto option = [](const Host::FieldOption& each) {
+        const std::string exported = Examples::shown(each.exported);
+        return each.displayed == each.exported ? exported : exported + "=" + Examples::shown(each.displayed);
+    };
+    if (!field.options.empty())
+        return joined(field.options, " | ", option);
+    if (!field.states.empty())
+        return joined(field.states, " | ", [](const std::string& text) { return Examples::shown(text); });
+    return field.maxLength ? "up to " + std::to_string(*field.maxLength) : "";
+}
+
+Row rowOf(const Host::FormField& field)
+{
+    const auto show = [](const std::string& text) { return Examples::shown(text); };
+    const auto plain = [](std::string_view text) { return std::string(text); };
+    const std::string value = field.isSigned ? "signed" : joined(field.value.value_or(Host::FieldTexts()), " + ", show);
+    return {Examples::shown(field.path), std::string(Host::kindWords(field.kind)), value, takes(field),
+        joined(Host::flagWords(field.kind, field.flags), ", ", plain)};
+}
+
+// In characters; each is taken to be one column wide.
+std::size_t widthOf(const std::string& text)
+{
+    return std::size_t(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+// A column is as wide as its widest cell, up to a limit that a few long cells break.
+void printTable(const Host::FormFields& form)
+{
+    constexpr std::size_t widest = 40;
+    std::vector<Row> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS"}};
+    for (const Host::FormField& field : form.fields)
+        rows.push_back(rowOf(field));
+    std::array<std::size_t, std::tuple_size_v<Row>> widths{};
+    for (const Row& row : rows)
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], std::min(widthOf(row[i]), widest));
+    for (const Row& row : rows) {
+        std::string line;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const std::size_t width = widthOf(row[i]);
+            line += row[i] + std::string(width < widths[i] ? widths[i] - width : 0, ' ') + "  ";
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        std::printf("%s\n", line.c_str());
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Command command("fields", help, 1, {"--json"});
+    if (const auto status = command.parse(argc, argv))
+        return *status;
+    const std::string& file = command.operand(0);
+    Host::Result<Host::OpenedFile> opened = Host::open(file);
+    if (!opened)
+        return command.refuse(file, opened.refusal());
+    const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);
+    if (!form)
+        return command.refuse(file, form.refusal());
+    if (command.has("--json"))
+        printJson(*form);
+    else
+        printTable(*form);
+    for (const std::string& what : form->passedOver)
+        std::fprintf(stderr, "fields: %s: %s\n", Examples::shown(file).c_str(), Examples::shown(what).c_str());
+    return command.finish();
+}

@@ -1,0 +1,120 @@
+// Fills the form of a PDF file.
+
+#include <examples/Command.h>
+#include <host/Fill.h>
+
+#include <nlohmann/json.hpp>
+
+#include <fstream>
+
+namespace {
+
+using Examples::Command;
+
+const char help[] =
+    "usage: fill [options] IN OUT [NAME=VALUE ...]\n"
+    "\n"
+    "Opens a PDF file, sets values of the fields of its form, and saves it as OUT, which may be the same\n"
+    "file. `fields` prints the names, and what the fields take. A check box takes on, off or the name of a\n"
+    "state; a list box with several choices takes NAME=VALUE once for each of them. When one value is\n"
+    "refused nothing is saved.\n"
+    "\n"
+    "  --values FILE  values from a JSON object: from a name to a text, true, false, or a list of texts\n"
+    "  --keep-looks   don't ask viewers to draw the new values\n"
+    SAVE_OPTIONS_HELP
+    "  -v             print the library's log lines at the end\n"
+    "\n"
+    "Exit status: 0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.\n";
+
+using Values = std::vector<std::pair<std::string, Host::FieldValue>>;
+
+// The value of an element of JSON; none when it is of another kind.
+std::optional<Host::FieldValue> valueOf(const nlohmann::json& element)
+{
+    if (element.is_boolean())
+        return element.get<bool>();
+    if (element.is_string())
+        return element.get<std::string>();
+    const bool isList = element.is_array()
+        && std::all_of(element.begin(), element.end(), [](const auto& each) { return each.is_string(); });
+    return isList ? std::optional<Host::FieldValue>(element.get<std::vector<std::string>>()) : std::nullopt;
+}
+
+// Adds the values of a file; the reason when that can't be done.
+std::optional<Host::Refusal> readFile(const std::string& path, Values& values)
+{
+    std::ifstream file(path);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad())
+        return Host::Refusal{"can't be read", 0, true};
+    const auto object = nlohmann::json::parse(text, nullptr, false);
+    if (!object.is_object())
+        return Host::Refusal{"is no JSON object"};
+    for (const auto& [name, element] : object.items()) {
+        auto value = valueOf(element);
+        if (!value)
+            return Host::Refusal{"the value of " + Examples::shown(name) + " is no text, true, false or list of texts"};
+        values.emplace_back(name, std::move(*value));
+    }
+    return {};
+}
+
+// Adds the values of the command line, those of one name as a list; false when one has no "=".
+bool readOperands(const Command& command, Values& values)
+{
+    std::map<std::string, std::vector<std::string>> texts;
+    for (std::size_t i = 2; i < command.operandCount(); ++i) {
+        const std::string& operand = command.operand(i);
+        const std::size_t sign = operand.find('=');
+        if (sign == operand.npos)
+            return false;
+        texts[operand.substr(0, sign)].push_back(operand.substr(sign + 1));
+    }
+    for (auto& [name, all] : texts)
+        values.emplace_back(name, all.size() == 1 ? Host::FieldValue(all[0]) : Host::FieldValue(all));
+    return true;
+}
+
+// Sets all values, and says of each that is refused why. The status to end with, unless all are set.
+std::optional<int> fillAll(
+    const Command& command, const std::string& in, Host::FormFiller& filler, const Values& values)
+{
+    const auto appearances =
+        command.has("--keep-looks") ? Host::Appearances::LeftAsTheyAre : Host::Appearances::DrawnByViewers;
+    std::optional<int> status;
+    for (const auto& [name, value] : values)
+        if (auto refusal = filler.fill(name, value, appearances)) {
+            refusal->words = Examples::shown(name + ": " + refusal->words);
+            status = command.refuse(in, *refusal);
+        }
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> options = Examples::saveOptions;
+    options.insert(options.end(), {"--values=", "--keep-looks"});
+    Command command("fill", help, 2, options, Command::Operands::More);
+    if (const auto status = command.parse(argc, argv))
+        return *status;
+    Values values;
+    if (command.has("--values"))
+        if (const auto refusal = readFile(command.argument("--values"), values))
+            return command.refuse(command.argument("--values"), *refusal);
+    if (!readOperands(command, values))
+        return command.misuse("expected NAME=VALUE behind IN and OUT");
+    const std::string& in = command.operand(0);
+    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    if (!opened)
+        return command.refuse(in, opened.refusal());
+    Host::Result<Host::FormFiller> filler = Host::FormFiller::create(opened->document);
+    if (!filler)
+        return command.refuse(in, filler.refusal());
+    if (const auto status = fillAll(command, in, *filler, values))
+        return *status;
+    for (const std::string& warning : filler->warnings())
+        std::fprintf(stderr, "fill: %s: warning: %s\n", Examples::shown(in).c_str(), warning.c_str());
+    return Examples::save(command, *opened, in, command.operand(1));
+}
