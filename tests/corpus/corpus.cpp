@@ -10,15 +10,14 @@
 #include <host/Save.h>
 #include <values/Object.h>
 
+#include "../host/TestFolder.h"
+
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 namespace {
 
-using namespace Libraries::Files;
-namespace fs = std::filesystem;
+using namespace Tests;
 
 struct Row {
     std::string file, opening, objects, pages, rewrite;
@@ -44,70 +43,9 @@ std::vector<Row> readTable(const std::string& path)
     return rows;
 }
 
-std::string bytesOf(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string describe(const Host::Refusal& refusal)
 {
     return refusal.words + " (" + Host::codeText(refusal.code) + ")";
-}
-
-// The written text of each object, and its numbers.
-std::vector<std::u32string> textsOf(const Ref<PDF::Document>& document)
-{
-    std::vector<std::u32string> texts;
-    for (const auto& object : PDF::objectsOf(document)) {
-        const auto text = PDF::writtenText(document, object->value());
-        texts.push_back({char32_t(object->id()), char32_t(object->generation())});
-        if (text)
-            texts.back().append(text->data(), text->data() + text->size());
-    }
-    return texts;
-}
-
-// A folder for what is written, which goes with all that is in it.
-class Scratch {
-public:
-    Scratch()
-    {
-        std::string name = fs::temp_directory_path() / "files-pdf-corpus-XXXXXX";
-        if (::mkdtemp(name.data()))
-            _folder = name;
-    }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    ~Scratch() { fs::remove_all(_folder); }
-    fs::path file(const char* name) const { return _folder / name; }
-    bool isThere() const { return !_folder.empty(); }
-
-private:
-    fs::path _folder;
-};
-
-// The file is saved as it is, opened again, and saved once more.
-Complaint checkRewrite(const Row& row, const Host::OpenedFile& opened, const Scratch& scratch)
-{
-    Host::SaveOptions unverified;
-    unverified.isUnverified = true;
-    const auto first = Host::save(opened, scratch.file("first.pdf"), unverified);
-    if (!first)
-        return "is not rewritten: " + describe(first.refusal());
-    if (row.says("backslash"))
-        return {};
-    auto again = Host::open(scratch.file("first.pdf"));
-    if (!again)
-        return "does not open after a rewrite: " + describe(again.refusal());
-    if (textsOf(again->document) != textsOf(opened.document))
-        return "has other texts after a rewrite";
-    const auto second = Host::save(*again, scratch.file("second.pdf"), unverified);
-    if (!second)
-        return "is not rewritten twice: " + describe(second.refusal());
-    if (bytesOf(scratch.file("first.pdf")) != bytesOf(scratch.file("second.pdf")))
-        return "is rewritten otherwise the second time";
-    return {};
 }
 
 // Whether a refused saving names the reason that the table gives.
@@ -125,39 +63,54 @@ bool isReason(const Row& row, const Host::Refusal& refusal)
     return row.says("backslash") && has("object ") && has("backslash");
 }
 
-// The verified saving takes what the table calls good, and refuses everything else for that reason.
-Complaint checkVerifiedSave(const Row& row, const Host::OpenedFile& opened, const Scratch& scratch)
+// The numbers of objects and of pages, as the table has them.
+std::string numbersOf(const Host::OpenedFile& opened)
 {
-    const bool isGood = row.rewrite == "ok" || row.rewrite == "ok,cr";
-    const fs::path target = scratch.file("verified.pdf");
-    const auto saved = Host::save(opened, target);
-    if (isGood)
-        return saved ? Complaint() : "is not saved: " + describe(saved.refusal());
-    if (saved)
-        return "is saved, but should be refused";
-    if (!isReason(row, saved.refusal()))
-        return "is refused for another reason: " + describe(saved.refusal());
-    return fs::exists(target) ? "is refused, but leaves a file" : Complaint();
+    return std::to_string(Host::PDF::objectsOf(opened.document).size()) + " objects and "
+        + std::to_string(opened.document->getPages().size()) + " pages";
 }
 
-Complaint check(const Row& row, const fs::path& folder)
+// The file is saved, which compares what was written, opened again, and saved once more.
+Complaint checkRewrite(const Host::OpenedFile& opened, const TestFolder& folder)
 {
-    const Scratch scratch;
-    auto opened = Host::open(folder / row.file);
+    const auto first = Host::save(opened, folder.path("first.pdf"));
+    if (!first)
+        return "is not saved: " + describe(first.refusal());
+    const auto again = Host::open(folder.path("first.pdf"));
+    if (!again || numbersOf(*again) != numbersOf(opened))
+        return again ? "has other numbers after a rewrite" : "does not open again: " + describe(again.refusal());
+    const auto second = Host::save(*again, folder.path("second.pdf"));
+    if (!second)
+        return "is not saved twice: " + describe(second.refusal());
+    return folder.get("first.pdf") == folder.get("second.pdf") ? "" : "is rewritten otherwise the second time";
+}
+
+// What can't be saved whole is refused for the reason that the table gives. If the table says that it can be
+// written all the same, an unverified saving does.
+Complaint checkRefusal(const Row& row, const Host::OpenedFile& opened, const TestFolder& folder)
+{
+    const auto saved = Host::save(opened, folder.path("refused.pdf"));
+    if (saved || folder.count() != 0)
+        return saved ? "is saved, but should be refused" : "is refused, but leaves a file";
+    if (!isReason(row, saved.refusal()))
+        return "is refused for another reason: " + describe(saved.refusal());
+    const bool isWritten = !row.says("ok") || Host::save(opened, folder.path("written.pdf"), {false, true, nullptr});
+    return isWritten ? "" : "is not written unverified";
+}
+
+Complaint check(const Row& row, const std::string& folder)
+{
+    const auto opened = Host::open(folder + "/" + row.file);
     const std::string opening = opened ? "ok" : Host::codeText(opened.refusal().code);
-    if (!scratch.isThere())
-        return "can't be tried without a folder for temporary files";
     if (opening != row.opening)
         return "opens with " + opening + " instead of " + row.opening;
     if (!opened)
         return {};
-    const std::string objects = std::to_string(PDF::objectsOf(opened->document).size());
-    const std::string pages = std::to_string(opened->document->getPages().size());
-    if (objects != row.objects || pages != row.pages)
-        return "has " + objects + " objects and " + pages + " pages";
-    const bool isWritten = row.rewrite.substr(0, 2) == "ok";
-    const Complaint complaint = isWritten ? checkRewrite(row, *opened, scratch) : Complaint();
-    return complaint.empty() ? checkVerifiedSave(row, *opened, scratch) : complaint;
+    if (numbersOf(*opened) != row.objects + " objects and " + row.pages + " pages")
+        return "has " + numbersOf(*opened);
+    const TestFolder scratch;
+    const bool isGood = row.rewrite == "ok" || row.rewrite == "ok,cr";
+    return isGood ? checkRewrite(*opened, scratch) : checkRefusal(row, *opened, scratch);
 }
 
 } // namespace

@@ -1,8 +1,7 @@
 #include <document/StreamPump.h>
 #include <platform/Object.h>
 
-#include "../support/FlateData.h"
-#include "../support/TestStripe.h"
+#include "../support/Streams.h"
 
 #include <gtest/gtest.h>
 
@@ -42,16 +41,6 @@ private:
     bool _isFlushing = false;
 };
 
-Ref<TestStripe> narrow(const std::string& bytes, Fault fault = {})
-{
-    return make<TestStripe>(bytes, fault, 1);
-}
-
-std::string contents(const TestStripe& stripe)
-{
-    return {stripe.elements.begin(), stripe.elements.end()};
-}
-
 } // namespace
 
 TEST(Pump, stopsWhereACallFails)
@@ -79,7 +68,7 @@ TEST(Pump, stopsWhereACallFails)
             const auto result = pump(*source, bytes.size(), row.isFiltered ? filter.get() : nullptr, *target);
             const bool isDone = n == row.ends.size();
             ASSERT_EQ(result.end, isDone ? PumpEnd::Done : row.ends[n]);
-            EXPECT_EQ(contents(*target) == bytes + (row.isFiltered ? "abc" : ""), isDone);
+            EXPECT_EQ(target->bytes() == bytes + (row.isFiltered ? "abc" : ""), isDone);
             EXPECT_EQ(result.code, result.end == PumpEnd::Read ? TestStripe::failureCode : 0u);
             EXPECT_EQ(result.asked, result.end != PumpEnd::Read ? 0u : n < 2 ? 65536u : 150000u - 131072u);
         }
@@ -93,5 +82,5 @@ TEST(Pump, showsTheFilterTheNewBytesAndThenThoseFromTheFront)
     const Ref<TestStripe> target = narrow("");
     EXPECT_EQ(pump(*narrow(bytes), bytes.size(), make<TestFilter>(3).get(), *target).end, PumpEnd::Done);
     // The last byte of the first block stays in front of the second, of which 39,999 bytes go through.
-    EXPECT_TRUE(contents(*target) == block + block.substr(0, 39999) + block.substr(39998, 25536) + "abc");
+    EXPECT_TRUE(target->bytes() == block + block.substr(0, 39999) + block.substr(39998, 25536) + "abc");
 }

@@ -26,8 +26,7 @@ struct Case {
     std::string text;
 };
 
-template <std::size_t count>
-void check(const Case (&cases)[count])
+void check(std::initializer_list<Case> cases)
 {
     for (const Case& c : cases)
         EXPECT_EQ(parsed(c.value), c.text) << c.rule << ": " << c.value;
@@ -37,8 +36,7 @@ void check(const Case (&cases)[count])
 
 TEST(ValueParser, objectsHaveOneValue)
 {
-    const Case cases[] = {
-        {"a number", "42 ", "42.0"},
+    check({
         {"a number at the very end is cut off", "42", refused},
         {"a point without digits", ".5 ", "0.5"},
         {"a point without digits", "5. ", "5.0"},
@@ -53,26 +51,23 @@ TEST(ValueParser, objectsHaveOneValue)
         {"a comment is a word", "% comment\n7 ", refused},
         {"a comment sign is no end of a word", "7%x ", refused},
         {"a name", "/A#20B ", "A#20B"},
-        {"an empty name", "/ ", refused},
         {"a word before a string is dropped", "12(text) ", "text"},
         {"blanks may stand in an opener", "< \n 48656C> ", "48656C"},
         {"any character between them ends that", "<x48> ", refused},
         {"an empty hexadecimal string is a word", "<> ", refused},
         {"a lone digit is a string too", "< 7 >", "46"},
         {"control characters are blanks", std::string("\0\x01\x1F", 3) + "7\x02", "7.0"},
-    };
-    check(cases);
+    });
 }
 
 TEST(ValueParser, listsHaveTheirOwnRules)
 {
-    const Case cases[] = {
+    check({
         {"references", "[1 0 R 2 0 R]", "[1 (0)2 (0) ]"},
         {"numbers before a reference", "[1 0 2 0 R]", "[1.00.02 (0) ]"},
         {"a fraction is no id", "[1.5 0 R]", refused},
         {"nor a generation above 65535", "[1 65536 R]", refused},
         {"a negative number is cut", "[-1 -1 R]", "[4294967295 (65535) ]"},
-        {"a reference needs two numbers", "[1 R]", refused},
         {"and numbers at that", "[/A 1 R]", refused},
         {"words", "[true false null]", "[truefalseNull ]"},
         {"comments end words and lines end comments", "[1%]\r2%\n3]", "[1.02.03.0 ]"},
@@ -88,14 +83,13 @@ TEST(ValueParser, listsHaveTheirOwnRules)
         {"a digit behind a dictionary opens a string", "[<</A 1>>41>]", "[<< A -> 1.0 >>41 ]"},
         {"a digit behind a hexadecimal string doesn't", "[<41>42 ]", "[4142.0 ]"},
         {"an array without end", "[1 2", refused},
-    };
-    check(cases);
+    });
 }
 
-TEST(ValueParser, dictionariesEndAtTwoBrackets)
+TEST(ValueParser, dictionariesEndAtTwoBracketsAndStreamsBeginBehindThem)
 {
     const std::string end = " endobj";
-    const Case cases[] = {
+    check({
         {"right behind a word", "<</K 1>>" + end, "<< K -> 1.0 >>"},
         {"behind a blank", "<< /K 1 >>" + end, "<< K -> 1.0 >>"},
         {"behind a name", "<</K/V>>" + end, "<< K -> V >>"},
@@ -108,27 +102,19 @@ TEST(ValueParser, dictionariesEndAtTwoBrackets)
         {"a single bracket is part of a word", "<</K 1> >>" + end, refused},
         {"six more characters must follow", "<< >> endob", refused},
         {"they may be any", "<< >> xyzxyz", "<< >>"},
-    };
-    check(cases);
-}
-
-TEST(ValueParser, streamDataBeginsBehindOneLineEnding)
-{
-    const Case cases[] = {
-        {"LF", "<< >> stream\nx", "@13 << >>"},
-        {"CR LF", "<< >> stream\r\nx", "@14 << >>"},
-        {"CR", "<< >> stream\rx", "@13 << >>"},
-        {"nothing", "<< >> streamx", "@12 << >>"},
+        {"stream data begins behind an LF", "<< >> stream\nx", "@13 << >>"},
+        {"or a CR LF", "<< >> stream\r\nx", "@14 << >>"},
+        {"or a CR", "<< >> stream\rx", "@13 << >>"},
+        {"or nothing", "<< >> streamx", "@12 << >>"},
         {"blanks between the letters", "<< >>\ns t\nr e a m\n", "@18 << >>"},
-        {"nothing at all", "<< >> stream", refused},
-        {"CR at the end", "<< >> stream\r", refused},
-    };
-    check(cases);
+        {"but something follows", "<< >> stream", refused},
+        {"behind a CR too", "<< >> stream\r", refused},
+    });
 }
 
-TEST(ValueParser, literalStrings)
+TEST(ValueParser, stringsAreLiteralOrHexadecimal)
 {
-    const Case cases[] = {
+    check({
         {"parentheses nest", "(a(b)c) ", "a(b)c"},
         {"and may be escaped", "( a \\) b ) ", " a ) b "},
         {"escapes", "(\\b\\f\\n\\r\\t\\() ", "\b\f\n\r\t("},
@@ -136,7 +122,6 @@ TEST(ValueParser, literalStrings)
         {"of which eight bits count", "(\\501) ", "A"},
         {"octal digits end at an escape", "(\\10\\n) ", "\b\n"},
         {"the first of two backslashes is lost", "(\\\\n) ", "\n"},
-        {"an unknown escape", "(\\x) ", refused},
         {"a raw line end", "(a\nb) ", refused},
         {"a raw line end", "(a\rb) ", refused},
         {"a continuation", "(a\\\nb\\\rc\\\r\nd) ", "abcd"},
@@ -148,21 +133,12 @@ TEST(ValueParser, literalStrings)
         {"the undefined ones are 0", "(\x81\\215) ", std::string(2, '\0')},
         {"octal ones are those of Windows-1252", "(\\200) ", "\xAC"}, // U+20AC, cut to a byte by the test
         {"raw ones are cut to 8 bits first", "(\x93) ", "\x1C"}, // U+201C
-    };
-    check(cases);
-}
-
-TEST(ValueParser, hexadecimalStrings)
-{
-    const Case cases[] = {
         {"digits of both cases, blanks and others between", "<48 6x5\n6c> ", "48656C"},
-        {"a last digit is read in decimal", "<4> ", "28"},
         {"a last letter can't be", "<4A5F7b1C2A> ", "4A5F7B1C2A"},
         {"a last letter can't be", "<A> ", refused},
         {"no end", "<41", refused},
         {"more than one buffer", "<" + std::string(1000, '4') + "> ", std::string(1000, '4')},
-    };
-    check(cases);
+    });
 }
 
 TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
@@ -178,7 +154,7 @@ TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
 
 TEST(ValueParser, messagesNameThePlaceWhereTheConstructBegins)
 {
-    const std::tuple<std::string, std::vector<std::string>> cases[] = {
+    const std::pair<std::string, Lines> cases[] = {
         {"  xyz ", {"Invalid integer value xyz in object; offset: 2h (2)"}},
         {"x.y ", {"Invalid real value x.y in object; offset: 0h (0)"}},
         {" (\\x) ",

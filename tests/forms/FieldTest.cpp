@@ -54,8 +54,8 @@ TEST(Field, AQuaddingOutsideTheThreeIsToldOnceAndNotSet)
 TEST(Field, AttributesStayAsTheyWereReadFirst)
 {
     const OneField one("<< /FT /Tx /T (a) /TU (b) /TM (c) /DA (d) /DR << /X 1 >> /Q 2.7 /Ff -1 >>");
+    const Field& field = *one.field;
     for (int round = 0; round < 2; ++round) {
-        const Field& field = *one.field;
         EXPECT_EQ(shown(field.name()) + shown(field.alternateName()) + shown(field.mappingName()), "abc");
         EXPECT_EQ(shown(field.defaultAppearance()) + shown(field.defaultResources()), "d<< X -> 1.0 >>");
         EXPECT_EQ(field.quadding(), Field::Quadding::Right);
@@ -76,28 +76,21 @@ TEST(Field, EachKindHasItsNumberAndItsKids)
     const Ref<Form> form = document->form();
     for (std::uint32_t i = 0; i < 5; ++i)
         EXPECT_EQ(std::uint32_t(form->field(i)->type()), i + 1);
-    EXPECT_TRUE(form->field(4).cast<Fields::Signature>());
-    EXPECT_TRUE(form->field(4)->child(0));
-    EXPECT_FALSE(form->field(4)->child(1));
-    EXPECT_EQ(Error::get(), ErrOutOfRange);
-    EXPECT_FALSE(form->field(5));
+    const Ref<Fields::Signature> last = form->field(4).cast<Fields::Signature>();
+    EXPECT_TRUE(last->child(0) && !form->field(5));
+    EXPECT_EQ(codeOf(last->child(1)), ErrOutOfRange);
 }
 
-TEST(Field, WhatIsSetIsSeenAndSaved)
+TEST(Field, WhatIsSetIsSaved)
 {
     const OneField one("<< /FT /Tx /V (old) >>");
-    EXPECT_FALSE(one.field->appearance());
-    EXPECT_EQ(Error::get(), ErrNotAvailable);
+    EXPECT_EQ(codeOf(one.field->appearance()), ErrNotAvailable);
     EXPECT_TRUE(one.field->setAppearance(Name::create(text("Look"))));
     EXPECT_TRUE(one.field.cast<Fields::Text>()->setValue(PDF::String::create(text("new"))));
-
     const Ref<TestStripe> out = make<TestStripe>("");
     ASSERT_TRUE(one.document->write(out));
-    const Ref<Document> again = open(out->bytes());
-    const Ref<Field> field = again->form()->field(0);
+    const Ref<Field> field = open(out->bytes())->form()->field(0);
     EXPECT_EQ(shown(field.cast<Fields::Text>()->value()) + shown(field->appearance()), "newLook");
-    EXPECT_TRUE(field->setAppearance(nullptr));
-    EXPECT_FALSE(field->appearance());
 }
 
 } // namespace

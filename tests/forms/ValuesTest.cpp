@@ -34,9 +34,7 @@ TEST(Button, ValueAndAppearanceStateAreSetApart)
             SCOPED_TRACE(flags + shown(name) + (isValue ? " V" : " AS"));
             const OneField one(std::string("<< /FT /Btn /V /Off /AS /Off ") + flags + " >>");
             const Ref<Fields::Button> button = one.field.cast<Fields::Button>();
-            Error::set(0);
-            EXPECT_EQ(isValue ? button->setValue(name) : button->setAppearanceState(name), code == 0);
-            EXPECT_EQ(Error::get(), code);
+            EXPECT_EQ(codeOf(isValue ? button->setValue(name) : button->setAppearanceState(name)), code);
             EXPECT_EQ(one.document->changed(), code == 0);
             EXPECT_EQ(shown(button->value()), isValue ? after : "Off");
             EXPECT_EQ(shown(button->appearanceState()), isValue ? "Off" : after);
@@ -90,14 +88,11 @@ TEST(Text, AValueLongerThanTheLimitLeavesTheOldOne)
         {"/MaxLen 5", neither, false},
         {"/MaxLen 5", nullptr, true},
         {"/MaxLen 0", characters(500), true},
-        {"/MaxLen 0", neither, true},
         {"/MaxLen (5)", characters(6), true},
         {"", characters(6), true},
         {"/MaxLen -1", characters(0), false},
         {"/MaxLen -1", bytes(1), true}, // counts as -1
         {"/MaxLen -2", bytes(1), false},
-        {"/MaxLen -2", nullptr, true},
-        {"/MaxLen 9223372036854775807", characters(500), true},
         {"/MaxLen 4294967296", characters(1), true},
     };
     for (const auto& [limit, value, isTaken] : cases) {
@@ -105,8 +100,7 @@ TEST(Text, AValueLongerThanTheLimitLeavesTheOldOne)
         const OneField one("<< /FT /Tx /V (old) /Ff 1 " + limit + " >>");
         const Ref<Fields::Text> field = one.field.cast<Fields::Text>();
         const Ref<PDF::String> old = field->value();
-        EXPECT_EQ(field->setValue(value), isTaken);
-        EXPECT_TRUE(isTaken || Error::get() == ErrInvalidArgument);
+        EXPECT_EQ(codeOf(field->setValue(value)), isTaken ? 0 : std::uint32_t(ErrInvalidArgument));
         EXPECT_TRUE(field->value() == (isTaken ? value : old));
         EXPECT_EQ(one.document->changed(), isTaken);
     }
@@ -143,8 +137,7 @@ TEST(Choice, AValueIsBroughtToItsShapeOrRefused)
         const Ref<StringPrinter> printer = StringPrinter::create();
         printer->print(line).hex().print(static_cast<const void*>(field->name().get()));
         LogCapture log(formFilter, 3);
-        EXPECT_EQ(field->setValue(value), isTaken);
-        EXPECT_TRUE(isTaken || Error::get() == ErrInvalidArgument);
+        EXPECT_EQ(codeOf(field->setValue(value)), isTaken ? 0 : std::uint32_t(ErrInvalidArgument));
         EXPECT_EQ(log.take(), Lines(*line ? 1 : 0, plain(printer->take())));
         EXPECT_EQ(shown(field->value()), after);
         EXPECT_EQ(shown(field->selectedIndices()) + shown(field->options()), "[7.0 ][x ]");

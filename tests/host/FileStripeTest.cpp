@@ -1,28 +1,20 @@
 #include <host/FileStripe.h>
 #include <host/MemoryStripe.h>
 
+#include "../support/TestStripe.h"
 #include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <platform/Windows_1252.h>
-
 #include <fcntl.h>
 #include <sys/stat.h>
+
+#include <functional>
 
 using namespace Tests;
 using namespace Host;
 
 namespace {
-
-// Longer than two blocks, and no two places near each other are alike.
-std::string longText()
-{
-    std::string text;
-    for (unsigned i = 0; text.size() < 40000; ++i)
-        text += std::to_string(i) + static_cast<char>(i);
-    return text;
-}
 
 template <class Element>
 std::vector<Element> readAt(Interfaces::Stripe& stripe, std::uint64_t position, std::uint64_t count)
@@ -41,11 +33,11 @@ void expectReads(Interfaces::Stripe& stripe, const std::vector<Element>& all)
     ASSERT_EQ(stripe.size(), all.size());
     for (std::uint64_t position = all.size(); position-- > 0;)
         ASSERT_EQ(readAt<Element>(stripe, position, 1), std::vector<Element>{all[position]}) << position;
-    for (const std::uint64_t position : {0, 16383, 16384, 30000}) {
-        const auto got = readAt<Element>(stripe, position, 20000);
-        const auto end = std::min<std::uint64_t>(position + 20000, all.size());
-        EXPECT_EQ(got, std::vector<Element>(all.begin() + long(position), all.begin() + long(end))) << position;
-        EXPECT_EQ(stripe.tell(), end);
+    for (const long position : {0, 16383, 16384, 30000}) {
+        const long end = std::min<long>(position + 20000, long(all.size()));
+        const std::vector<Element> expected(all.begin() + position, all.begin() + end);
+        EXPECT_EQ(readAt<Element>(stripe, std::uint64_t(position), 20000), expected) << position;
+        EXPECT_EQ(stripe.tell(), std::uint64_t(end));
     }
     Error::set(0);
     EXPECT_TRUE(readAt<Element>(stripe, ~std::uint64_t(0), 1).empty());
@@ -58,12 +50,12 @@ void expectReads(Interfaces::Stripe& stripe, const std::vector<Element>& all)
 TEST(HostStripes, everyKindReadsTheSameBytes)
 {
     const TestFolder folder;
-    const std::string text = longText();
+    std::string text; // longer than two blocks, and no two places near each other are alike
+    for (unsigned i = 0; text.size() < 40000; ++i)
+        text += std::to_string(i) + static_cast<char>(i);
     const std::string path = folder.put("text", text);
     const std::vector<std::uint8_t> bytes(text.begin(), text.end());
-    std::vector<std::uint32_t> elements;
-    for (const std::uint8_t byte : bytes)
-        elements.push_back(Libraries::Strings::Encodings::ANSI::Windows_1252(true).codePoint(byte));
+    const std::vector<std::uint32_t> elements = TestStripe(text).elements;
     expectReads<std::uint32_t>(**FileStripe::open(path), elements);
     expectReads<std::uint8_t>(**ByteFileStripe::open(path), bytes);
     expectReads<std::uint32_t>(*make<MemoryStripe>(bytes), elements);
@@ -111,7 +103,26 @@ TEST(HostStripes, whatAFileGrowsByIsNotRead)
 TEST(HostStripes, aFileTellsWhetherItWasChangedInPlace)
 {
     const TestFolder folder;
-    const auto isUnchangedAfter = [&folder](auto change) {
+    const auto rewrite = [&folder] { folder.put("text", "TWELVE bytes"); };
+    using Change = std::function<void(const std::string& path, const struct stat& before)>;
+    const std::tuple<const char*, bool, Change> cases[] = {
+        {"written anew", true, [&](auto&, auto&) { rewrite(); }},
+        {"and the time put back", true, [&](auto& path, auto& before) {
+             rewrite();
+             const struct timespec times[] = {before.st_atim, before.st_mtim};
+             ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+         }},
+        {"and its mode changed, which explains one time alone", true, [&](auto& path, auto&) {
+             rewrite();
+             ::chmod(path.c_str(), 0640);
+         }},
+        {"cut off", true, [](auto& path, auto&) { fs::resize_file(path, 5); }},
+        {"read", false, [](auto& path, auto&) { std::ifstream(path).get(); }},
+        {"removed", false, [](auto& path, auto&) { fs::remove(path); }},
+        {"of another mode", false, [](auto& path, auto&) { ::chmod(path.c_str(), 0640); }},
+        {"replaced", false, [&](auto& path, auto&) { fs::rename(folder.put("other", "other bytes."), path); }},
+    };
+    for (const auto& [rule, isChanged, change] : cases) {
         const std::string path = folder.put("text", "twelve bytes");
         struct stat before;
         ::stat(path.c_str(), &before);
@@ -121,26 +132,8 @@ TEST(HostStripes, aFileTellsWhetherItWasChangedInPlace)
         while (probe.st_mtim.tv_nsec == before.st_mtim.tv_nsec)
             ::stat(folder.put("probe", "").c_str(), &probe);
         change(path, before);
-        return stripe->isUnchanged();
-    };
-    const auto rewrite = [&folder](const std::string&, const struct stat&) { folder.put("text", "TWELVE bytes"); };
-    EXPECT_FALSE(isUnchangedAfter(rewrite));
-    EXPECT_FALSE(isUnchangedAfter([&](const std::string& path, const struct stat& before) {
-        rewrite(path, before);
-        const struct timespec times[] = {before.st_atim, before.st_mtim}; // as if nothing had happened
-        ::utimensat(AT_FDCWD, path.c_str(), times, 0);
-    }));
-    EXPECT_FALSE(isUnchangedAfter([&](const std::string& path, const struct stat& before) {
-        rewrite(path, before);
-        ::chmod(path.c_str(), 0640); // explains another time of change, but not of writing
-    }));
-    EXPECT_FALSE(isUnchangedAfter([](const std::string& path, const auto&) { fs::resize_file(path, 5); }));
-    EXPECT_TRUE(isUnchangedAfter([](const std::string& path, const auto&) { std::ifstream(path).get(); }));
-    EXPECT_TRUE(isUnchangedAfter([](const std::string& path, const auto&) { fs::remove(path); }));
-    EXPECT_TRUE(isUnchangedAfter([](const std::string& path, const auto&) { ::chmod(path.c_str(), 0640); }));
-    EXPECT_TRUE(isUnchangedAfter([&folder](const std::string& path, const auto&) {
-        fs::rename(folder.put("other", "other bytes."), path); // another file has taken the name
-    }));
+        EXPECT_EQ(stripe->isUnchanged(), !isChanged) << rule;
+    }
 }
 
 TEST(HostStripes, whatIsNoRegularFileIsUnreadable)

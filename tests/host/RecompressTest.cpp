@@ -1,12 +1,7 @@
-#include <document/Inspection.h>
-#include <host/Comparison.h>
 #include <host/Recompress.h>
-#include <host/StreamBytes.h>
 #include <host/StreamChecks.h>
-#include <values/Dictionary.h>
 
-#include "../support/FlateData.h"
-#include "../support/PdfText.h"
+#include "../support/Streams.h"
 
 #include <gtest/gtest.h>
 
@@ -15,15 +10,8 @@ using Host::StreamOutcome;
 
 namespace {
 
-const char* flate = "/Filter /FlateDecode";
 const auto toNone = PDF::Compression::None;
 const auto toFlate = PDF::Compression::Flate;
-
-std::string written(const Ref<PDF::Document>& document)
-{
-    const Ref<TestStripe> out = make<TestStripe>("");
-    return document->write(out) ? out->bytes() : "(failed)";
-}
 
 // One word for each stream: what became of it, its filter, and an exclamation mark for parameters.
 std::string told(const Ref<PDF::Document>& document, PDF::Compression target, bool isForced = false)
@@ -63,12 +51,8 @@ TEST(Recompress, tellsWhatBecameOfEachStream)
     EXPECT_EQ(told(document, toNone), "fitting converted/FlateDecode converted/FlateDecode! converted/FlateDecode "
                                       "noName! fitting! other/DCT#7F#80Decode");
     EXPECT_EQ(told(document, toNone), "fitting fitting fitting! fitting noName! fitting! other/DCT#7F#80Decode");
-    const auto codeOf = [&document](PDF::Compression target) {
-        const auto refused = Host::recompress(document, target);
-        return refused ? 0 : refused.refusal().code;
-    };
-    EXPECT_EQ(codeOf(toFlate), std::uint32_t(ErrBadFilter));
-    EXPECT_EQ(codeOf(PDF::Compression::Unknown), std::uint32_t(ErrInvalidArgument));
+    EXPECT_EQ(Host::recompress(document, toFlate).refusal().code, ErrBadFilter);
+    EXPECT_EQ(Host::recompress(document, PDF::Compression::Unknown).refusal().code, ErrInvalidArgument);
 }
 
 TEST(Recompress, forcedItCompressesWhatHasAFilterAsItStands)
@@ -76,9 +60,7 @@ TEST(Recompress, forcedItCompressesWhatHasAFilterAsItStands)
     const Ref<PDF::Document> document
         = Tests::open(PdfText().pages().stream(3, "jpeg", "/Filter /DCTDecode").stream(4, "plain"));
     EXPECT_EQ(told(document, toFlate, true), "converted/DCTDecode converted");
-    const Ref<PDF::Stream> stream = PDF::objectsOf(document)[2]->valueAsStream();
-    EXPECT_EQ(Host::decoded(document, stream)->size(), 4u);
-    EXPECT_EQ(stream->compression(), toFlate);
+    EXPECT_EQ(decodedBytes(Tests::open(written(document))), "jpeg");
 }
 
 TEST(Recompress, readsDataFromItsBeginningWhereverItStands)
@@ -91,10 +73,8 @@ TEST(Recompress, readsDataFromItsBeginningWhereverItStands)
         ASSERT_TRUE(Host::recompress(document, target));
         const Ref<PDF::Document> again = Tests::open(written(document));
         for (const std::size_t index : {2u, 3u}) {
-            const Ref<PDF::Stream> stream = PDF::objectsOf(again)[index]->valueAsStream();
-            EXPECT_EQ(stream->compression(), target);
-            const auto bytes = Host::decoded(again, stream);
-            EXPECT_TRUE(bytes && std::string(bytes->begin(), bytes->end()) == text);
+            EXPECT_EQ(streamOf(again, index)->compression(), target);
+            EXPECT_TRUE(decodedBytes(again, index) == text);
         }
     }
 }
@@ -102,8 +82,6 @@ TEST(Recompress, readsDataFromItsBeginningWhereverItStands)
 TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
 {
     const std::string good = compressed("text of a stream");
-    std::string corrupt = good;
-    corrupt.back() = char(~corrupt.back());
     const std::string shared = " /Length 6 0 R >>\nstream\n" + good;
     const struct {
         const char* rule;
@@ -111,7 +89,7 @@ TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
         std::uint32_t code;
         const char* words;
     } cases[] = {
-        {"corrupt data", PdfText().pages().stream(3, good, flate).stream(4, corrupt, flate), ErrStreamConvert,
+        {"corrupt data", PdfText().pages().stream(3, good, flate).stream(4, corrupted(good), flate), ErrStreamConvert,
             "object 4: the data of a stream is damaged"},
         {"an unusable Length",
             PdfText().pages().stream(3, good, flate).stream(4, good, "/Length 9999 /Filter /FlateDecode"),
@@ -136,8 +114,7 @@ TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
     const Ref<PDF::Document> document = Tests::open(PdfText().pages().object(3, "<<" + shared)
             .object(4, "<<" + shared).stream(5, "x").object(6, std::to_string(good.size())));
     EXPECT_TRUE(Host::recompress(document, toNone)) << "a shared Length that nobody changes";
-    const auto streamAt = [&](std::size_t index) { return PDF::objectsOf(document)[index]->valueAsStream(); };
-    EXPECT_EQ(Host::sharerOfLength(document, streamAt(2))->id(), 4u);
-    EXPECT_EQ(Host::sharerOfLength(document, streamAt(3))->id(), 3u);
-    EXPECT_FALSE(Host::sharerOfLength(document, streamAt(4)));
+    EXPECT_EQ(Host::sharerOfLength(document, streamOf(document, 2))->id(), 4u);
+    EXPECT_EQ(Host::sharerOfLength(document, streamOf(document, 3))->id(), 3u);
+    EXPECT_FALSE(Host::sharerOfLength(document, streamOf(document, 4)));
 }

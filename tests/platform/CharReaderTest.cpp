@@ -1,5 +1,4 @@
 #include <platform/CharReader.h>
-#include <stripes/Convert.h>
 
 #include "../support/LogCapture.h"
 #include "../support/TestStripe.h"
@@ -40,16 +39,8 @@ TEST(CharReader, piecesEndAtABlankOrWithTheLine)
 
 TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
 {
-    EXPECT_FALSE(CharReader::create(make<TestStripe>("abc", Fault{.read = 2}), 0)->readLine());
-    EXPECT_FALSE(CharReader::create(make<TestStripe>("a\rbc", Fault{.read = 2}), 0)->readLine());
-    EXPECT_FALSE(CharReader::create(make<TestStripe>("a\rbc", Fault{.seek = 0}), 0)->readLine());
-}
-
-TEST(CharReader, needsAStripe)
-{
-    using Converter = Libraries::Files::PDF::Utils::Convert<std::uint32_t, std::uint8_t>;
-    const auto byte = [](std::uint32_t c) { return std::uint8_t(c); };
-    const auto element = [](std::uint8_t c) { return std::uint32_t(c); };
+    for (const auto& [file, fault] : {std::pair("abc", Fault{.read = 2}), {"a\rbc", Fault{.read = 2}},
+             {"a\rbc", Fault{.seek = 0}}})
+        EXPECT_FALSE(CharReader::create(make<TestStripe>(file, fault), 0)->readLine());
     EXPECT_FALSE(CharReader::create(nullptr, 0));
-    EXPECT_FALSE(CharReader::create(Converter::create(make<TestStripe>("a"), byte, element), 0));
 }

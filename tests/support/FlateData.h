@@ -26,4 +26,11 @@ inline std::string incompressible(std::size_t size)
     return text;
 }
 
+// Compressed data of which only the check at its end tells that it is damaged.
+inline std::string corrupted(std::string data)
+{
+    data.back() = static_cast<char>(~data.back());
+    return data;
+}
+
 } // namespace Tests

@@ -15,8 +15,6 @@
 
 namespace Tests {
 
-using Lines = std::vector<std::string>;
-
 constexpr const char* formFilter = "Lib.File.PDF.Form";
 
 // A file whose form has the given entries. The objects get the ids from 3 on.

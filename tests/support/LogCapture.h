@@ -1,13 +1,22 @@
 #pragma once
 
+#include <platform/Error.h>
 #include <platform/SysLog.h>
 
 #include <algorithm>
-
 #include <string>
 #include <vector>
 
 namespace Tests {
+
+using Lines = std::vector<std::string>;
+
+// The code that an operation left which gave nothing; 0 when it gave something.
+template <class Result>
+std::uint32_t codeOf(const Result& result)
+{
+    return result ? 0 : Error::get();
+}
 
 // Plain text of a runtime string, each character cut to a byte.
 inline std::string plain(const Ref<::String>& text)
@@ -42,10 +51,10 @@ public:
     LogCapture& operator=(const LogCapture&) = delete;
 
     // The lines since the last call.
-    std::vector<std::string> take() { return std::exchange(lines, {}); }
+    Lines take() { return std::exchange(lines, {}); }
     bool has(const std::string& line) const { return std::find(lines.begin(), lines.end(), line) != lines.end(); }
 
-    std::vector<std::string> lines;
+    Lines lines;
 
 private:
     const char* _filter;

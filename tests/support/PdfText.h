@@ -32,11 +32,11 @@ public:
         return object(id, "<< /Length " + std::to_string(data.size()) + " " + entries + " >>" + _ending + "stream"
                               + _ending + data + _ending + "endstream");
     }
-    // Catalog 1, page tree 2, and the given objects as its pages.
-    PdfText& pages(const std::string& kids = "")
+    // Catalog 1, and page tree 2, which has the given objects as its pages, and `entries` besides them.
+    PdfText& pages(const std::string& kids = "", const std::string& entries = "/Count 0")
     {
         return object(1, "<< /Type /Catalog /Pages 2 0 R >>")
-            .object(2, "<< /Type /Pages /Kids [ " + kids + " ] /Count 0 >>");
+            .object(2, "<< /Type /Pages /Kids [ " + kids + " ] " + entries + " >>");
     }
     // Entries of the trailer besides Root.
     PdfText& trailer(const std::string& entries)

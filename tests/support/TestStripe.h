@@ -18,6 +18,19 @@ struct Fault {
     std::uint64_t write = never;
 };
 
+// Lets the calls of one kind fail one after another, from the one of number `first` on, until `isReached`
+// says that the work ends before that call. How many failed.
+template <class Work>
+std::uint64_t failOneByOne(std::uint64_t Fault::*kind, std::uint64_t first, Work isReached)
+{
+    for (std::uint64_t n = 0;; ++n) {
+        Fault fault;
+        fault.*kind = first + n;
+        if (!isReached(fault))
+            return n;
+    }
+}
+
 inline const Libraries::Strings::Encodings::ANSI::Windows_1252& encoding()
 {
     static const auto theEncoding = make<Libraries::Strings::Encodings::ANSI::Windows_1252>(true);
@@ -63,10 +76,10 @@ public:
     {
         if (_fault.write-- == 0)
             return fail();
-        if (_elementSize == 4)
-            append(static_cast<const std::uint32_t*>(area.pointer), count);
-        else
-            append(static_cast<const unsigned char*>(area.pointer), count);
+        const auto* wide = static_cast<const std::uint32_t*>(area.pointer);
+        const auto* narrow = static_cast<const unsigned char*>(area.pointer);
+        for (std::uint64_t i = 0; i < count; ++i)
+            elements.push_back(_elementSize == 4 ? wide[i] : narrow[i]);
         ++writes;
         return count;
     }
@@ -96,12 +109,6 @@ public:
     mutable bool hasFailed = false;
 
 private:
-    template <class Element>
-    void append(const Element* source, std::uint64_t count)
-    {
-        elements.insert(elements.end(), source, source + count);
-    }
-
     std::uint64_t fail() const
     {
         hasFailed = true;
@@ -117,6 +124,8 @@ private:
 // shared with the document.
 inline std::string bytesOf(const Ref<Interfaces::Stripe>& stripe)
 {
+    if (!stripe)
+        return "(none)";
     std::vector<std::uint32_t> elements(stripe->size());
     BufferDesc area = BufferDesc::plain(elements.data());
     const std::uint64_t position = stripe->tell();
