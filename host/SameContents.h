@@ -1,0 +1,45 @@
+#pragma once
+
+#include <document/Document.h>
+#include <values/Array.h>
+
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// Compares what values of two documents lead to: references are followed on both sides, streams have the
+// same dictionary and the same stored data, and two values that lead back to themselves are the same when
+// everything on the way is. A reference and a direct value are the same when their contents are.
+//
+// All comparisons together take time that grows with the two documents: values that were found to be the
+// same form a class, and two of one class aren't compared again.
+class SameContents {
+public:
+    SameContents(Ref<PDF::Document> document, Ref<PDF::Document> foreign) noexcept
+        : _document(std::move(document)), _foreign(std::move(foreign))
+    {
+    }
+
+    // A reference that leads nowhere, and data that can't be read, is the same as nothing. Once the answer
+    // was false the object is of no more use: what it took for the same on the way may not be.
+    bool areSame(const Ref<PDF::Value>& own, const Ref<PDF::Value>& foreign) noexcept;
+
+private:
+    bool compare(const Ref<PDF::Value>& own, const Ref<PDF::Value>& foreign) noexcept;
+    bool compareArrays(const PDF::Array& own, const PDF::Array& foreign) noexcept;
+    bool compareDictionaries(const PDF::Dictionary& own, const PDF::Dictionary& foreign) noexcept;
+    bool compareStreams(const Ref<PDF::Stream>& own, const Ref<PDF::Stream>& foreign) noexcept;
+    const PDF::Value* classOf(const PDF::Value* value) noexcept;
+    bool join(const PDF::Value* own, const PDF::Value* foreign) noexcept;
+
+    const Ref<PDF::Document> _document;
+    const Ref<PDF::Document> _foreign;
+    std::vector<std::pair<Ref<PDF::Value>, Ref<PDF::Value>>> _open; // still to compare
+    std::unordered_map<const PDF::Value*, const PDF::Value*> _classes; // from a value to another of its class
+};
+
+} // namespace Host
