@@ -118,7 +118,8 @@ public:
     int refuse(const std::string& file, const Host::Refusal& refusal) const
     {
         const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
-        std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), refusal.words.c_str(), code.c_str());
+        std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.words).c_str(),
+            code.c_str());
         return refusal.isUnreadable ? Unusable : Refused;
     }
     // The status of a run that went well, unless what it printed did not arrive.
@@ -182,7 +183,7 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     Host::Result<Host::Saved> saved = Host::save(opened, out, options);
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
-        refusal.words = "can't be saved as " + shown(out) + ": " + refusal.words;
+        refusal.words = "can't be saved as " + out + ": " + refusal.words;
         refusal.isUnreadable = false;
         return command.refuse(in, refusal);
     }

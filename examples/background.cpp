@@ -56,11 +56,8 @@ int main(int argc, char** argv)
     if (!foreign)
         return command.refuse(command.operand(1), foreign.refusal());
     const auto done = Host::background(opened->document, foreign->document, *mode, {command.has("--force")});
-    if (!done) {
-        Host::Refusal refusal = done.refusal();
-        refusal.words = Examples::shown(refusal.words);
-        return command.refuse(in, refusal);
-    }
+    if (!done)
+        return command.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)
         std::fprintf(stderr, "background: %s: warning: %s\n", Examples::shown(in).c_str(), Examples::shown(warning).c_str());
     return Examples::save(command, *opened, in, command.operand(2));

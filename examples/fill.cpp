@@ -53,7 +53,7 @@ std::optional<Host::Refusal> readFile(const std::string& path, Values& values)
     for (const auto& [name, element] : object.items()) {
         auto value = valueOf(element);
         if (!value)
-            return Host::Refusal{"the value of " + Examples::shown(name) + " is no text, true, false or list of texts"};
+            return Host::Refusal{"the value of " + name + " is no text, true, false or list of texts"};
         values.emplace_back(name, std::move(*value));
     }
     return {};
@@ -84,7 +84,7 @@ std::optional<int> fillAll(
     std::optional<int> status;
     for (const auto& [name, value] : values)
         if (auto refusal = filler.fill(name, value, appearances)) {
-            refusal->words = Examples::shown(name + ": " + refusal->words);
+            refusal->words = name + ": " + refusal->words;
             status = command.refuse(in, *refusal);
         }
     return status;

@@ -123,10 +123,11 @@ private:
         auto letterhead = Host::open(*_file);
         if (!letterhead)
             return letterhead.refusal();
+        _file = &_command.operand(0); // its pages are named
         auto done = Host::background(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
         if (!done)
             return done.refusal();
-        std::printf("underlaid    %s beneath %zu pages\n", shown(*_file).c_str(), done->pageCount);
+        std::printf("underlaid    %s beneath %zu pages\n", shown(_command.operand(1)).c_str(), done->pageCount);
         for (const std::string& warning : done->warnings)
             std::fprintf(stderr, "warning: %s\n", shown(warning).c_str());
         return {};

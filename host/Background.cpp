@@ -27,6 +27,35 @@ std::string pageWords(std::size_t index)
     return "page " + std::to_string(index + 1);
 }
 
+// Which default color spaces there are, a bit each: what content that names none is drawn with.
+unsigned defaultSpacesOf(const Resources& resources)
+{
+    static const Ref<::String> category = ::String::create("ColorSpace");
+    static const Ref<::String> defaults[] = {
+        ::String::create("DefaultGray"), ::String::create("DefaultRGB"), ::String::create("DefaultCMYK")};
+    const auto spaces = resources.find(category);
+    unsigned bits = 0;
+    for (const Ref<::String>& name : defaults)
+        bits = bits << 1 | unsigned(spaces != resources.end() && spaces->second->names.contains(name));
+    return bits;
+}
+
+// Pages that a warning is about.
+struct Pages {
+    std::size_t first = 0;
+    std::size_t count = 0;
+
+    void add(std::size_t index)
+    {
+        if (count++ == 0)
+            first = index;
+    }
+    std::string words() const
+    {
+        return pageWords(first) + (count > 1 ? " (and " + std::to_string(count - 1) + " more)" : "");
+    }
+};
+
 // Goes through the stages of `addBackground` beforehand. What fails in the reading half is left to it, since
 // it changes nothing then.
 class Look {
@@ -41,8 +70,9 @@ public:
 private:
     std::size_t foreignIndex(std::size_t page) const { return std::min(page, _foreignPages.size() - 1); }
     std::optional<Refusal> lookAtPage(std::size_t index, const Ref<Dictionary>& page);
-    std::optional<Refusal> merge(const Resources& foreign, const Dictionary& page);
+    std::optional<Refusal> merge(std::size_t index, const Resources& foreign, const Dictionary& page);
     std::optional<Refusal> lookAtHeirs();
+    std::optional<Refusal> lookAtHeir(std::size_t index, const Resources& inherited);
 
     const Ref<Document> _document;
     const Ref<Document> _foreign;
@@ -51,10 +81,11 @@ private:
     std::size_t _pageCount = 0;                  // that get a background
     MergeForecast _forecast;
     std::shared_ptr<Resources> _rootResources;
-    std::vector<std::size_t> _heirs;   // pages beneath which a foreign one goes that inherits its resources
-    std::vector<std::size_t> _lacking; // those among them that don't see all of these
-    std::string _missing;              // what the first of them doesn't see
-    std::size_t _copyCount = 0;        // pages that get copies of their own
+    std::vector<std::size_t> _heirs; // pages beneath which a foreign one goes that inherits its resources
+    Pages _lacking;                  // those among them that don't see all of these
+    std::string _missing;            // what the first of them doesn't see
+    Pages _recolored;                // with other default color spaces than what is drawn there was made with
+    std::size_t _copyCount = 0;      // pages that get copies of their own
 };
 
 Look::Look(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
@@ -72,6 +103,8 @@ std::optional<Refusal> Look::run()
 {
     if (_pages.empty() || _foreignPages.empty())
         return {};
+    if (_foreign->trailer()->find(::String::create("Encrypt")))
+        return Refusal{"the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
     Result<std::shared_ptr<Resources>> root =
         _forecast.resourcesOf(*_document, *_document->getPageCatalog()->valueAsDictionary());
     if (!root)
@@ -96,21 +129,27 @@ std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>
     if (!foreign)
         return at(pageWords(foreignIndex(index)) + " of the other document", foreign.refusal());
     if (*foreign)
-        return merge(**foreign, *page);
+        return merge(index, **foreign, *page);
     _heirs.push_back(index);
-    return {};
+    const Ref<Value> own = page->find(Keys::resources);
+    return own && !_document->valueAsDict(own) ? std::optional(codeRefusal(ErrBadContents)) : std::nullopt;
 }
 
-std::optional<Refusal> Look::merge(const Resources& foreign, const Dictionary& page)
+std::optional<Refusal> Look::merge(std::size_t index, const Resources& foreign, const Dictionary& page)
 {
     Result<std::shared_ptr<Resources>> own = _forecast.madeResourcesOf(page);
     if (!own)
         return own.refusal();
+    const bool isHeir = _rootResources && !page.find(Keys::resources);
+    const unsigned spacesBefore = defaultSpacesOf(isHeir ? *_rootResources : **own);
     std::optional<std::string> trouble;
     if (_rootResources)
         trouble = _forecast.merge(MergeForecast::Source::RootOfTree, *_rootResources, **own);
     if (!trouble)
         trouble = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
+    const unsigned spaces = defaultSpacesOf(**own);
+    if (spaces != spacesBefore || spaces != defaultSpacesOf(foreign))
+        _recolored.add(index);
     _copyCount += _forecast.hasCopied();
     return trouble ? std::optional(Refusal{*trouble}) : std::nullopt;
 }
@@ -118,41 +157,55 @@ std::optional<Refusal> Look::merge(const Resources& foreign, const Dictionary& p
 // What is inherited goes into the root of the page tree, where a page with resources of its own doesn't look.
 std::optional<Refusal> Look::lookAtHeirs()
 {
-    Result<std::shared_ptr<Resources>> inherited =
+    Result<std::shared_ptr<Resources>> found =
         _forecast.resourcesOf(*_foreign, *_foreign->getPageCatalog()->valueAsDictionary());
-    if (!inherited)
-        return at("the root of the other document's page tree", inherited.refusal());
-    if (!*inherited)
-        return {};
+    if (!found)
+        return at("the root of the other document's page tree", found.refusal());
+    const std::shared_ptr<Resources> inherited = *found ? *found : std::make_shared<Resources>();
     const auto root = _forecast.madeResourcesOf(*_document->getPageCatalog()->valueAsDictionary());
-    if (const auto trouble = _forecast.merge(MergeForecast::Source::Foreign, **inherited, **root))
-        return Refusal{"the root of the page tree: " + *trouble};
+    const unsigned spacesBefore = defaultSpacesOf(**root);
+    if (const auto trouble = _forecast.merge(MergeForecast::Source::Foreign, *inherited, **root))
+        return at(pageWords(_heirs.front()), {"in the root of the page tree, " + *trouble});
+    const unsigned spaces = defaultSpacesOf(**root);
+    const bool isRecolored = spaces != spacesBefore || spaces != defaultSpacesOf(*inherited);
     for (const std::size_t index : _heirs) {
-        const auto own = _forecast.resourcesOf(*_document, *_pages[index]->valueAsDictionary());
-        if (!own)
-            return at(pageWords(index), own.refusal());
-        if (!*own)
-            continue;
-        const MergeForecast::Hidden hidden = _forecast.findHidden(**inherited, **own);
-        if (!hidden.wrong.empty())
-            return Refusal{pageWords(index) + ": " + hidden.wrong
-                + " is another one than that which the page of the other document inherits"};
-        if (hidden.missing.empty())
-            continue;
-        _missing = _lacking.empty() ? hidden.missing : _missing;
-        _lacking.push_back(index);
+        if (isRecolored && !_pages[index]->valueAsDictionary()->find(Keys::resources))
+            _recolored.add(index);
+        if (auto refusal = lookAtHeir(index, *inherited))
+            return at(pageWords(index), *refusal);
     }
+    return {};
+}
+
+// Looks at a page's own resources in place of the inherited ones.
+std::optional<Refusal> Look::lookAtHeir(std::size_t index, const Resources& inherited)
+{
+    const auto own = _forecast.resourcesOf(*_document, *_pages[index]->valueAsDictionary());
+    if (!own)
+        return own.refusal();
+    if (!*own)
+        return {};
+    if (defaultSpacesOf(**own) != defaultSpacesOf(inherited))
+        _recolored.add(index);
+    const MergeForecast::Hidden hidden = _forecast.findHidden(inherited, **own);
+    if (!hidden.wrong.empty())
+        return Refusal{hidden.wrong + " is another one than that which the page of the other document inherits"};
+    if (hidden.missing.empty())
+        return {};
+    _missing = _lacking.count == 0 ? hidden.missing : _missing;
+    _lacking.add(index);
     return {};
 }
 
 std::vector<std::string> Look::warnings() const
 {
     std::vector<std::string> warnings;
-    if (!_lacking.empty())
-        warnings.push_back(pageWords(_lacking[0])
-            + (_lacking.size() > 1 ? " (and " + std::to_string(_lacking.size() - 1) + " more)" : "")
-            + " has resources of its own and so won't show " + _missing
+    if (_lacking.count > 0)
+        warnings.push_back(_lacking.words() + " has resources of its own and so won't show " + _missing
             + ", and what else the page of the other document inherits from its page tree");
+    if (_recolored.count > 0)
+        warnings.push_back(_recolored.words() + " has other default color spaces than its content or that of the"
+            + " other document was made with, so that colors may change");
     if (_copyCount > 1)
         warnings.push_back("the page of the other document carries its resources itself, and each of "
             + std::to_string(_copyCount) + " pages gets copies of its own of what they refer to");
@@ -182,6 +235,10 @@ Result<Underlaid> background(const Ref<Document>& document, const Ref<Document>&
         return Refusal{trouble->words, code};
     if (code == ErrBadPages + foreignCodes)
         return Refusal{std::string(errorWords(ErrBadPages)) + ", in the other document", code};
+    // Collisions were found before, and this is what is left.
+    if (code == ErrNoResource)
+        return Refusal{"resources can't be copied, since a reference in them leads nowhere or back to itself or data"
+                       " can't be read, or the Contents of a page are neither reference nor array", code};
     return codeRefusal(code);
 }
 

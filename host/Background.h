@@ -18,7 +18,8 @@ struct Underlaid {
     std::size_t pageCount; // how many pages got a background
     // What people should know of the result, in words, one line each: that each page gets copies of its
     // own of the foreign page's resources; that pages don't see resources which the foreign page
-    // inherits; and what was gone on with because the options say so.
+    // inherits; that colors may change, since the default color spaces of the two documents meet; and what
+    // was gone on with because the options say so.
     std::vector<std::string> warnings;
 };
 
@@ -34,10 +35,11 @@ struct Underlaid {
 //   the two documents: the library would draw the page's own font or image in place of the foreign one. The
 //   comparison is deep, stored stream data included;
 // - a name of resources that the foreign page inherits, and in place of which the page has others.
-// And without a name: a page that is a branch of the page tree, whose content no viewer draws; resources
-// that can't be used (`ErrBadContents`), a null document (`ErrNullArgument`), and an unknown mode
-// (`ErrInvalidArgument`). What `addBackground` fails with is refused with its code, and the document is
-// then as that leaves it.
+// And without a name: an encrypted `foreign`; a page that is a branch of the page tree, whose content no
+// viewer draws; resources that can't be used (`ErrBadContents`), a null document (`ErrNullArgument`), and an
+// unknown mode (`ErrInvalidArgument`). What `addBackground` fails with is refused with its code, and the
+// document is then as that leaves it: so it is where resources can't be copied (`ErrNoResource`), as with a
+// reference that leads nowhere. Stream data is compared by `streamData`, with what that does to later calls.
 //
 // Time grows with the pages, and for each page with the names in its resources and the foreign ones.
 EXPORTED Result<Underlaid> background(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign,

@@ -20,11 +20,12 @@ struct File {
     std::vector<std::string> objects = {}; // from 6 on
     std::string second = {};               // entries of the second page
     std::string root = {};                 // entries of the root of the page tree
+    std::string trailer = {};
 
     operator std::string() const
     {
         PdfText text;
-        text.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        text.trailer(trailer).object(1, "<< /Type /Catalog /Pages 2 0 R >>")
             .object(2, "<< /Type /Pages /Kids [ 3 0 R 4 0 R ] " + root + " >>")
             .object(3, "<< /Contents 5 0 R " + first + " >>")
             .object(4, "<< /Contents 5 0 R " + second + " >>")
@@ -116,12 +117,15 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
             "page 1: Font F1 of the root of the page tree can't be added: another Font F1 is there already"},
         {"names of the root stand in for foreign ones", {"", {"1"}, "", f1}, {f1, {"2"}}, differs},
         {"inherited resources and a name of the root", {"", {"1"}, "", f1}, {"", {"2"}, "", f1},
-            "the root of the page tree: Font F1 reads the same"},
+            "page 1: in the root of the page tree, Font F1 reads the same"},
         {"inherited resources that a page has in another way", {"", {"1"}, f1}, {"", {"2"}, "", f1},
             "page 2: Font F1 is another one than that which the page of the other document inherits"},
         {"inherited resources that a page has, too", {"", {"1"}, f1}, {"", {"1"}, "", f1}, nothing},
         {"a page that is none", {"", {}, "/Kids [ ]"}, {}, "page 2: this is a branch of the page tree"},
         {"resources that lead nowhere", {"", {}, "/Resources 9 0 R"}, {f1, {"1"}}, "page 2: the Contents or Resources"},
+        {"resources of a page that needs none, behind one that gets some", {"", {}, "/Resources 9 0 R"},
+            {resources("/Font << /F1 1 >>")}, "page 2: the Contents or Resources", BackgroundMode::PagePairs},
+        {"ciphers", {}, {"", {}, "", "", "/Encrypt << >>"}, "the other document is encrypted"},
         {"a category that is a number", {"", {}, resources("/Font 6 0 R")}, {f1, {"1"}},
             "page 2: Font of the resources is neither dictionary nor array"},
         {"foreign resources that lead nowhere", {}, {"/Resources 9 0 R"}, "page 1: page 1 of the other document: the"},
@@ -161,6 +165,9 @@ TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
 {
     const std::string copies = "the page of the other document carries its resources itself, and each of 2 pages gets"
                                " copies of its own of what they refer to\n";
+    const std::string gray = resources("/ColorSpace << /DefaultGray 1 >>");
+    const std::string colors = " has other default color spaces than its content or that of the other document was made"
+                               " with, so that colors may change\n";
     const struct {
         const char* rule;
         File own;
@@ -176,6 +183,18 @@ TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
             BackgroundMode::AllPages,
             "page 1 (and 1 more) has resources of its own and so won't show Font F1, and what else the page of the"
             " other document inherits from its page tree\n"},
+        {"foreign default color spaces", {}, {gray}, BackgroundMode::AllPages, "page 1 (and 1 more)" + colors},
+        {"those of a page", {"", {}, gray}, {resources("")}, BackgroundMode::AllPages, "page 2" + colors},
+        {"those of a page beneath which nothing needs resources", {"", {}, gray}, {}, BackgroundMode::AllPages,
+            "page 2" + colors},
+        {"those of both", {gray, {}, gray}, {gray}, BackgroundMode::AllPages, ""},
+        {"those of the root, which come down to one page", {resources(""), {}, "", gray}, {gray},
+            BackgroundMode::AllPages, "page 1" + colors},
+        {"those of the foreign root, which come into the other one", {}, {"", {}, "", gray}, BackgroundMode::AllPages,
+            "page 1 (and 1 more)" + colors},
+        {"those of the foreign root, which one page has already", {gray}, {"", {}, "", gray}, BackgroundMode::AllPages,
+            "page 2" + colors},
+        {"those of both roots", {"", {}, "", gray}, {"", {}, "", gray}, BackgroundMode::AllPages, ""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.rule);
@@ -199,6 +218,9 @@ TEST(Background, refusesWithTheCodesOfTheLibrary)
     EXPECT_EQ(unusable.refusal().code, 0x706u);
     EXPECT_EQ(unusable.refusal().words, "the page tree has no usable root or Kids, in the other document");
     EXPECT_FALSE(document->changed());
+    const auto dangling = Host::background(document, open(File{f1}), BackgroundMode::AllPages);
+    EXPECT_EQ(dangling.refusal().code, ErrNoResource);
+    EXPECT_EQ(dangling.refusal().words.substr(0, 26), "resources can't be copied,");
 }
 
 TEST(Background, aDocumentGoesBeneathItself)
