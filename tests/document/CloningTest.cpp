@@ -33,14 +33,6 @@ bool addTo(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign
     return document->addBackground(foreign, PDF::BackgroundMode::FirstPageOnly);
 }
 
-// A value whose class is not what its kind says.
-class OddValue final : public PDF::ValueObj {
-public:
-    explicit OddValue(Type type) noexcept : ValueObj(type) {}
-    Ref<::String> asText() const noexcept override { return ::String::create("odd"); }
-    bool equal(Ref<PDF::Value>) const noexcept override { return false; }
-};
-
 // Log lines, each with the code that was set after it: a line comes before its code.
 struct CodedLines : LogCapture {
     CodedLines()
@@ -126,10 +118,6 @@ TEST(Cloning, aFailureIsToldAtEachLevelAndTakesTheTableBack)
             {"8446 Invalid String value to be cloned"}},
         {"an array has no gaps", "", withEntry(PDF::Array::create({nullptr})),
             {"8446 Element of to be cloned array is NULL: 0h (0)"}},
-        {"a kind nobody knows", "", withEntry(make<OddValue>(PDF::Value::Type::Invalid)),
-            {"10002 Value type not supported for cloning: 0h (0)"}},
-        {"a kind of another class", "", withEntry(make<OddValue>(PDF::Value::Type::ObjectRef)),
-            {"8446 Failed to convert to be cloned object reference to ObjectRef"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.rule);

@@ -141,13 +141,8 @@ TEST(PageBackground, aDocumentMayLieBeneathItself)
 
 TEST(PageBackground, aFaultInTheForeignPagesChangesNothing)
 {
-    struct Case {
-        std::string from; // in the foreign file
-        std::string to;
-        std::uint32_t code;
-        const char* line;
-    };
-    const Case cases[] = {
+    // What in the foreign file becomes what, and the code and the last line then.
+    const std::tuple<std::string, std::string, std::uint32_t, const char*> cases[] = {
         {"[ 3 0 R 4 0 R ]", "[             ]", ErrForeignPage, "Foreign document has no pages"},
         {"/Type /Pages", "/Type /Pagea", 0x706, "Failed to retrieve pages object"},
         {"/Contents 7", "/Contentz 7", ErrForeignPage, "Foreign page has no contents"},
@@ -161,14 +156,14 @@ TEST(PageBackground, aFaultInTheForeignPagesChangesNothing)
         {"5 0 R", "4 0 R", ErrForeignContent,
             "Content stream of foreign page is not of type stream for element 1h (1)"},
     };
-    for (const BackgroundMode mode : {BackgroundMode::PagePairs, unknownMode})
-        for (const Case& c : cases) {
-            SCOPED_TRACE(c.from + " becomes " + c.to);
+    for (const auto& [from, to, code, line] : cases)
+        for (const BackgroundMode mode : {BackgroundMode::PagePairs, unknownMode}) {
+            SCOPED_TRACE(from + " becomes " + to);
             const Ref<PDF::Document> document = open(threePages());
             const std::string before = stateOf(document);
             LogCapture log;
-            EXPECT_EQ(codeOf(document->addBackground(open(damaged(twoForeignPages(), c.from, c.to)), mode)), c.code);
-            EXPECT_EQ(log.lines.empty() ? "" : log.lines.back(), c.line);
+            EXPECT_EQ(codeOf(document->addBackground(open(damaged(twoForeignPages(), from, to)), mode)), code);
+            EXPECT_EQ(log.lines.empty() ? "" : log.lines.back(), line);
             EXPECT_EQ(stateOf(document), before);
             EXPECT_EQ(document->version(), 8u);
             EXPECT_EQ(nextId(document), 9u);

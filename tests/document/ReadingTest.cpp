@@ -194,36 +194,35 @@ TEST(Catalog, eachStepHasItsCode)
     struct Case {
         const char* rule;
         std::string catalog, pages, root;
-        std::uint32_t catalogCode, pageCatalogCode, pagesCode;
+        std::uint32_t codes[3]; // of the catalog, the root of the page tree, and the pages
     };
     const Case cases[] = {
-        {"a good file", catalog, pages, "1 0 R", 0, 0, 0},
-        {"no root", catalog, pages, "", ErrNoRootRef, ErrNoRoot, ErrBadPages},
-        {"a direct root", catalog, pages, "<< >>", ErrNoRootRef, ErrNoRoot, ErrBadPages},
-        {"a dangling root", catalog, pages, "9 0 R", ErrNoRoot, ErrNoRoot, ErrBadPages},
-        {"a root that is no dictionary", "[ ]", pages, "1 0 R", ErrNoRoot, ErrNoRoot, ErrBadPages},
-        {"another type", damaged(catalog, "Catalog", "Cat"), pages, "1 0 R", ErrBadCatalog, ErrNoRoot, ErrBadPages},
-        {"no type", damaged(catalog, "/Type /Catalog", ""), pages, "1 0 R", ErrBadCatalog, ErrNoRoot, ErrBadPages},
-        {"direct pages", damaged(catalog, "2 0 R", pages), pages, "1 0 R", 0, ErrBadCatalog, ErrBadPages},
-        {"dangling pages", damaged(catalog, "2 0 R", "9 0 R"), pages, "1 0 R", 0, ErrBadPages, ErrBadPages},
-        {"pages that are no dictionary", catalog, "(x)", "1 0 R", 0, ErrBadPages, ErrBadPages},
-        {"pages of another type", catalog, damaged(pages, "/Pages", "/Page"), "1 0 R", 0, ErrBadPages, ErrBadPages},
-        {"no kids", catalog, "<< /Type /Pages >>", "1 0 R", 0, 0, ErrBadPages},
-        {"a direct kid", catalog, damaged(pages, "3 0 R", "3 0 R << >>"), "1 0 R", 0, 0, ErrBadPages},
-        {"a dangling kid", catalog, damaged(pages, "3 0 R", "3 0 R 9 0 R"), "1 0 R", 0, 0, ErrBadPages},
-        {"no pages", catalog, damaged(pages, "3 0 R", ""), "1 0 R", 0, 0, 0},
+        {"a good file", catalog, pages, "1 0 R", {0, 0, 0}},
+        {"no root", catalog, pages, "", {ErrNoRootRef, ErrNoRoot, ErrBadPages}},
+        {"a direct root", catalog, pages, "<< >>", {ErrNoRootRef, ErrNoRoot, ErrBadPages}},
+        {"a dangling root", catalog, pages, "9 0 R", {ErrNoRoot, ErrNoRoot, ErrBadPages}},
+        {"a root that is no dictionary", "[ ]", pages, "1 0 R", {ErrNoRoot, ErrNoRoot, ErrBadPages}},
+        {"another type", damaged(catalog, "Catalog", "Cat"), pages, "1 0 R", {ErrBadCatalog, ErrNoRoot, ErrBadPages}},
+        {"no type", damaged(catalog, "/Type /Catalog", ""), pages, "1 0 R", {ErrBadCatalog, ErrNoRoot, ErrBadPages}},
+        {"direct pages", damaged(catalog, "2 0 R", pages), pages, "1 0 R", {0, ErrBadCatalog, ErrBadPages}},
+        {"dangling pages", damaged(catalog, "2 0 R", "9 0 R"), pages, "1 0 R", {0, ErrBadPages, ErrBadPages}},
+        {"pages that are no dictionary", catalog, "(x)", "1 0 R", {0, ErrBadPages, ErrBadPages}},
+        {"pages of another type", catalog, damaged(pages, "/Pages", "/Page"), "1 0 R", {0, ErrBadPages, ErrBadPages}},
+        {"no kids", catalog, "<< /Type /Pages >>", "1 0 R", {0, 0, ErrBadPages}},
+        {"a direct kid", catalog, damaged(pages, "3 0 R", "3 0 R << >>"), "1 0 R", {0, 0, ErrBadPages}},
+        {"a dangling kid", catalog, damaged(pages, "3 0 R", "3 0 R 9 0 R"), "1 0 R", {0, 0, ErrBadPages}},
+        {"no pages", catalog, damaged(pages, "3 0 R", ""), "1 0 R", {0, 0, 0}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.rule);
         const Ref<PDF::Document> document
             = open(PdfText().object(1, c.catalog).object(2, c.pages).object(3, "<< >>").root(c.root));
         ASSERT_TRUE(document);
-        EXPECT_EQ(codeOf(document->getCatalog()), c.catalogCode);
-        EXPECT_EQ(codeOf(document->getPageCatalog()), c.pageCatalogCode);
+        EXPECT_EQ(codeOf(document->getCatalog()), c.codes[0]);
+        EXPECT_EQ(codeOf(document->getPageCatalog()), c.codes[1]);
         Error::set(0);
-        const auto list = document->getPages();
-        EXPECT_EQ(Error::get(), c.pagesCode);
-        EXPECT_TRUE(list.empty() || c.pagesCode == 0) << "no part of a list is given";
+        EXPECT_TRUE(document->getPages().empty() || c.codes[2] == 0) << "no part of a list is given";
+        EXPECT_EQ(Error::get(), c.codes[2]);
     }
     LogCapture log;
     open(PdfText().pages().root(""))->getPages();

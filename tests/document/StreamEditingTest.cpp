@@ -234,10 +234,6 @@ TEST(Changed, afterEachOperationAndInSequence)
     static const auto replace = [](const Ref<PDF::Document>& document, const Ref<TestStripe>& data) {
         document->setStreamData(streamOf(document, 3), data, true);
     };
-    static const auto eachStream = [](const Ref<PDF::Document>& document, const auto& work) {
-        for (const std::size_t index : {2u, 3u, 4u})
-            work(streamOf(document, index).cast<PDF::StreamObj>());
-    };
     const std::map<char, std::function<void(const Ref<PDF::Document>&)>> operations = {
         {'s', [](const auto& document) { stored(document, 3); }},
         {'d', [](const auto& document) { decodedBytes(document, 3); }},
@@ -248,12 +244,11 @@ TEST(Changed, afterEachOperationAndInSequence)
         {'R', [](const auto& document) { replace(document, narrow("new")); }},
         {'D', [](const auto& document) { PDF::objectsOf(document)[1]->valueAsDictionary()->set(text("K"), nullptr); }},
         {'F', [](const auto& document) { document->recompress(PDF::Compression::Flate); }},
-        {'z', [](const auto& document) { eachStream(document, [](const auto& each) { each->resetChanged(); }); }},
         // Fails at the last stream, which then has no filter: the next one succeeds.
         {'N', [](const auto& document) { document->recompress(PDF::Compression::None); }},
     };
     std::vector<std::pair<std::string, bool>> rows = {{"", false}, {"N", false}, {"NN", true}, {"FN", true},
-        {"DN", true}, {"RFN", true}, {"NR", true}, {"kNs", false}, {"Rz", false}, {"FzF", true},
+        {"DN", true}, {"RFN", true}, {"NR", true}, {"kNs", false},
         {"RN", false}}; // deliberate: the roll back forgets what was changed before
     for (const char harmless : std::string("sdcwxk")) {
         for (const char next : std::string("sdcwxkN"))
@@ -267,7 +262,8 @@ TEST(Changed, afterEachOperationAndInSequence)
                 .stream(4, compressed("text"), flate).stream(5, "corrupt", flate));
         for (const char operation : sequence) {
             operations.at(operation)(document);
-            eachStream(document, [&](const auto& each) { document->streamData(each, false)->seek(0); });
+            for (const std::size_t index : {2u, 3u, 4u}) // a writing leaves its data at its end
+                document->streamData(streamOf(document, index), false)->seek(0);
         }
         EXPECT_EQ(document->changed(), expected) << sequence;
     }

@@ -47,11 +47,8 @@ TEST(Pump, stopsWhereACallFails)
 {
     enum Side { Source, Filter, Target };
     const auto convert = PumpEnd::Convert, write = PumpEnd::Write, plain = PumpEnd::WriteUnfiltered;
-    const struct {
-        Side failing;
-        bool isFiltered;
-        std::vector<PumpEnd> ends; // when the calls fail one after another
-    } cases[] = {
+    // Where calls fail one after another, whether there is a filter, and where each of them ends the work.
+    const std::tuple<Side, bool, std::vector<PumpEnd>> cases[] = {
         {Source, true, {3, PumpEnd::Read}},
         {Source, false, {3, PumpEnd::Read}},
         {Target, false, {3, plain}},
@@ -59,16 +56,16 @@ TEST(Pump, stopsWhereACallFails)
         {Target, true, {write, write, write, write, write, PumpEnd::WriteFlushed, PumpEnd::WriteFlushed}},
     };
     const std::string bytes = incompressible(150000);
-    for (const auto& row : cases)
-        for (std::size_t n = 0; n <= row.ends.size(); ++n) {
-            SCOPED_TRACE(std::to_string(row.failing) + " " + std::to_string(n));
-            const Ref<TestStripe> source = narrow(bytes, row.failing == Source ? Fault{.read = n} : Fault{});
-            const Ref<TestStripe> target = narrow("", row.failing == Target ? Fault{.write = n} : Fault{});
-            const auto filter = make<TestFilter>(1, row.failing == Filter ? n : Fault::never);
-            const auto result = pump(*source, bytes.size(), row.isFiltered ? filter.get() : nullptr, *target);
-            const bool isDone = n == row.ends.size();
-            ASSERT_EQ(result.end, isDone ? PumpEnd::Done : row.ends[n]);
-            EXPECT_EQ(target->bytes() == bytes + (row.isFiltered ? "abc" : ""), isDone);
+    for (const auto& [failing, isFiltered, ends] : cases)
+        for (std::size_t n = 0; n <= ends.size(); ++n) {
+            SCOPED_TRACE(std::to_string(failing) + " " + std::to_string(n));
+            const Ref<TestStripe> source = narrow(bytes, failing == Source ? Fault{.read = n} : Fault{});
+            const Ref<TestStripe> target = narrow("", failing == Target ? Fault{.write = n} : Fault{});
+            const auto filter = make<TestFilter>(1, failing == Filter ? n : Fault::never);
+            const auto result = pump(*source, bytes.size(), isFiltered ? filter.get() : nullptr, *target);
+            const bool isDone = n == ends.size();
+            ASSERT_EQ(result.end, isDone ? PumpEnd::Done : ends[n]);
+            EXPECT_EQ(target->bytes() == bytes + (isFiltered ? "abc" : ""), isDone);
             EXPECT_EQ(result.code, result.end == PumpEnd::Read ? TestStripe::failureCode : 0u);
             EXPECT_EQ(result.asked, result.end != PumpEnd::Read ? 0u : n < 2 ? 65536u : 150000u - 131072u);
         }

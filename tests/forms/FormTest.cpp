@@ -10,7 +10,7 @@ namespace {
 
 const std::string whole = "<< /FT /Tx /T (first) >>"; // a field that is no fault
 
-TEST(Form, ATreeIsBuiltUpToItsFirstFailure)
+TEST(Form, ATreeIsBuiltUpToItsFirstFailureWhichEachLevelTells)
 {
     const std::string two = "/Fields [ 3 0 R 4 0 R ]";
     const std::string kidFails = "Failed to initialize child field 0h (0) ( -> 4 (0))";
@@ -43,13 +43,8 @@ TEST(Form, ATreeIsBuiltUpToItsFirstFailure)
         EXPECT_EQ(Error::get(), line.empty() ? 0u : 0x51Au);
         EXPECT_EQ(log.lines.empty() ? "" : log.lines.front(), line);
     }
-}
-
-TEST(Form, AFailureIsToldAtEachLevel)
-{
-    const Ref<Document> document = open(formFile("/Fields [ 3 0 R ]", {"<< /Kids [ 4 0 R ] >>", "<< /Kids [ 0 ] >>"}));
-    LogCapture log(formFilter);
-    EXPECT_EQ(document->form()->fieldCount(), 0u);
+    log.take();
+    open(formFile("/Fields [ 3 0 R ]", {"<< /Kids [ 4 0 R ] >>", "<< /Kids [ 0 ] >>"}))->form();
     EXPECT_EQ(log.take(), (Lines{"Child field is not an object reference: 0h (0)",
                               "Failed to initialize child field 0h (0) ( -> 4 (0))",
                               "Failed to initialize child field 0h (0) ( -> 3 (0))",

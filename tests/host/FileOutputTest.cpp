@@ -70,15 +70,11 @@ TEST(FileOutput, theTargetChangesOnlyWithTheCommit)
     EXPECT_FALSE(write(*out, U"more\n") || out->commit());
     EXPECT_EQ(folder.count(), 1);
     EXPECT_EQ(folder.get("target").size(), 256000u);
-}
 
-TEST(FileOutput, aNewFileGetsTheModeOfNewFiles)
-{
-    const TestFolder folder;
-    const mode_t before = ::umask(027);
+    const mode_t mask = ::umask(027);
     ASSERT_TRUE((*FileOutput::create(folder.path("new")))->commit());
-    ::umask(before);
-    EXPECT_EQ(modeOf(folder.path("new")), mode_t(0640));
+    ::umask(mask);
+    EXPECT_EQ(modeOf(folder.path("new")), mode_t(0640)) << "a new file has the mode of new files";
 }
 
 TEST(FileOutput, linksAreFollowedToTheTarget)

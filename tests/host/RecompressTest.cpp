@@ -83,12 +83,8 @@ TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
 {
     const std::string good = compressed("text of a stream");
     const std::string shared = " /Length 6 0 R >>\nstream\n" + good;
-    const struct {
-        const char* rule;
-        std::string file;
-        std::uint32_t code;
-        const char* words;
-    } cases[] = {
+    // Rule, file, and the code and the beginning of the words of the refusal.
+    const std::tuple<const char*, std::string, std::uint32_t, const char*> cases[] = {
         {"corrupt data", PdfText().pages().stream(3, good, flate).stream(4, corrupted(good), flate), ErrStreamConvert,
             "object 4: the data of a stream is damaged"},
         {"an unusable Length",
@@ -98,15 +94,15 @@ TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
             PdfText().pages().object(3, "<< /Filter /FlateDecode" + shared).object(4, "<<" + shared)
             .object(6, std::to_string(good.size())), ErrStreamLength, "object 3 and object 4 share one Length"},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.rule);
-        const Ref<PDF::Document> document = Tests::open(row.file);
+    for (const auto& [rule, file, code, words] : cases) {
+        SCOPED_TRACE(rule);
+        const Ref<PDF::Document> document = Tests::open(file);
         const std::string before = written(document);
         for (int times = 0; times < 2; ++times) {
             const auto refused = Host::recompress(document, toNone, {true});
             ASSERT_FALSE(refused);
-            EXPECT_EQ(refused.refusal().code, row.code);
-            EXPECT_EQ(refused.refusal().words.find(row.words), 0u) << refused.refusal().words;
+            EXPECT_EQ(refused.refusal().code, code);
+            EXPECT_EQ(refused.refusal().words.find(words), 0u) << refused.refusal().words;
             EXPECT_EQ(written(document), before);
             EXPECT_FALSE(document->changed());
         }

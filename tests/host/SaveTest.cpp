@@ -30,12 +30,7 @@ TEST(Save, refusesWhatWouldNotComeBack)
 {
     // What the options still refuse: nothing, the comparison, or what is looked at beforehand.
     enum Refusing { Nobody, Comparing, Beforehand };
-    const struct {
-        const char* rule;
-        std::string file;
-        Refusing refusing;
-        const char* words;
-    } cases[] = {
+    const std::tuple<const char*, std::string, Refusing, const char*> cases[] = {
         {"a plain document", PdfText().pages().object(3, "(text \\( \\033 \\200)"), Nobody, ""},
         {"every line ending", PdfText("\r").pages().stream(3, "data\r"), Nobody, ""},
         {"CR LF before a line feed", PdfText("\r\n").pages().stream(3, "\ndata"), Nobody, ""},
@@ -62,18 +57,18 @@ TEST(Save, refusesWhatWouldNotComeBack)
         {"a hybrid file", PdfText().pages().trailer("/XRefStm 9"), Beforehand, "(XRefStm)"},
         {"an encrypted file", PdfText().pages().trailer("/Encrypt 9 0 R"), Beforehand, "(Encrypt)"},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.rule);
+    for (const auto& [rule, file, refusing, words] : cases) {
+        SCOPED_TRACE(rule);
         const TestFolder folder;
         const std::string target = folder.put("target", "old");
-        const Ref<PDF::Document> document = Tests::open(row.file);
+        const Ref<PDF::Document> document = Tests::open(file);
         ASSERT_TRUE(document);
         const auto saved = save(document, target);
-        EXPECT_EQ(bool(saved), row.refusing == Nobody);
-        EXPECT_TRUE(saved || holds(saved.refusal().words, row.words)) << saved.refusal().words;
-        EXPECT_EQ(folder.get("target") == "old", row.refusing != Nobody);
-        EXPECT_EQ(bool(save(document, target, partial)), row.refusing != Comparing);
-        EXPECT_EQ(bool(save(document, target, unverified)), row.refusing != Beforehand);
+        EXPECT_EQ(bool(saved), refusing == Nobody);
+        EXPECT_TRUE(saved || holds(saved.refusal().words, words)) << saved.refusal().words;
+        EXPECT_EQ(folder.get("target") == "old", refusing != Nobody);
+        EXPECT_EQ(bool(save(document, target, partial)), refusing != Comparing);
+        EXPECT_EQ(bool(save(document, target, unverified)), refusing != Beforehand);
         EXPECT_TRUE(save(document, target, unchecked));
         EXPECT_EQ(folder.count(), 1);
     }

@@ -42,12 +42,8 @@ TEST(StreamBytes, whatCantBeDecodedIsRefusedWithTheCode)
 {
     const std::string longText = "some text that is long enough to be cut somewhere";
     const std::string data = compressed(longText);
-    const struct {
-        const char* rule;
-        std::string data;
-        const char* entries;
-        std::string expected;
-    } cases[] = {
+    // Rule, data, entries of the dictionary, and what comes out.
+    const std::tuple<const char*, std::string, const char*, std::string> cases[] = {
         {"no filter", "plain", "", "plain"},
         {"no data", "", flate, ""},
         {"followed by garbage", data + std::string(200000, 'x'), flate, longText},
@@ -61,10 +57,10 @@ TEST(StreamBytes, whatCantBeDecodedIsRefusedWithTheCode)
         {"a filter by reference", data, "/Filter 2 0 R", refused(ErrBadFilter)},
         {"an unusable Length", "plain", "/Length 99999", refused(ErrBadStreamLength)},
     };
-    for (const auto& row : cases) {
-        const Ref<PDF::Document> document = Tests::open(PdfText().pages().stream(3, row.data, row.entries));
+    for (const auto& [rule, stream, entries, expected] : cases) {
+        const Ref<PDF::Document> document = Tests::open(PdfText().pages().stream(3, stream, entries));
         for (int call = 0; call < 2; ++call)
-            EXPECT_TRUE(decodedText(document) == row.expected) << row.rule;
+            EXPECT_TRUE(decodedText(document) == expected) << rule;
     }
 }
 

@@ -8,14 +8,11 @@
 
 namespace Tests {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t smallStack = 8 << 20; // sanitizers blow frames up
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr std::size_t smallStack = 8 << 20;
-#else
-constexpr std::size_t smallStack = 1 << 20;
+#ifndef __has_feature
+#define __has_feature(feature) 0
 #endif
+#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+constexpr std::size_t smallStack = 8 << 20; // sanitizers blow frames up
 #else
 constexpr std::size_t smallStack = 1 << 20;
 #endif
