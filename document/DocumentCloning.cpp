@@ -114,7 +114,7 @@ public:
 
 private:
     const Ref<Array> _array;
-    std::vector<Ref<Value>> _clones;
+    ArrayObj::Elements _clones;
 };
 
 class DictionaryStep final : public CloningStep {

@@ -204,7 +204,7 @@ const DocumentObj::Merging::Category* DocumentObj::Merging::targetOf(
     if (toAdd.dictionary)
         value = added.dictionary = make<DictionaryObj>();
     else
-        value = added.array = make<ArrayObj>(std::vector<Ref<Value>>());
+        value = added.array = make<ArrayObj>(ArrayObj::Elements());
     if (!target.set(toAdd.name, std::move(value))) {
         const char* kind = toAdd.dictionary ? "dictionary" : "array";
         report.line("Failed to add resource ", kind, " for ", toAdd.name);

@@ -53,15 +53,10 @@ public:
 
 private:
     // Reading
-    bool readHeader(CharReader& lines) noexcept;
-    bool detectLineEnding() noexcept;
-    std::uint64_t findEof() noexcept;
-    std::uint64_t findStartXref(std::uint64_t eof) noexcept;
-    std::uint64_t findTrailer(std::uint64_t after) noexcept;
-    bool readElementAt(std::uint64_t position, std::uint32_t& c) noexcept;
-    bool hasKeywordEndingAt(std::uint64_t last, const char* keyword) noexcept;
-    bool readTrailer(CharReader& lines, ValueParser& parser) noexcept;
-    bool readXref(CharReader& lines) noexcept;
+    bool readHeader(ElementReader& elements) noexcept;
+    bool detectLineEnding(ElementReader& elements) noexcept;
+    bool readTrailer(ElementReader& elements, ValueParser& parser) noexcept;
+    bool readXref(ElementReader& elements) noexcept;
     bool readXrefEntry(std::u32string_view line) noexcept;
     bool readObjects(ValueParser& parser) noexcept;
 

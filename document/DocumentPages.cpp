@@ -29,7 +29,7 @@ bool prependContents(
     if (!page)
         return refuse(ErrNullArgument);
     previous = page->find(Keys::contents);
-    std::vector<Ref<Value>> contents(streams.begin(), streams.end());
+    ArrayObj::Elements contents(streams.begin(), streams.end());
     if (previous && previous->type() == Value::Type::ObjectRef) {
         contents.push_back(previous);
     } else if (previous && previous->type() == Value::Type::Array) {

@@ -16,109 +16,56 @@
 
 namespace Libraries::Files::PDF {
 
-bool DocumentObj::load() noexcept
-{
-    const Ref<CharReader> lines = CharReader::create(_stripe, 0);
-    if (!lines)
-        return refuse(ErrNoResource);
-    ValueParser parser(*_stripe, *lines);
-    if (!readHeader(*lines) || !readTrailer(*lines, parser))
-        return false;
-    if (!readXref(*lines))
-        return refuse(ErrBadXref);
-    return readObjects(parser);
-}
+namespace {
 
-// Deliberately without a search: a file with anything before its header is refused.
-bool DocumentObj::readHeader(CharReader& lines) noexcept
+// The next line; null when there is none, or none can be had.
+Ref<::String> readLine(ElementReader& elements)
 {
-    const Ref<::String> line = lines.readLine();
-    if (!line || line->isEmpty())
-        return refuse(ErrNoHeaderLine);
-    const std::size_t start = std::strlen(Syntax::headerStart);
-    if (!line->substring(0, start)->equals(Syntax::headerStart))
-        return refuse(ErrBadHeader);
-    const std::size_t point = line->find('.', start);
-    if (point == line->length())
-        return refuse(ErrBadHeader);
-    _version = versionFromStrings(line->substring(start, point - start), line->substring(point + 1));
-    if (_version == 0)
-        return refuse(ErrBadHeader);
-    if (_stripe->seek(line->length()) != line->length())
-        return refuse(ErrBadLineEnding);
-    return detectLineEnding();
-}
-
-// Starts behind the header line, ends behind its ending.
-bool DocumentObj::detectLineEnding() noexcept
-{
-    std::uint32_t c = 0;
-    if (!readElement(*_stripe, c))
-        return refuse(ErrBadLineEnding);
-    if (!Syntax::isLineEnd(c))
-        return report.fail(ErrBadLineEnding, "Unexpected line ending character: ", c);
-    _lineEnding = ::String::create(c);
-    if (c == Syntax::lineFeed)
-        return true;
-    if (!readElement(*_stripe, c))
-        return refuse(ErrBadLineEnding);
-    if (c == Syntax::lineFeed) {
-        _lineEnding = _lineEnding->append(c);
-        return true;
-    }
-    const std::uint64_t back = _stripe->tell() - 1;
-    return _stripe->seek(back) == back || refuse(ErrBadLineEnding);
-}
-
-bool DocumentObj::readElementAt(std::uint64_t position, std::uint32_t& c) noexcept
-{
-    return _stripe->seek(position) == position && readElement(*_stripe, c);
+    std::u32string line;
+    return elements.readLine(line) ? ::String::create(line) : nullptr;
 }
 
 // Whether the last character of the keyword stands at `last`, and the others before it.
-bool DocumentObj::hasKeywordEndingAt(std::uint64_t last, const char* keyword) noexcept
+bool hasKeywordEndingAt(ElementReader& elements, std::uint64_t last, const char* keyword)
 {
     std::uint32_t text[16];
     const std::size_t length = std::strlen(keyword);
-    const std::uint64_t start = last + 1 - length;
-    BufferDesc area = BufferDesc::plain(text);
-    if (last + 1 < length || _stripe->seek(start) != start || _stripe->read(area, length, waitForever) != length)
-        return false;
-    return std::equal(text, text + length, keyword);
+    return last + 1 >= length && elements.seek(last + 1 - length) && elements.read(text, length)
+        && std::equal(text, text + length, keyword);
 }
 
 // The place of the end marker, 0 when it is not there. Only line ends may follow it.
-std::uint64_t DocumentObj::findEof() noexcept
+std::uint64_t findEof(ElementReader& elements)
 {
-    std::uint64_t position = _stripe->size();
+    std::uint64_t position = elements.size();
     const std::size_t length = std::strlen(Syntax::endMarker);
     if (position < length)
         return 0;
     std::uint32_t c = Syntax::lineFeed;
     while (position > 0 && Syntax::isLineEnd(c))
-        if (!readElementAt(--position, c))
+        if (!elements.seek(--position) || !elements.next(c))
             return 0;
-    return hasKeywordEndingAt(position, Syntax::endMarker) ? position + 1 - length : 0;
+    return hasKeywordEndingAt(elements, position, Syntax::endMarker) ? position + 1 - length : 0;
 }
 
 // The place behind the keyword, 0 when it is not there. Between it and the end marker stand line ends
 // and digits, and nothing else.
-std::uint64_t DocumentObj::findStartXref(std::uint64_t eof) noexcept
+std::uint64_t findStartXref(ElementReader& elements, std::uint64_t eof)
 {
     if (eof < std::strlen(Syntax::startXrefKeyword))
         return 0;
     std::uint64_t position = eof;
     std::uint32_t c = Syntax::lineFeed;
     while (position > 0 && (Syntax::isLineEnd(c) || (c >= '0' && c <= '9')))
-        if (!readElementAt(--position, c))
+        if (!elements.seek(--position) || !elements.next(c))
             return 0;
-    return hasKeywordEndingAt(position, Syntax::startXrefKeyword) ? position + 1 : 0;
+    return hasKeywordEndingAt(elements, position, Syntax::startXrefKeyword) ? position + 1 : 0;
 }
 
 // The place behind the keyword, 0 when it is not there. The walk passes over the trailer dictionary by
 // counting its brackets, and then over line ends. Deliberate: pairs of brackets overlap, so a dictionary
 // that ends in ">>>>" is never passed.
-std::uint64_t DocumentObj::findTrailer(std::uint64_t after) noexcept
+std::uint64_t findTrailer(ElementReader& elements, std::uint64_t after)
 {
     if (after < std::strlen(Syntax::trailerKeyword))
         return 0;
@@ -134,56 +81,107 @@ std::uint64_t DocumentObj::findTrailer(std::uint64_t after) noexcept
             --depth;
         }
         previous = c;
-        if (!readElementAt(--position, c))
+        if (!elements.seek(--position) || !elements.next(c))
             return 0;
         if (isEndSeen && depth == 0 && !Syntax::isLineEnd(c))
             break;
     }
-    return hasKeywordEndingAt(position, Syntax::trailerKeyword) ? position + 1 : 0;
+    return hasKeywordEndingAt(elements, position, Syntax::trailerKeyword) ? position + 1 : 0;
 }
 
-bool DocumentObj::readTrailer(CharReader& lines, ValueParser& parser) noexcept
+} // namespace
+
+bool DocumentObj::load() noexcept
 {
-    _eofOffset = findEof();
+    ElementReader elements(*_stripe);
+    ValueParser parser(elements);
+    if (!readHeader(elements) || !readTrailer(elements, parser))
+        return false;
+    if (!readXref(elements))
+        return refuse(ErrBadXref);
+    return readObjects(parser);
+}
+
+// Deliberately without a search: a file with anything before its header is refused.
+bool DocumentObj::readHeader(ElementReader& elements) noexcept
+{
+    const Ref<::String> line = readLine(elements);
+    if (!line || line->isEmpty())
+        return refuse(ErrNoHeaderLine);
+    const std::size_t start = std::strlen(Syntax::headerStart);
+    if (!line->substring(0, start)->equals(Syntax::headerStart))
+        return refuse(ErrBadHeader);
+    const std::size_t point = line->find('.', start);
+    if (point == line->length())
+        return refuse(ErrBadHeader);
+    _version = versionFromStrings(line->substring(start, point - start), line->substring(point + 1));
+    if (_version == 0)
+        return refuse(ErrBadHeader);
+    return elements.seek(line->length()) ? detectLineEnding(elements) : refuse(ErrBadLineEnding);
+}
+
+// Starts behind the header line, ends behind its ending.
+bool DocumentObj::detectLineEnding(ElementReader& elements) noexcept
+{
+    std::uint32_t c = 0;
+    if (!elements.next(c))
+        return refuse(ErrBadLineEnding);
+    if (!Syntax::isLineEnd(c))
+        return report.fail(ErrBadLineEnding, "Unexpected line ending character: ", c);
+    _lineEnding = ::String::create(c);
+    if (c == Syntax::lineFeed)
+        return true;
+    if (!elements.next(c))
+        return refuse(ErrBadLineEnding);
+    if (c == Syntax::lineFeed) {
+        _lineEnding = _lineEnding->append(c);
+        return true;
+    }
+    return elements.seek(elements.tell() - 1) || refuse(ErrBadLineEnding);
+}
+
+bool DocumentObj::readTrailer(ElementReader& elements, ValueParser& parser) noexcept
+{
+    _eofOffset = findEof(elements);
     if (_eofOffset == 0)
         return refuse(ErrNoEofMarker);
-    const std::uint64_t behindStartXref = findStartXref(_eofOffset);
+    const std::uint64_t behindStartXref = findStartXref(elements, _eofOffset);
     if (behindStartXref == 0)
         return refuse(ErrNoStartXref);
-    const std::uint64_t behindTrailer = findTrailer(behindStartXref);
+    const std::uint64_t behindTrailer = findTrailer(elements, behindStartXref);
     if (behindTrailer == 0)
         return refuse(ErrNoTrailerKeyword);
-    if (_stripe->seek(behindStartXref) != behindStartXref)
+    if (!elements.seek(behindStartXref))
         return refuse(ErrBadTrailer);
-    const Ref<::String> rest = StringUtil::trim(lines.readLine());
+    const Ref<::String> rest = StringUtil::trim(readLine(elements));
     if (!rest || !rest->isEmpty())
         return refuse(ErrBadTrailer);
     unsigned long long startXref = 0;
-    if (!StrConv::num(StringUtil::trim(lines.readLine()), &startXref, nullptr))
+    if (!StrConv::num(StringUtil::trim(readLine(elements)), &startXref, nullptr))
         return refuse(ErrBadTrailer);
     _startXref = startXref;
-    if (_stripe->seek(behindTrailer) != behindTrailer)
+    if (!elements.seek(behindTrailer))
         return refuse(ErrBadTrailer);
     _trailer = parser.readDictionary();
     return _trailer || refuse(ErrBadTrailer);
 }
 
 // Deliberately one subsection: objects of a second one don't exist. What follows the lines isn't looked at.
-bool DocumentObj::readXref(CharReader& lines) noexcept
+bool DocumentObj::readXref(ElementReader& elements) noexcept
 {
-    if (_stripe->seek(_startXref) != _startXref)
+    if (!elements.seek(_startXref))
         return false;
-    const Ref<::String> keyword = StringUtil::trim(lines.readLine());
+    const Ref<::String> keyword = StringUtil::trim(readLine(elements));
     if (!keyword || !keyword->equals(Syntax::xrefKeyword))
         return false;
-    const Ref<TVector<Ref<::String>>> header = StringUtil::split(lines.readLine(), ' ', 0);
+    const Ref<TVector<Ref<::String>>> header = StringUtil::split(readLine(elements), ' ', 0);
     unsigned long long count = 0;
     if (!header || header->size() != 2 || !StrConv::num(header->get(0), &_firstObjectId, nullptr)
         || !StrConv::num(header->get(1), &count, nullptr))
         return false;
     std::u32string line;
     for (unsigned long long i = 0; i < count; ++i)
-        if (!lines.readLine(line) || !readXrefEntry(line))
+        if (!elements.readLine(line) || !readXrefEntry(line))
             return report.line("XRef entry ", i, " is invalid: ", ::String::create(line));
     return true;
 }

@@ -170,31 +170,20 @@ private:
 
 } // namespace
 
-ValueParser::ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept : _stripe(stripe), _lines(lines) {}
+ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements) {}
 
 ValueParser::~ValueParser() noexcept = default;
-
-bool ValueParser::next(std::uint32_t& c) noexcept
-{
-    return readElement(_stripe, c);
-}
 
 bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
 {
     std::uint32_t found = 0;
-    return _stripe.seek(position) == position && next(found) && found == c;
-}
-
-bool ValueParser::giveBack(std::uint64_t count) noexcept
-{
-    const std::uint64_t position = here() - count;
-    return _stripe.seek(position) == position;
+    return _elements.seek(position) && next(found) && found == c;
 }
 
 // Seeks to `offset`, and leaves the stripe behind what the value took.
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
-    if (_taken / mostReadings > _stripe.size())
+    if (_taken / mostReadings > _elements.size())
         return report.line("Objects overlap too often; offset: ", offset);
     if (!readHeader(id, generation, offset))
         return nullptr;
@@ -209,10 +198,10 @@ Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, 
 // value no more is read than the value's first piece: a whole file may stand on one line.
 bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
-    if (_stripe.seek(offset) != offset)
+    if (!_elements.seek(offset))
         return false;
     std::u32string_view pieces[4];
-    if (!_lines.readPieces(_line, std::size(pieces)))
+    if (!_elements.readPieces(_line, std::size(pieces)))
         return false;
     const std::size_t count = StringUtil::split(_line, U' ', pieces);
     if (count < 3 || pieces[2] != Syntax::objectKeyword)
@@ -232,8 +221,7 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
         return true;
     // Deliberate: the piece is looked for from the start of the line, so one that also stands in the
     // header is found there.
-    const std::uint64_t valueOffset = offset + _line.find(pieces[3]);
-    return _stripe.seek(valueOffset) == valueOffset;
+    return _elements.seek(offset + _line.find(pieces[3]));
 }
 
 // Starts behind the object header. A word leaves the stripe behind the white space that ended it.
@@ -320,7 +308,7 @@ Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t 
     const std::size_t count = _values.size() - first;
     if (count % 2 != 0)
         return report.line("Uneven number of values in dictionary: ", count, "; offset: ", position);
-    std::vector<DictionaryObj::Entry> entries;
+    DictionaryObj::Entries entries;
     entries.reserve(count / 2);
     for (std::size_t i = first; i < _values.size(); i += 2) {
         if (_values[i]->type() != Value::Type::Name)
@@ -339,7 +327,7 @@ Ref<ValueObj> ValueParser::readArray() noexcept
     if (nesting.isTooDeep(here()) || !readValueList(ListEnd::Array))
         return nullptr;
     const auto begin = _values.begin() + static_cast<std::ptrdiff_t>(first);
-    std::vector<Ref<Value>> elements(std::make_move_iterator(begin), std::make_move_iterator(_values.end()));
+    ArrayObj::Elements elements(std::make_move_iterator(begin), std::make_move_iterator(_values.end()));
     _values.resize(first);
     return make<ArrayObj>(std::move(elements));
 }
@@ -526,7 +514,7 @@ Ref<ValueObj> ValueParser::readName() noexcept
         _text += char32_t(c);
         hash = hash * 31 + c;
     }
-    const bool isFailure = !isRead && here() < _stripe.size();
+    const bool isFailure = !isRead && here() < _elements.size();
     if (isFailure || !giveBack(1) || _text.empty())
         return nullptr;
     // The same few names come again and again, and names don't change: one object serves them all.

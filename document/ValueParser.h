@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/CharReader.h>
+#include <platform/ElementReader.h>
 #include <values/ObjectObj.h>
 #include <values/ValueObj.h>
 
@@ -15,18 +15,18 @@ class Dictionary;
 class DictionaryObj;
 class NameObj;
 
-// Reads indirect objects and the values in them from a stripe, one element at a time. Every reading
-// starts at the stripe's present place and leaves it behind what it consumed. A failure is null or
+// Reads indirect objects and the values in them, one element at a time. Every reading starts at the
+// elements' present place and leaves it behind what it consumed. A failure is null or
 // false with a line at each level; the codes are the caller's. The grammar stands in the source.
 class ValueParser {
 public:
-    // Both must outlive the parser; `lines` reads the stripe.
-    ValueParser(Interfaces::Stripe& stripe, CharReader& lines) noexcept;
+    // `elements` must outlive the parser.
+    explicit ValueParser(ElementReader& elements) noexcept;
     ~ValueParser() noexcept;
 
     // The object at `offset`, whose header must show this id and generation. Objects that lie inside each
     // other are read as often as the table names them; once the objects have taken more than 16 times
-    // the elements of the stripe, it is null, with a line.
+    // the elements of the file, it is null, with a line.
     Ref<Object> readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     // The dictionary that follows, wherever its "<<" stands.
     Ref<DictionaryObj> readDictionary() noexcept;
@@ -41,11 +41,11 @@ private:
         std::size_t firstOfWord;
     };
 
-    // The stripe: the next element, giving some back, the present place.
-    bool next(std::uint32_t& c) noexcept;
-    bool giveBack(std::uint64_t count) noexcept;
+    // The next element, giving some back, the present place.
+    bool next(std::uint32_t& c) noexcept { return _elements.next(c); }
+    bool giveBack(std::uint64_t count) noexcept { return _elements.seek(here() - count); }
     bool isAt(std::uint64_t position, std::uint32_t c) noexcept;
-    std::uint64_t here() const noexcept { return _stripe.tell(); }
+    std::uint64_t here() const noexcept { return _elements.tell(); }
 
     bool readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     Ref<Value> readTopWord(const std::u32string& word) noexcept;
@@ -63,8 +63,7 @@ private:
     Ref<ValueObj> readLiteralString() noexcept;
     Ref<ValueObj> readHexString(std::uint32_t firstDigit) noexcept;
 
-    Interfaces::Stripe& _stripe;
-    CharReader& _lines;
+    ElementReader& _elements;
     std::vector<Ref<ValueObj>> _values; // of the lists that are being read, the outermost first
     std::u32string _words;              // the pending words of these lists
     std::array<Ref<NameObj>, 1024> _names;

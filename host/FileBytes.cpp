@@ -68,7 +68,7 @@ Result<FileBytes> FileBytes::adopt(Descriptor file) noexcept
     return FileBytes(std::move(file), opened);
 }
 
-bool FileBytes::load(std::uint64_t position, Window& window) noexcept
+bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
 {
     window = {_block.get(), position - position % blockSize, 0};
     const std::uint64_t wanted = std::min(blockSize, size() - window.start);

@@ -22,7 +22,7 @@ public:
     std::uint64_t size() const noexcept { return static_cast<std::uint64_t>(_opened.st_size); }
     // Puts the window over the block that holds `position`, which must be below the size. False with
     // `ErrNoResource`, and an empty window, when the system can't read it or the file ends before.
-    bool load(std::uint64_t position, Window& window) noexcept;
+    bool load(std::uint64_t position, ByteRun& window) noexcept;
     // Whether the file is as it was opened.
     bool isUnchanged() const noexcept;
     // What was wrong with the first read that failed; empty when none has.

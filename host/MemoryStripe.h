@@ -12,7 +12,7 @@ public:
     explicit MemoryBytes(std::vector<std::uint8_t> bytes) noexcept : _bytes(std::move(bytes)) {}
 
     std::uint64_t size() const noexcept { return _bytes.size(); }
-    bool load(std::uint64_t, Window& window) noexcept
+    bool load(std::uint64_t, ByteRun& window) noexcept
     {
         window = {_bytes.data(), 0, _bytes.size()};
         return true;

@@ -8,18 +8,11 @@
 
 namespace Host {
 
-// A run of bytes in memory that stands for a part of a larger whole.
-struct Window {
-    const std::uint8_t* bytes = nullptr;
-    std::uint64_t start = 0; // in the whole
-    std::uint64_t length = 0;
-};
-
 // A stripe to be read over `Bytes`, which has a `size()` and a `load(position, window)` that puts the
 // window where the position is, or sets a code and answers false. Elements of one byte are the bytes
 // as they are, those of four their Windows-1252 code points. It belongs to one thread at a time.
 template <class Bytes, class Element>
-class StripeOver : public ::Object, public virtual Interfaces::Stripe {
+class StripeOver : public ::Object, public virtual Interfaces::Stripe, public virtual Interfaces::ShownBytes {
 public:
     explicit StripeOver(Bytes bytes) noexcept : _bytes(std::move(bytes)) {}
 
@@ -48,6 +41,9 @@ public:
     }
     std::uint64_t tell() const noexcept final { return _position; }
 
+    // Interfaces::ShownBytes
+    ByteRun bytesAround(std::uint64_t position) noexcept final { return fillWindow(position) ? _window : ByteRun(); }
+
 protected:
     ~StripeOver() noexcept override = default;
     const Bytes& bytes() const noexcept { return _bytes; }
@@ -72,7 +68,7 @@ private:
             return 0;
         }
         std::uint64_t done = 0;
-        while (done < count && fillWindow()) {
+        while (done < count && fillWindow(_position)) {
             const std::uint64_t inWindow = _position - _window.start;
             const std::uint64_t available = std::min(count - done, _window.length - inWindow);
             for (std::uint64_t i = 0; i < available; ++i)
@@ -84,18 +80,18 @@ private:
     }
 
     // Brings the byte at the position into the window.
-    bool fillWindow() noexcept
+    bool fillWindow(std::uint64_t position) noexcept
     {
-        if (_position - _window.start < _window.length)
+        if (position - _window.start < _window.length)
             return true;
-        if (_position < _bytes.size())
-            return _bytes.load(_position, _window);
+        if (position < _bytes.size())
+            return _bytes.load(position, _window);
         Error::set(ErrOutOfRange);
         return false;
     }
 
     Bytes _bytes;
-    Window _window; // never reaches beyond the size
+    ByteRun _window; // never reaches beyond the size
     std::uint64_t _position = 0;
 };
 

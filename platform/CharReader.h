@@ -3,8 +3,6 @@
 #include <platform/Stripe.h>
 #include <platform/String.h>
 
-#include <string>
-
 // Reads the lines of a stripe of 4-byte elements, one element per character.
 class EXPORTED CharReader final : public Object {
 public:
@@ -19,16 +17,7 @@ public:
     // it. At the end of the input the last line, if it has a character, else null. A read that fails
     // before the end gives null.
     Ref<String> readLine() noexcept;
-    // The same into a buffer of the caller; false where the other form gives null.
-    bool readLine(std::u32string& line) noexcept { return readPieces(line, String::all); }
-    // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
-    // which then stays out and is passed.
-    bool readPieces(std::u32string& line, std::size_t count) noexcept;
 
 private:
-    enum class Got { Character, End, Failure };
-    Got next(std::uint32_t& c) noexcept;
-    bool passLineFeed() noexcept;
-
     Ref<Interfaces::Stripe> _stripe;
 };

@@ -20,6 +20,11 @@ void* Heap::alloc(std::size_t size, Kind, const void*) noexcept
     return demand(std::malloc(size ? size : 1), size);
 }
 
+void* Heap::allocAligned(std::size_t size, std::size_t alignment, const void*) noexcept
+{
+    return demand(std::aligned_alloc(alignment, size), size);
+}
+
 void* Heap::resize(void* block, std::size_t size, Kind, const void*) noexcept
 {
     return demand(std::realloc(block, size ? size : 1), size);

@@ -14,6 +14,8 @@ public:
     // A block of `size` bytes, aligned for every scalar type. A size of 0 gives a block too, which
     // holds nothing. `caller` is the return address, for the diagnostics of a heap that has some.
     static void* alloc(std::size_t size, Kind kind, const void* caller) noexcept;
+    // A block that begins at a multiple of `alignment`, a power of two; it is freed as an array.
+    static void* allocAligned(std::size_t size, std::size_t alignment, const void* caller) noexcept;
     // The block with a new size; what fits of its contents is kept, and the old address is gone.
     static void* resize(void* block, std::size_t size, Kind kind, const void* caller) noexcept;
     // Releases a block; null is let pass.

@@ -1,6 +1,6 @@
 #include <platform/Object.h>
 
-#include <platform/Heap.h>
+#include <platform/Pool.h>
 #include <platform/String.h>
 
 #include <typeinfo>
@@ -34,12 +34,12 @@ void GcProxy::detach() noexcept
 
 void* Object::operator new(std::size_t size) noexcept
 {
-    return Heap::alloc(size, Heap::SingleObject, __builtin_return_address(0));
+    return Pool::alloc(size);
 }
 
 void Object::operator delete(void* memory, std::size_t size) noexcept
 {
-    Heap::free(memory, Heap::SingleObject, __builtin_return_address(0), size);
+    Pool::free(memory, size);
 }
 
 GcProxy* Object::gcproxy() noexcept
@@ -60,6 +60,12 @@ bool Object::incRefIfAlive() noexcept
     while (count && !_count.compare_exchange_weak(count, count + 1, std::memory_order_acq_rel)) {
     }
     return count != 0;
+}
+
+void Object::dropCount() noexcept
+{
+    if (_count.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        destroy();
 }
 
 void Object::destroy() noexcept

@@ -46,8 +46,11 @@ public:
     void incRef() noexcept override { _count.fetch_add(1, std::memory_order_relaxed); }
     void decRef() noexcept override
     {
-        if (_count.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            destroy();
+        // The last holder of an object without weak references has it alone: nobody can count it up.
+        if (_count.load(std::memory_order_acquire) == 1 && !_proxy.load(std::memory_order_acquire))
+            delete this;
+        else
+            dropCount();
     }
     void lockRef() noexcept override { incRef(); }
     void unlockRef() noexcept override { _count.fetch_sub(1, std::memory_order_acq_rel); }
@@ -63,6 +66,7 @@ protected:
 
 private:
     friend class GcProxy;
+    void dropCount() noexcept;
     void destroy() noexcept;
     bool incRefIfAlive() noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <platform/Heap.h>
 #include <platform/Mem.h>
+#include <platform/Pool.h>
 
 #include <algorithm>
 #include <cstring>
@@ -19,27 +20,33 @@ bool isLowSurrogate(unsigned int unit)
     return unit >= 0xDC00 && unit < 0xE000;
 }
 
+std::size_t textBytes(std::size_t length, bool wide)
+{
+    return wide ? length * sizeof(unsigned int) : length;
+}
+
 } // namespace
 
 void* String::operator new(std::size_t size, TextBytes text) noexcept
 {
-    return Heap::alloc(size + text.count, Heap::SingleObject, __builtin_return_address(0));
+    return Pool::alloc(size + text.count);
 }
 
-void String::operator delete(void* memory, TextBytes) noexcept
+void String::operator delete(void* memory, TextBytes text) noexcept
 {
-    operator delete(memory);
+    Pool::free(memory, sizeof(String) + text.count);
 }
 
-void String::operator delete(void* memory) noexcept
+void String::operator delete(String* string, std::destroying_delete_t) noexcept
 {
-    Heap::free(memory, Heap::SingleObject, __builtin_return_address(0));
+    const std::size_t size = sizeof(String) + textBytes(string->_length, string->_wide);
+    string->~String();
+    Pool::free(string, size);
 }
 
 Ref<String> String::allocate(std::size_t length, bool wide) noexcept
 {
-    const std::size_t bytes = wide ? length * sizeof(unsigned int) : length;
-    return Ref<String>(new (TextBytes{bytes}) String(length, wide));
+    return Ref<String>(new (TextBytes{textBytes(length, wide)}) String(length, wide));
 }
 
 template <class Unit>

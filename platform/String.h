@@ -2,6 +2,7 @@
 
 #include <platform/Object.h>
 
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -67,10 +68,10 @@ public:
             visit(at(i));
     }
 
-    static void operator delete(void* memory) noexcept;
+    static void operator delete(String* string, std::destroying_delete_t) noexcept;
 
 private:
-    String(std::size_t length, bool wide) noexcept : _length(length), _wide(wide) {}
+    String(std::size_t length, bool wide) noexcept : _wide(wide), _length(length) {}
     struct TextBytes {
         std::size_t count;
     };
@@ -87,6 +88,6 @@ private:
     unsigned int at(std::size_t index) const noexcept { return _wide ? wide()[index] : narrow()[index]; }
     void copyTo(String& target, std::size_t targetIndex, std::size_t start, std::size_t count) const noexcept;
 
+    const bool _wide; // first, where the count leaves room
     const std::size_t _length;
-    const bool _wide;
 };

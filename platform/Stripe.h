@@ -42,6 +42,13 @@ struct BufferDesc {
     }
 };
 
+// A run of bytes in memory that stands for a part of a larger whole.
+struct ByteRun {
+    const std::uint8_t* bytes = nullptr;
+    std::uint64_t start = 0; // in the whole
+    std::uint64_t length = 0;
+};
+
 // The timeout that waits without limit, the only one that the library passes.
 constexpr std::uint32_t waitForever = ~std::uint32_t(0);
 
@@ -87,6 +94,15 @@ public:
     // Returns the position reached; one other than that asked for is a failure.
     virtual std::uint64_t seek(std::uint64_t position) noexcept = 0;
     virtual std::uint64_t tell() const noexcept = 0;
+};
+
+// What a stripe may offer beside, so that opening a file needs no call for each of its characters: the bytes
+// of the file where they lie. An element of 4 bytes is the Windows-1252 code point of its byte.
+class EXPORTED ShownBytes : public virtual RefCount {
+public:
+    // Some bytes, that at `position` among them; they stay until the stripe is used again. None, with the
+    // code that `read` leaves there, at the end and where they can't be had.
+    virtual ByteRun bytesAround(std::uint64_t position) noexcept = 0;
 };
 
 } // namespace Interfaces

@@ -13,7 +13,7 @@ const Reporter report("PDF");
 
 Ref<Array> Array::create(const std::vector<Ref<Value>>& elements) noexcept
 {
-    return make<ArrayObj>(elements);
+    return make<ArrayObj>(ArrayObj::Elements(elements.begin(), elements.end()));
 }
 
 template <class Kind>

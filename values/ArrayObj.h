@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/Pool.h>
 #include <values/Array.h>
 #include <values/ValueObj.h>
 
@@ -7,7 +8,9 @@ namespace Libraries::Files::PDF {
 
 class ArrayObj final : public ValueObj, public virtual Array {
 public:
-    explicit ArrayObj(std::vector<Ref<Value>> elements) noexcept : ValueObj(kind), _elements(std::move(elements)) {}
+    using Elements = std::vector<Ref<Value>, PoolAllocator<Ref<Value>>>;
+
+    explicit ArrayObj(Elements elements) noexcept : ValueObj(kind), _elements(std::move(elements)) {}
 
     // Array
     std::uint64_t size() const noexcept override { return _elements.size(); }
@@ -15,7 +18,7 @@ public:
     bool append(Ref<Value> value) noexcept override;
 
 private:
-    std::vector<Ref<Value>> _elements;
+    Elements _elements;
 };
 
 } // namespace Libraries::Files::PDF

@@ -25,6 +25,16 @@ bool isBefore(const DictionaryObj::Entry& a, const DictionaryObj::Entry& b)
     return a.key->compare(*b.key) < 0;
 }
 
+// Equal keys keep their order. Most dictionaries are small, and sorted with no memory beside.
+void sortByKey(DictionaryObj::Entries& entries)
+{
+    constexpr std::size_t small = 16;
+    if (entries.size() > small)
+        return std::stable_sort(entries.begin(), entries.end(), isBefore);
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+        std::rotate(std::upper_bound(entries.begin(), entry, *entry, isBefore), entry, entry + 1);
+}
+
 } // namespace
 
 template <class Kind>
@@ -106,10 +116,12 @@ bool Dictionary::equal(Ref<Value> other) const noexcept
     return true;
 }
 
-DictionaryObj::DictionaryObj(std::vector<Entry> entries) noexcept : ValueObj(kind), _entries(std::move(entries))
+DictionaryObj::DictionaryObj(Entries entries) noexcept : ValueObj(kind), _entries(std::move(entries))
 {
-    if (!std::is_sorted(_entries.begin(), _entries.end(), isBefore))
-        std::stable_sort(_entries.begin(), _entries.end(), isBefore);
+    const auto isNotBefore = [](const Entry& a, const Entry& b) { return !isBefore(a, b); };
+    if (std::adjacent_find(_entries.begin(), _entries.end(), isNotBefore) == _entries.end())
+        return;
+    sortByKey(_entries);
     // Of a run of equal keys the last one stays: walked from the back, it comes first.
     const auto isSame = [](const Entry& a, const Entry& b) { return a.key->compare(*b.key) == 0; };
     const auto firstKept = std::unique(_entries.rbegin(), _entries.rend(), isSame).base();

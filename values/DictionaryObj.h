@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/Pool.h>
 #include <values/Dictionary.h>
 #include <values/ValueObj.h>
 
@@ -13,11 +14,12 @@ public:
         Ref<::String> key;
         Ref<Value> value;
     };
+    using Entries = std::vector<Entry, PoolAllocator<Entry>>;
 
     DictionaryObj() noexcept : ValueObj(kind) {}
     // A dictionary fresh from a file, which counts as unchanged. The entries come in the order of the
     // file, with keys and values that aren't null; of those with the same key the last one stays.
-    explicit DictionaryObj(std::vector<Entry> entries) noexcept;
+    explicit DictionaryObj(Entries entries) noexcept;
 
     // Dictionary
     Ref<TVector<Ref<::String>>> keys() const noexcept override;
@@ -26,7 +28,7 @@ public:
     bool changed() const noexcept override;
 
     // All entries, ascending by key.
-    const std::vector<Entry>& entries() const noexcept { return _entries; }
+    const Entries& entries() const noexcept { return _entries; }
     // Clears the flag of this dictionary; changes of the values in it still count.
     void resetChanged() noexcept { _changed = false; }
 
@@ -35,7 +37,7 @@ private:
     std::size_t place(const ::String& key) const noexcept;
     bool isAt(std::size_t index, const ::String& key) const noexcept;
 
-    std::vector<Entry> _entries; // ascending by key, no key twice
+    Entries _entries; // ascending by key, no key twice
     bool _changed = false;
 };
 

@@ -12,12 +12,16 @@ namespace {
 constexpr const char* refused = "(refused)";
 
 // What the parser makes of the text of an object's value, in the words of logs.
+std::string parsedFrom(const Ref<TestStripe>& stripe)
+{
+    ElementReader elements(*stripe);
+    const Ref<PDF::Value> result = PDF::ValueParser(elements).readValue();
+    return result ? plain(result->asText()) : refused;
+}
+
 std::string parsed(const std::string& value, Fault fault = {})
 {
-    const Ref<TestStripe> stripe = make<TestStripe>(value, fault);
-    const Ref<CharReader> lines = CharReader::create(stripe, 0);
-    const Ref<PDF::Value> result = PDF::ValueParser(*stripe, *lines).readValue();
-    return result ? plain(result->asText()) : refused;
+    return parsedFrom(make<TestStripe>(value, fault));
 }
 
 struct Case {
@@ -28,8 +32,10 @@ struct Case {
 
 void check(std::initializer_list<Case> cases)
 {
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(parsed(c.value), c.text) << c.rule << ": " << c.value;
+        EXPECT_EQ(parsedFrom(make<ShowingStripe>(c.value)), c.text) << c.rule << ", from the bytes: " << c.value;
+    }
 }
 
 } // namespace
@@ -144,9 +150,8 @@ TEST(ValueParser, stringsAreLiteralOrHexadecimal)
 TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
 {
     const Ref<TestStripe> stripe = make<TestStripe>("/Name");
-    const Ref<CharReader> lines = CharReader::create(stripe, 0);
-    PDF::ValueParser parser(*stripe, *lines);
-    EXPECT_EQ(plain(parser.readValue()->asText()), "Name");
+    ElementReader elements(*stripe);
+    EXPECT_EQ(plain(PDF::ValueParser(elements).readValue()->asText()), "Name");
     EXPECT_EQ(stripe->position, 4u);
     EXPECT_EQ(parsed("/Name ", Fault{.read = 3}), refused) << "a failing read is no end";
     EXPECT_EQ(parsed("/Name ", Fault{.seek = 0}), refused);

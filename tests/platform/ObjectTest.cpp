@@ -17,22 +17,6 @@ private:
     int& _alive;
 };
 
-// Hands a reference of itself out while it is built, as a parent does to its children.
-class SelfHanding final : public Object {
-public:
-    explicit SelfHanding(int& alive) : _alive(alive)
-    {
-        lockRef();
-        ++_alive;
-        Ref<Object>(this);
-        unlockRef();
-    }
-    ~SelfHanding() noexcept override { --_alive; }
-
-private:
-    int& _alive;
-};
-
 } // namespace
 
 TEST(Object, livesAsLongAsSomebodyHoldsIt)
@@ -45,9 +29,6 @@ TEST(Object, livesAsLongAsSomebodyHoldsIt)
     EXPECT_TRUE(alive == 1 && weak.lock() == second);
     second = std::move(first);
     EXPECT_TRUE(alive == 0 && !weak.lock());
-    const Ref<SelfHanding> self = make<SelfHanding>(alive);
-    EXPECT_EQ(alive, 1);
-    EXPECT_EQ(self->counterRef(), 1u);
 }
 
 TEST(Object, weakReferencesRaceWithTheLastStrongOne)
@@ -73,7 +54,6 @@ TEST(Windows1252, everyByteSurvivesAndOtherCharactersAreMarked)
     const Libraries::Strings::Encodings::ANSI::Windows_1252 encoding(true);
     for (unsigned byte = 0; byte < 256; ++byte)
         EXPECT_EQ(encoding.byte(encoding.codePoint(std::uint8_t(byte))), byte);
-    EXPECT_TRUE(encoding.codePoint(0x80) == 0x20AC && encoding.codePoint(0x9F) == 0x178);
     EXPECT_EQ(encoding.codePoint(0x81), 0x81u) << "undefined bytes stand for their own number";
     EXPECT_EQ(encoding.byte(0x80), 0x80u) << "below 256 a character without a byte gives its low 8 bits";
     EXPECT_EQ(encoding.byte(0x141), '?');

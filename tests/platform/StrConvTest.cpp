@@ -1,6 +1,5 @@
 #include <platform/StrConv.h>
 #include <platform/StringPrinter.h>
-#include <platform/StringUtil.h>
 
 #include "../support/LogCapture.h"
 
@@ -10,11 +9,8 @@ using namespace Tests;
 
 TEST(StrConv, eachTypeTakesWhatItHoldsAndNothingElse)
 {
-    struct Case {
-        const char* digits;
-        bool isUnsigned, isUnsignedLong, isSigned;
-    };
-    const Case cases[] = {
+    // Digits, and whether they are an unsigned number of 32 bits, one of 64, and a signed one.
+    const std::tuple<const char*, bool, bool, bool> cases[] = {
         {"0042", true, true, true},
         {"4294967295", true, true, true},
         {"4294967296", false, true, true},
@@ -32,15 +28,14 @@ TEST(StrConv, eachTypeTakesWhatItHoldsAndNothingElse)
         {"7.5", false, false, false},
         {"A", false, false, false},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.digits);
-        const auto expectNumber = [&c](auto number, bool isNumber) { // which a failure leaves alone
-            EXPECT_EQ(StrConv::num(text(c.digits), &number, nullptr), isNumber);
-            EXPECT_TRUE(isNumber || number == 77);
+    for (const auto& [digits, isUnsigned, isUnsignedLong, isSigned] : cases) {
+        const auto expectNumber = [sought = text(digits)](auto number, bool isNumber) {
+            EXPECT_EQ(StrConv::num(sought, &number, nullptr), isNumber) << plain(sought);
+            EXPECT_TRUE(isNumber || number == 77) << "a failure leaves the output alone";
         };
-        expectNumber(77u, c.isUnsigned);
-        expectNumber(77ull, c.isUnsignedLong);
-        expectNumber(77ll, c.isSigned);
+        expectNumber(77u, isUnsigned);
+        expectNumber(77ull, isUnsignedLong);
+        expectNumber(77ll, isSigned);
     }
     long long number = 0;
     EXPECT_TRUE(StrConv::num(text("-9223372036854775808"), &number, nullptr));
@@ -65,20 +60,4 @@ TEST(StrConv, widthsAreMinimaAndNegativesAreTwosComplements)
     printer->hex().width(2).print(10).print(" ").print(10).print(" ").width(3).print(-5).print(" ").hex().print(-1);
     EXPECT_EQ(plain(printer->take()), "0A 10 -005 FFFFFFFFFFFFFFFF");
     EXPECT_EQ(plain(printer->take()), "");
-}
-
-TEST(StringUtil, piecesAreNeverEmptyAndTrimmingTakesControls)
-{
-    const auto pieces = [](const char* whole, char separator, std::size_t limit) {
-        std::string result;
-        const auto list = StringUtil::split(text(whole), separator, limit);
-        for (const Ref<String>& piece : *list)
-            result += "'" + plain(piece) + "'";
-        return result;
-    };
-    EXPECT_EQ(pieces("  0000000016 00000  n ", ' ', 0), "'0000000016''00000''n'");
-    EXPECT_EQ(pieces(" ", ' ', 0), "");
-    EXPECT_EQ(pieces("a.b.c", '.', 2), "'a''b.c'");
-    EXPECT_EQ(plain(StringUtil::trim(text("\t a b\x0C\r "))) + plain(StringUtil::trim(text(" \n"))), "a b");
-    EXPECT_FALSE(StringUtil::split(nullptr, ' ', 0) || StringUtil::trim(nullptr));
 }

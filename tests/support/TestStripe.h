@@ -47,7 +47,7 @@ inline std::string encodedBytes(const std::vector<std::uint32_t>& elements)
 }
 
 // A file in memory, one element per byte, that fails on demand and leaves `failureCode` then.
-class TestStripe final : public ::Object, public virtual Interfaces::Stripe {
+class TestStripe : public ::Object, public virtual Interfaces::Stripe {
 public:
     static constexpr std::uint32_t failureCode = 0x7777;
 
@@ -118,6 +118,25 @@ private:
 
     mutable Fault _fault;
     const std::uint64_t _elementSize;
+};
+
+// The same, which shows its bytes, three at a time.
+class ShowingStripe final : public TestStripe, public virtual Interfaces::ShownBytes {
+public:
+    explicit ShowingStripe(const std::string& bytes, Fault fault = {}) : TestStripe(bytes, fault), _bytes(bytes) {}
+
+    ByteRun bytesAround(std::uint64_t at) noexcept override
+    {
+        std::uint32_t element = 0;
+        if (seek(at) != at || !readElement(*this, element))
+            return {};
+        const std::uint64_t start = at - at % 3;
+        return {reinterpret_cast<const std::uint8_t*>(_bytes.data()) + start, start,
+            std::min<std::uint64_t>(3, _bytes.size() - start)};
+    }
+
+private:
+    const std::string _bytes;
 };
 
 // All that a stripe of 4-byte elements holds, as bytes. The stripe is then where it was: stored data is

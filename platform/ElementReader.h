@@ -1,0 +1,59 @@
+#pragma once
+
+#include <platform/Stripe.h>
+#include <platform/Windows_1252.h>
+
+#include <span>
+#include <string>
+
+// Reads the elements of a stripe of 4-byte elements one after the other: by `read`, one at a time, or, where
+// the stripe shows its bytes, from there. It begins where the stripe stands. A stripe that is read moves
+// along; one that shows its bytes stays where it is until `settle`. In between nobody else may use the stripe.
+class ElementReader {
+public:
+    explicit ElementReader(Interfaces::Stripe& stripe) noexcept;
+
+    // The next element; false when there is none, or none can be had.
+    bool next(std::uint32_t& c) noexcept
+    {
+        if (_byte == _end)
+            return nextFromStripe(c);
+        c = Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint(*_byte++);
+        return true;
+    }
+    // The next `count` elements, asked for at once; false when there aren't so many.
+    bool read(std::uint32_t* elements, std::size_t count) noexcept;
+    // The bytes at hand from the present place on; none is no sign of the end.
+    std::span<const std::uint8_t> atHand() const noexcept { return {_byte, _end}; }
+    // Passes over some of the bytes at hand.
+    void pass(std::size_t count) noexcept { _byte += count; }
+
+    // Whether the place could be reached. Afterwards it is the present one; after a failure the one that was
+    // reached.
+    bool seek(std::uint64_t position) noexcept;
+    std::uint64_t tell() const noexcept { return _shown ? _start + std::uint64_t(_byte - _bytes) : _stripe.tell(); }
+    std::uint64_t size() const noexcept { return _stripe.size(); }
+    // Brings the stripe itself to the present place. False when it can't be reached.
+    bool settle() noexcept { return !_shown || _stripe.seek(tell()) == tell(); }
+
+    // The next line without its terminator, which is CR, LF or CR LF, and goes behind it. At the end of the
+    // input the last line, if it has a character, else false. False as well when a read fails before the end.
+    bool readLine(std::u32string& line) noexcept { return readPieces(line, ~std::size_t(0)); }
+    // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
+    // which then stays out and is passed.
+    bool readPieces(std::u32string& line, std::size_t count) noexcept;
+
+private:
+    enum class Got { Character, End, Failure };
+    Got tryNext(std::uint32_t& c) noexcept;
+    bool nextFromStripe(std::uint32_t& c) noexcept;
+    bool passLineFeed() noexcept;
+    void show(const ByteRun& run, std::uint64_t position) noexcept;
+
+    Interfaces::Stripe& _stripe;
+    Interfaces::ShownBytes* const _shown; // the stripe's bytes; null when it doesn't show them
+    const std::uint8_t* _bytes = nullptr; // those that are at hand, with the next one and their end
+    const std::uint8_t* _byte = nullptr;
+    const std::uint8_t* _end = nullptr;
+    std::uint64_t _start = 0; // where they begin
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <platform/Export.h>
+
+#include <cstddef>
+
+// Memory of the many small objects that a document is made of. Every thread takes it from slabs of its
+// own, without a lock; a slab that holds nothing any more goes back to the C library. Any thread may free
+// a block: one of another thread's slabs waits there until that thread, or the next one to start after it
+// has ended, runs short. Sizes are in bytes; what is larger than `largest` comes from the C library.
+class EXPORTED Pool {
+public:
+    static constexpr std::size_t largest = 512;
+
+    // A block of `size` bytes, at least 1, aligned to 8 bytes, or as the C library does above `largest`. The failure
+    // of an allocation ends the program.
+    static void* alloc(std::size_t size) noexcept;
+    // Releases a block that was allocated with the same size.
+    static void free(void* block, std::size_t size) noexcept;
+};
+
+// Lets containers take their memory from the pool.
+template <class T>
+struct PoolAllocator {
+    static_assert(alignof(T) <= 8);
+    using value_type = T;
+
+    PoolAllocator() noexcept = default;
+    template <class U>
+    PoolAllocator(const PoolAllocator<U>&) noexcept
+    {
+    }
+
+    T* allocate(std::size_t count) noexcept { return static_cast<T*>(Pool::alloc(count * sizeof(T))); }
+    void deallocate(T* block, std::size_t count) noexcept { Pool::free(block, count * sizeof(T)); }
+
+    template <class U>
+    bool operator==(const PoolAllocator<U>&) const noexcept
+    {
+        return true;
+    }
+};
