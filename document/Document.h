@@ -152,7 +152,7 @@ public:
     // then have their old form, but for the `Filter` of the failing one, which may be the new one beside the
     // old data, and that stands where its reading ended. Those that had been converted report no change,
     // even if they had before. Streams must not share a `Length`: the new one of the first is the amount that
-    // is read of the second, whose data may be cut.
+    // is read of the second, whose data may be cut, and after a failure it is what the last of them found.
     virtual bool recompress(Compression target) noexcept = 0;
 
     // The object of the trailer's `Root`, of type Catalog. Null with `ErrNoTrailerDict`, `ErrNoRootRef`,

@@ -363,26 +363,30 @@ Failure DocumentObj::Cloning::abandon() noexcept
 // The stored data of a stream, in memory, as a stripe for one clone. All clones share the bytes.
 Ref<Interfaces::Stripe> DocumentObj::Cloning::copyData(const Ref<Stream>& stream) noexcept
 {
-    StreamCopy& copy = _copies[stream.get()];
-    if (!copy.bytes)
-        copy = {stream, readData(stream)};
-    if (!copy.bytes)
+    CopiedStream& copied = _copies[stream.get()];
+    if (!copied.copy.block)
+        copied = {stream, readData(stream)};
+    if (!copied.copy.block)
         return nullptr;
-    Ref<Interfaces::Stripe> data = Adapters::ElementSize::Stripe::create(copy.bytes->share());
+    Ref<Interfaces::Stripe> data = copied.copy.elements();
     if (!data)
         return report.fail(ErrNoResource, "Failed to create adapter stream");
     return data;
 }
 
-Ref<MemInStrm> DocumentObj::Cloning::readData(const Ref<Stream>& stream) noexcept
+StreamCopy DocumentObj::Cloning::readData(const Ref<Stream>& stream) noexcept
 {
     const Ref<Interfaces::Stripe> data = _source->streamData(stream, false);
-    if (!data)
-        return report.fail(ErrInvalidArgument, "Failed to retrieve to be cloned stream's data");
+    if (!data) {
+        report.fail(ErrInvalidArgument, "Failed to retrieve to be cloned stream's data");
+        return {};
+    }
     const std::uint64_t width = _target._stripe->elementSize();
-    if (data->elementSize() != width)
-        return report.fail(ErrInvalidArgument, "To be cloned raw stream as a different element size (",
+    if (data->elementSize() != width) {
+        report.fail(ErrInvalidArgument, "To be cloned raw stream as a different element size (",
             data->elementSize(), ") than the current stream (", width, ")");
+        return {};
+    }
     return copyToMemory(*data, cloneWording);
 }
 

@@ -7,8 +7,8 @@
 #include <platform/MemoryStream.h>
 #include <platform/Windows_1252.h>
 #include <platform/ZlibFilter.h>
+#include <stripes/ByteElements.h>
 #include <stripes/Convert.h>
-#include <stripes/ElementSizeStripe.h>
 #include <stripes/SubStripe.h>
 #include <values/DictionaryObj.h>
 #include <values/Name.h>
@@ -16,8 +16,8 @@
 #include <values/ObjectRef.h>
 #include <values/StreamObj.h>
 
-// Stream data. It passes through the filters as bytes, while stripes of the file and of memory hold
-// elements: a converter at each end of the pump crosses over.
+// Stream data. It passes through the filters as bytes, while the stripes that users see have elements: where
+// the file gives no bytes, a converter crosses over.
 
 namespace Libraries::Files::PDF {
 
@@ -35,10 +35,43 @@ using ByteConverter = Utils::Convert<std::uint32_t, std::uint8_t, ToByte, ToCode
 
 constexpr const char* flateName = "FlateDecode";
 
-// A stream of bytes over one of elements.
-Ref<ByteConverter> convert(Ref<Interfaces::Stream> elements)
+// A stripe of elements that gives its bytes, as a stream of them.
+class GivenBytes final : public ::Object, public virtual Interfaces::Stream {
+public:
+    GivenBytes(Ref<Interfaces::Stripe> elements, Interfaces::ByteReading& reading) noexcept
+        : _elements(std::move(elements)), _reading(reading)
+    {
+    }
+    std::uint64_t elementSize() const noexcept override { return sizeof(std::uint8_t); }
+    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        return _reading.readBytes(static_cast<unsigned char*>(area.pointer) + area.offset, count);
+    }
+    std::uint64_t write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override
+    {
+        return moveNothing(ErrNotSupported);
+    }
+
+private:
+    const Ref<Interfaces::Stripe> _elements; // keeps what is read
+    Interfaces::ByteReading& _reading;
+};
+
+// The bytes behind stored data: as it gives them, or else converted.
+Ref<Interfaces::Stream> bytesOf(const Ref<Interfaces::Stripe>& elements)
 {
-    return ByteConverter::create(std::move(elements), ToByte(), ToCodePoint());
+    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(elements.get());
+    if (reading && reading->hasBytes())
+        return make<GivenBytes>(elements, *reading);
+    return ByteConverter::create(elements, ToByte(), ToCodePoint());
+}
+
+// Bytes in memory as the data of a stream.
+Ref<Interfaces::Stripe> elementsOf(const Ref<MemoryStream>& bytes)
+{
+    bytes->fit();
+    bytes->seek(0);
+    return make<ByteElements>(bytes);
 }
 
 enum class Decoding { None, Flate, Unsupported };
@@ -151,11 +184,10 @@ Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::u
     const Ref<BlockFilter> filter = ZlibFilter::createDecompressorStream();
     if (!filter)
         return report.fail(ErrConverterCreate, "Failed to create decompressor block filter for stream");
-    const Ref<ByteConverter> source = convert(stored);
+    const Ref<Interfaces::Stream> source = bytesOf(stored);
     if (!source)
         return report.fail(ErrConverterCreate, "Failed to create decoding converter for stream");
-    Ref<Interfaces::Stripe> elements = Adapters::ElementSize::Stripe::create(MemoryStream::create(0, 1));
-    const Ref<ByteConverter> target = elements ? convert(elements) : nullptr;
+    const Ref<MemoryStream> target = MemoryStream::create(0, 1);
     if (!target)
         return report.fail(ErrConverterCreate, "Failed to create encoding converter for stream");
     const std::uint64_t position = stored->tell();
@@ -163,8 +195,7 @@ Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::u
     if (result.end != PumpEnd::Done)
         return report.fail(ErrStreamConvert, pumpFailure(result.end));
     stored->seek(position);
-    elements->seek(0);
-    return elements;
+    return elementsOf(target);
 }
 
 // The number behind the `Length` of a stream whose data is to change; null with a line and
@@ -213,8 +244,7 @@ bool DocumentObj::setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data
     Ref<BlockFilter> compressor;
     if (compress && !createCompressor(*dictionary, name, compressor))
         return false;
-    const Ref<Interfaces::Stripe> elements = Adapters::ElementSize::Stripe::create(MemoryStream::create(0, 1));
-    const Ref<ByteConverter> target = elements ? convert(elements) : nullptr;
+    const Ref<MemoryStream> target = MemoryStream::create(0, 1);
     if (!target)
         return report.fail(ErrStreamLength, "Failed to create encoding converter for stream ", name);
     const std::uint64_t position = data->tell();
@@ -226,9 +256,8 @@ bool DocumentObj::setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data
         return report.fail(ErrStreamConvert, pumpFailure(result.end), " ", name);
     // Nothing fails from here on: a run that failed has changed neither data nor length.
     data->seek(position);
-    elements->seek(0);
-    holder->strmData(elements);
-    length->setIntPart(static_cast<std::int64_t>(elements->size()));
+    holder->strmData(elementsOf(target));
+    length->setIntPart(static_cast<std::int64_t>(target->size()));
     return true;
 }
 
@@ -245,13 +274,13 @@ bool DocumentObj::cacheStreams() noexcept
         const Ref<Interfaces::Stripe> data = streamData(stream, false);
         if (!data || !data.cast<SubStripe>())
             continue;
-        const Ref<MemInStrm> bytes = copyToMemory(*data, cacheWording);
-        if (!bytes)
+        const StreamCopy copy = copyToMemory(*data, cacheWording);
+        if (!copy.block)
             return false;
-        Ref<Interfaces::Stripe> copy = Adapters::ElementSize::Stripe::create(bytes);
-        if (!copy)
+        Ref<Interfaces::Stripe> elements = copy.elements();
+        if (!elements)
             return report.fail(ErrNoResource, "Failed to create adapter stream");
-        stream->strmData(std::move(copy));
+        stream->strmData(std::move(elements));
         stream->resetChanged(); // the copy only mirrors the file
     }
     return true;
@@ -316,7 +345,7 @@ Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe
     Dictionary& dictionary, Compression target, std::uint32_t id) noexcept
 {
     const bool isCompressing = target == Compression::Flate;
-    const Ref<ByteConverter> source = convert(stored);
+    const Ref<Interfaces::Stream> source = bytesOf(stored);
     if (!source)
         return report.fail(ErrStreamLength, "Failed to create decoding converter for stream ", id);
     const Ref<BlockFilter> filter
@@ -328,8 +357,7 @@ Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe
             id);
     if (!dictionary.set(Keys::filter, isCompressing ? Name::create(::String::create(flateName)) : nullptr))
         return report.fail(ErrFilterUpdate, "Failed to update Filter in dictionary of stream ", id);
-    Ref<Interfaces::Stripe> elements = Adapters::ElementSize::Stripe::create(MemoryStream::create(0, 1));
-    const Ref<ByteConverter> converted = elements ? convert(elements) : nullptr;
+    const Ref<MemoryStream> converted = MemoryStream::create(0, 1);
     if (!converted)
         return report.fail(ErrStreamLength, "Failed to create encoding converter for stream ", id);
     const std::uint64_t position = stored->tell();
@@ -337,8 +365,7 @@ Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe
     if (result.end != PumpEnd::Done)
         return report.fail(ErrStreamConvert, pumpFailure(result.end), " ", id);
     stored->seek(position);
-    elements->seek(0);
-    return elements;
+    return elementsOf(converted);
 }
 
 // Puts back what was converted. Deliberate: the streams and their dictionaries then report no change, even

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <document/DocumentObj.h>
-#include <platform/MemInStrm.h>
+#include <document/StreamCopy.h>
 #include <platform/Reporter.h>
 #include <values/Stream.h>
 
@@ -37,10 +37,10 @@ public:
 
 private:
     class ReferenceStep;
-    // The bytes of a stream that was copied; the stream is held so that its address stays its own.
-    struct StreamCopy {
+    // The data of a stream that was copied; the stream is held so that its address stays its own.
+    struct CopiedStream {
         Ref<Stream> stream;
-        Ref<MemInStrm> bytes;
+        StreamCopy copy;
     };
 
     bool begin(Ref<Value>& value) noexcept;
@@ -53,13 +53,13 @@ private:
     bool advance(Ref<Value>& value) noexcept;
     Failure abandon() noexcept;
     Ref<Interfaces::Stripe> copyData(const Ref<Stream>& stream) noexcept;
-    Ref<MemInStrm> readData(const Ref<Stream>& stream) noexcept;
+    StreamCopy readData(const Ref<Stream>& stream) noexcept;
 
     DocumentObj& _target;
     const Ref<Document> _source;
     std::vector<std::unique_ptr<CloningStep>> _open; // the values whose parts are being cloned, outermost first
     std::unordered_set<const PDF::Object*> _inProgress; // the objects among them
-    std::unordered_map<const Stream*, StreamCopy> _copies;
+    std::unordered_map<const Stream*, CopiedStream> _copies;
 };
 
 // Merges dictionaries of resources into one of a document. A name is free, or in use by an equal value,

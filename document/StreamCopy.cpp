@@ -2,28 +2,43 @@
 
 #include <document/Report.h>
 #include <platform/Heap.h>
+#include <stripes/ByteElements.h>
+#include <stripes/ElementSizeStripe.h>
 
 #include <limits>
 
 namespace Libraries::Files::PDF {
 
-Ref<MemInStrm> copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) noexcept
+Ref<Interfaces::Stripe> StreamCopy::elements() const noexcept
 {
-    if (data.seek(0) != 0)
-        return report.fail(ErrInvalidArgument, "Failed to navigate in to be ", wording.data, " stream's data");
+    return isNarrow ? make<ByteElements>(block->share()) : Adapters::ElementSize::Stripe::create(block->share());
+}
+
+StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) noexcept
+{
+    if (data.seek(0) != 0) {
+        report.fail(ErrInvalidArgument, "Failed to navigate in to be ", wording.data, " stream's data");
+        return {};
+    }
     const std::uint64_t count = data.size();
-    if (count > std::numeric_limits<std::uint32_t>::max())
-        return report.fail(ErrOutOfRange, "Stream size is too large: ", count);
-    const std::size_t bytes = data.elementSize() * count;
-    void* block = Heap::alloc(bytes, Heap::Array, __builtin_return_address(0));
+    if (count > std::numeric_limits<std::uint32_t>::max()) {
+        report.fail(ErrOutOfRange, "Stream size is too large: ", count);
+        return {};
+    }
+    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&data);
+    const bool isNarrow = reading && reading->hasBytes();
+    const std::size_t size = isNarrow ? count : data.elementSize() * count;
+    void* block = Heap::alloc(size, Heap::Array, __builtin_return_address(0));
     Ref<MemInStrm> copy = MemInStrm::create(
-        block, bytes, [](void* held, std::size_t size) { Heap::free(held, Heap::Array, nullptr, size); });
+        block, size, [](void* held, std::size_t bytes) { Heap::free(held, Heap::Array, nullptr, bytes); });
     BufferDesc area = BufferDesc::plain(block);
-    if (data.read(area, count, waitForever) != count)
-        return report.fail(ErrNoResource, "Failed to read from to be ", wording.data, " stream's data");
+    if ((isNarrow ? reading->readBytes(block, count) : data.read(area, count, waitForever)) != count) {
+        report.fail(ErrNoResource, "Failed to read from to be ", wording.data, " stream's data");
+        return {};
+    }
     if (!copy)
-        return report.fail(ErrNoResource, "Failed to create ", wording.copy, " stream");
-    return copy;
+        report.fail(ErrNoResource, "Failed to create ", wording.copy, " stream");
+    return {std::move(copy), isNarrow};
 }
 
 } // namespace Libraries::Files::PDF

@@ -1,17 +1,14 @@
 #pragma once
 
-
-#include <platform/Export.h>
-
-#include <array>
-#include <cstdint>
+#include <platform/Windows_1252.h>
 
 namespace Host {
 
-// Between the bytes of a file and the elements that stand for them, their Windows-1252 code points.
-EXPORTED extern const std::array<std::uint32_t, 256> elementOfByte;
-
-// The byte that `element` stands for; -1 when it stands for none.
-int byteOfElement(std::uint32_t element) noexcept;
+// The byte that an element of a file stands for; -1 when it stands for none.
+inline int byteOfElement(std::uint32_t element) noexcept
+{
+    using Libraries::Strings::Encodings::ANSI::Windows_1252;
+    return Windows_1252::hasByte(element) ? Windows_1252::toByte(element) : -1;
+}
 
 } // namespace Host

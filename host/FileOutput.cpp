@@ -1,5 +1,6 @@
 #include <host/FileOutput.h>
 
+#include <host/Characters.h>
 #include <host/ErrorWords.h>
 
 #include <fcntl.h>
@@ -102,13 +103,19 @@ std::uint64_t FileOutput::write(BufferDesc& area, std::uint64_t count, std::uint
     if (area.kind != BufferDesc::Plain)
         return fail({"the writer used memory that can't be shared", ErrInvalidArgument});
     const auto* memory = static_cast<const unsigned char*>(area.pointer) + area.offset;
-    for (std::uint64_t i = 0; i < count; ++i) {
-        std::uint32_t element;
-        Mem::copy(memory + i * sizeof element, &element, sizeof element);
-        const int byte = byteOfElement(element);
-        if (byte < 0)
-            return fail({"a character has no byte in the file: " + codeText(element), ErrInvalidArgument});
-        _buffer.push_back(static_cast<std::uint8_t>(byte));
+    for (std::uint64_t done = 0; done < count;) {
+        const std::uint64_t chunk = std::min<std::uint64_t>(count - done, bufferSize - _buffer.size());
+        _buffer.resize(_buffer.size() + chunk);
+        std::uint8_t* const bytes = _buffer.data() + _buffer.size() - chunk;
+        for (std::uint64_t i = 0; i < chunk; ++i) {
+            std::uint32_t element;
+            Mem::copy(memory + (done + i) * sizeof element, &element, sizeof element);
+            const int byte = byteOfElement(element);
+            if (byte < 0)
+                return fail({"a character has no byte in the file: " + codeText(element), ErrInvalidArgument});
+            bytes[i] = static_cast<std::uint8_t>(byte);
+        }
+        done += chunk;
         if (_buffer.size() == bufferSize && !flush())
             return 0;
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <host/Characters.h>
 #include <platform/Mem.h>
 #include <platform/Stripe.h>
+#include <platform/Windows_1252.h>
 
 #include <algorithm>
 
@@ -12,7 +12,10 @@ namespace Host {
 // window where the position is, or sets a code and answers false. Elements of one byte are the bytes
 // as they are, those of four their Windows-1252 code points. It belongs to one thread at a time.
 template <class Bytes, class Element>
-class StripeOver : public ::Object, public virtual Interfaces::Stripe, public virtual Interfaces::ShownBytes {
+class StripeOver : public ::Object,
+                   public virtual Interfaces::Stripe,
+                   public virtual Interfaces::ShownBytes,
+                   public virtual Interfaces::ByteReading {
 public:
     explicit StripeOver(Bytes bytes) noexcept : _bytes(std::move(bytes)) {}
 
@@ -44,6 +47,15 @@ public:
     // Interfaces::ShownBytes
     ByteRun bytesAround(std::uint64_t position) noexcept final { return fillWindow(position) ? _window : ByteRun(); }
 
+    // Interfaces::ByteReading
+    bool hasBytes() const noexcept final { return true; }
+    std::uint64_t readBytes(void* bytes, std::uint64_t count) noexcept final
+    {
+        return readRuns(count, [&](std::uint64_t done, const std::uint8_t* run, std::uint64_t length) {
+            Mem::copy(run, static_cast<std::uint8_t*>(bytes) + done, length);
+        });
+    }
+
 protected:
     ~StripeOver() noexcept override = default;
     const Bytes& bytes() const noexcept { return _bytes; }
@@ -55,7 +67,7 @@ private:
         if constexpr (sizeof(Element) == 1)
             element = byte;
         else
-            element = elementOfByte[byte];
+            element = Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint(byte);
         auto* memory = static_cast<unsigned char*>(area.pointer) + area.offset;
         Mem::copy(&element, memory + index * sizeof(Element), sizeof(Element));
     }
@@ -67,12 +79,21 @@ private:
             Error::set(ErrInvalidArgument);
             return 0;
         }
+        return readRuns(count, [&](std::uint64_t done, const std::uint8_t* run, std::uint64_t length) {
+            for (std::uint64_t i = 0; i < length; ++i)
+                store(area, done + i, run[i]);
+        });
+    }
+
+    // Hands over the next `count` bytes, a run at a time, each with the number of those before it.
+    template <class Taker>
+    std::uint64_t readRuns(std::uint64_t count, Taker take) noexcept
+    {
         std::uint64_t done = 0;
         while (done < count && fillWindow(_position)) {
             const std::uint64_t inWindow = _position - _window.start;
             const std::uint64_t available = std::min(count - done, _window.length - inWindow);
-            for (std::uint64_t i = 0; i < available; ++i)
-                store(area, done + i, _window.bytes[inWindow + i]);
+            take(done, _window.bytes + inWindow, available);
             done += available;
             _position += available;
         }

@@ -27,6 +27,6 @@ EXPORTED std::string textOfName(const ::String& name) noexcept;
 EXPORTED Ref<PDF::String> stringOf(std::string_view text) noexcept;
 
 // The length of a text in UTF-16 units, which is how `MaxLen` counts; `text` is UTF-8.
-std::size_t lengthInUnits(std::string_view text) noexcept;
+EXPORTED std::size_t lengthInUnits(std::string_view text) noexcept;
 
 } // namespace Host

@@ -30,6 +30,15 @@ void MemoryStream::reserve(std::size_t needed) noexcept
         Heap::resize(_block, _capacity, Heap::Array, __builtin_return_address(0)));
 }
 
+void MemoryStream::fit() noexcept
+{
+    if (_capacity == _size || _size == 0)
+        return;
+    _capacity = _size;
+    _block = static_cast<unsigned char*>(
+        Heap::resize(_block, _capacity, Heap::Array, __builtin_return_address(0)));
+}
+
 void MemoryStream::append(const void* bytes, std::size_t count) noexcept
 {
     reserve(_position + count);

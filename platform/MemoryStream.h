@@ -14,6 +14,8 @@ public:
 
     // The bytes written so far, null before the first; valid until the next write, append or resize.
     const unsigned char* data() const noexcept { return _block; }
+    // Gives back memory beyond what was written.
+    void fit() noexcept;
     // Writes at the present position, which moves behind what was written.
     void append(const void* bytes, std::size_t count) noexcept;
 

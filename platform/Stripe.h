@@ -105,6 +105,16 @@ public:
     virtual ByteRun bytesAround(std::uint64_t position) noexcept = 0;
 };
 
+// What a stripe of 4-byte elements may offer beside, so that stream data needn't become elements on its way
+// between two places that hold bytes.
+class EXPORTED ByteReading : public virtual RefCount {
+public:
+    // Whether all that it holds are Windows-1252 code points of bytes; else `readBytes` must not be called.
+    virtual bool hasBytes() const noexcept = 0;
+    // As `read` into plain memory, but gives the bytes that the elements stand for.
+    virtual std::uint64_t readBytes(void* bytes, std::uint64_t count) noexcept = 0;
+};
+
 } // namespace Interfaces
 
 // The next element of a stripe of 4-byte elements; false when there is none, or none can be had.

@@ -12,10 +12,10 @@ const Reporter report("PDF");
 
 } // namespace
 
-std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept
+// Reads as many as there are of `count` elements by `read`, which is given their number.
+template <class Reading>
+std::uint64_t SubStripe::readThrough(std::uint64_t count, Reading read) noexcept
 {
-    if (area.kind == BufferDesc::None)
-        return moveNothing(ErrInvalidArgument);
     if (count == 0)
         return 0;
     // Deliberate: the position is compared with the end in the wrapped stripe's coordinates, so only
@@ -28,8 +28,7 @@ std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32
         _monitor->leave();
         return 0;
     }
-    BufferDesc copy = area;
-    const std::uint64_t got = wrapped()->read(copy, available, timeout);
+    const std::uint64_t got = read(available);
     if (got < available) {
         const std::uint32_t code = Error::get();
         report.oddity("Read from base ", got, " of requested ", available, "; error: ", code);
@@ -39,6 +38,21 @@ std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32
     _position += std::min(got, available);
     _monitor->leave();
     return got;
+}
+
+std::uint64_t SubStripe::read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept
+{
+    if (area.kind == BufferDesc::None)
+        return moveNothing(ErrInvalidArgument);
+    return readThrough(count, [&](std::uint64_t available) {
+        BufferDesc copy = area;
+        return wrapped()->read(copy, available, timeout);
+    });
+}
+
+std::uint64_t SubStripe::readBytes(void* bytes, std::uint64_t count) noexcept
+{
+    return readThrough(count, [&](std::uint64_t available) { return _bytes->readBytes(bytes, available); });
 }
 
 std::uint64_t SubStripe::write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept

@@ -9,6 +9,15 @@
 
 namespace Tests {
 
+// What a call does that a fault strikes.
+enum class Answer {
+    Failure, // moves nothing, says so, and leaves `failureCode`
+    Nothing, // the same without a code
+    Less,    // moves one element less, and says so
+    More,    // says that it moved one element more than it was asked
+    Pretend, // moves nothing, and says what the caller wants to hear; a size is far beyond the truth
+};
+
 // Which operation of a stripe fails, counted from 0 over all that it is asked; none by default.
 struct Fault {
     static constexpr std::uint64_t never = ~std::uint64_t(0);
@@ -16,6 +25,18 @@ struct Fault {
     std::uint64_t seek = never;
     std::uint64_t size = never;
     std::uint64_t write = never;
+    Answer answer = Answer::Failure;
+    bool isLasting = false; // strikes all later operations of its kind, too
+
+    // Of `count` elements those that a struck call moves, and what it says when it has moved them.
+    std::uint64_t moved(std::uint64_t count) const
+    {
+        return answer == Answer::More ? count : answer == Answer::Less && count > 0 ? count - 1 : 0;
+    }
+    std::uint64_t told(std::uint64_t count, std::uint64_t moved) const
+    {
+        return answer == Answer::Pretend ? count : moved + (answer == Answer::More);
+    }
 };
 
 // Lets the calls of one kind fail one after another, from the one of number `first` on, until `isReached`
@@ -61,38 +82,48 @@ public:
     std::uint64_t elementSize() const noexcept override { return _elementSize; }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
     {
-        if (_fault.read-- == 0 || position > elements.size())
-            return fail();
-        const std::uint64_t got = std::min<std::uint64_t>(count, elements.size() - position);
+        const bool isStruck = strikes(_fault.read);
+        if (position > elements.size())
+            return 0;
+        const std::uint64_t wanted = isStruck ? _fault.moved(count) : count;
+        const std::uint64_t got = std::min<std::uint64_t>(wanted, elements.size() - position);
         if (_elementSize == 4)
             std::copy_n(elements.begin() + long(position), got, static_cast<std::uint32_t*>(area.pointer));
         else
             std::copy_n(elements.begin() + long(position), got, static_cast<unsigned char*>(area.pointer));
         position += got;
         ++reads;
-        return got;
+        return isStruck ? _fault.told(count, got) : got;
     }
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
     {
-        if (_fault.write-- == 0)
-            return fail();
+        const bool isStruck = strikes(_fault.write);
+        const std::uint64_t taken = isStruck ? _fault.moved(count) : count;
         const auto* wide = static_cast<const std::uint32_t*>(area.pointer);
         const auto* narrow = static_cast<const unsigned char*>(area.pointer);
-        for (std::uint64_t i = 0; i < count; ++i)
+        for (std::uint64_t i = 0; i < taken; ++i)
             elements.push_back(_elementSize == 4 ? wide[i] : narrow[i]);
         ++writes;
-        return count;
+        return isStruck ? _fault.told(count, taken) : count;
     }
     std::uint64_t size() const noexcept override
     {
         ++sizes;
-        return _fault.size-- == 0 ? fail() : elements.size();
+        if (!strikes(_fault.size))
+            return elements.size();
+        return _fault.answer == Answer::Pretend ? farTooMuch : _fault.told(0, _fault.moved(elements.size()));
     }
     std::uint64_t seek(std::uint64_t to) noexcept override
     {
         ++seeks;
-        if (_fault.seek-- == 0)
-            return fail() + ~to;
+        if (strikes(_fault.seek))
+            switch (_fault.answer) {
+            case Answer::Failure: return ~to;
+            case Answer::Nothing: return position;
+            case Answer::Less: to -= to > 0 ? 1 : 0; break;
+            case Answer::More: to += 1; break;
+            case Answer::Pretend: return to;
+            }
         return position = std::min<std::uint64_t>(to, elements.size());
     }
     std::uint64_t tell() const noexcept override { return position; }
@@ -107,13 +138,20 @@ public:
     std::uint64_t seeks = 0;
     mutable std::uint64_t sizes = 0;
     mutable bool hasFailed = false;
+    bool isSound = false; // suspends the fault
 
 private:
-    std::uint64_t fail() const
+    static constexpr std::uint64_t farTooMuch = std::uint64_t(1) << 40;
+
+    bool strikes(std::uint64_t& callsLeft) const
     {
+        if (isSound || callsLeft == Fault::never || callsLeft-- > 0)
+            return false;
+        callsLeft = _fault.isLasting ? 0 : Fault::never;
         hasFailed = true;
-        Error::set(failureCode);
-        return 0;
+        if (_fault.answer == Answer::Failure)
+            Error::set(failureCode);
+        return true;
     }
 
     mutable Fault _fault;
