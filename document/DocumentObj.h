@@ -80,20 +80,14 @@ private:
     void rollBack(const std::vector<Recompression>& done) noexcept;
 
     // Writing
-    bool writeVersion(Interfaces::Stream& out, std::uint64_t& offset) noexcept;
-    bool writeObject(Interfaces::Stream& out, const PDF::Object& object, std::uint64_t& offset) noexcept;
-    bool writeValue(Interfaces::Stream& out, const Ref<Value>& value, std::uint64_t& offset) noexcept;
-    bool writeLine(Interfaces::Stream& out, MemOutStrm& line, std::uint64_t& offset) noexcept;
-    bool writeLineEnding(Interfaces::Stream& out, std::uint64_t& offset) noexcept;
-    // What the table tells of an object that went out.
-    struct WrittenObject {
-        std::uint64_t offset; // of its header line
-        std::uint16_t generation;
-    };
-    bool writeTrailer(
-        Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
-    bool writeXref(
-        Interfaces::Stream& out, const std::vector<WrittenObject>& written, std::uint64_t& offset) noexcept;
+    struct Output;
+    bool writeVersion(Output& out) noexcept;
+    bool writeObject(Output& out, const PDF::Object& object) noexcept;
+    bool writeValue(Output& out, const Ref<Value>& value) noexcept;
+    bool writeLine(Output& out, const MemOutStrm& line) noexcept;
+    bool writeLineEnding(Output& out) noexcept;
+    bool writeTrailer(Output& out) noexcept;
+    bool writeXref(Output& out) noexcept;
 
     // Form
     bool loadForm() noexcept;
