@@ -5,7 +5,7 @@
 #include <mutex>
 
 // A monitor. It is recursive: a thread that is inside may enter again, and leaves as often.
-class EXPORTED Mon final : public Object {
+class Mon final : public Object {
 public:
     static Ref<Mon> create() noexcept { return make<Mon>(); }
 

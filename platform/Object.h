@@ -7,6 +7,11 @@
 #include <cstdint>
 #include <mutex>
 
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#define FILES_PDF_HAS_SINGLE_THREADED
+#endif
+
 // The control block of weak references: it outlives its object as long as somebody holds it.
 class EXPORTED GcProxy {
 public:
@@ -29,6 +34,17 @@ private:
     std::atomic<std::size_t> _weakCount{1}; // the object's own share included
 };
 
+// Whether the process has one thread so far, so that counting needs no atomic operation, which costs
+// several times a plain one.
+inline bool isSingleThreaded() noexcept
+{
+#ifdef FILES_PDF_HAS_SINGLE_THREADED
+    return __libc_single_threaded;
+#else
+    return false;
+#endif
+}
+
 // The root of all counted classes. A new object has the count 0: the first `Ref` takes it. Counts
 // are atomic, so a `Ref` may be passed between threads; the object behind it may not be used by
 // two threads at once unless its class says so.
@@ -43,12 +59,20 @@ public:
 
     // RefCount
     GcProxy* gcproxy() noexcept override;
-    void incRef() noexcept override { _count.fetch_add(1, std::memory_order_relaxed); }
+    void incRef() noexcept override
+    {
+        if (isSingleThreaded())
+            _count.store(_count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        else
+            _count.fetch_add(1, std::memory_order_relaxed);
+    }
     void decRef() noexcept override
     {
-        // The last holder of an object without weak references has it alone: nobody can count it up.
-        if (_count.load(std::memory_order_acquire) == 1 && !_proxy.load(std::memory_order_acquire))
-            delete this;
+        const std::uint32_t count = _count.load(std::memory_order_acquire);
+        if (count == 1 && !_proxy.load(std::memory_order_acquire))
+            delete this; // the last holder, and there is no weak one that could count it up again
+        else if (count != 1 && isSingleThreaded())
+            _count.store(count - 1, std::memory_order_relaxed);
         else
             dropCount();
     }

@@ -80,7 +80,7 @@ private:
     // A text without its characters, which the caller fills in.
     static Ref<String> allocate(std::size_t length, bool wide) noexcept;
     template <class Unit>
-    static Ref<String> fromUnits(const Unit* units, std::size_t count) noexcept;
+    [[gnu::visibility("hidden")]] static Ref<String> fromUnits(const Unit* units, std::size_t count) noexcept;
 
     // The characters stand behind the object: one byte each when all are below 256.
     const unsigned char* narrow() const noexcept { return reinterpret_cast<const unsigned char*>(this + 1); }

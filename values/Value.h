@@ -7,8 +7,8 @@
 namespace Libraries::Files::PDF {
 
 // The root of the values that a PDF file is made of. Values are shared by `Ref`, never copied.
-// To use one as what it is, ask `type` and then `cast` to the interface class of that kind; the
-// typed accessors of `Array`, `Dictionary` and `Object` do both. A value belongs to one thread at a
+// To use one as what it is, ask `type` and take it by `valueAs`, or use the typed accessors of `Array`,
+// `Dictionary` and `Object`. A value belongs to one thread at a
 // time, except that scalars may be read from any: only the `Length` number of a stream ever changes.
 //
 // A value must not contain itself, and values that an application nests deeper than the 500 levels
@@ -43,9 +43,6 @@ public:
 // The value as class `Kind`, or null: for a null value, one of another kind, and one whose class
 // isn't what its kind says.
 template <class Kind>
-Ref<Kind> valueAs(const Ref<Value>& value) noexcept
-{
-    return value && value->type() == Kind::kind ? value.template cast<Kind>() : nullptr;
-}
+EXPORTED Ref<Kind> valueAs(const Ref<Value>& value) noexcept;
 
 } // namespace Libraries::Files::PDF
