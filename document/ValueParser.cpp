@@ -36,6 +36,7 @@ namespace {
 
 constexpr std::int64_t highestId = 0xFFFFFFFF;
 constexpr std::uint64_t mostReadings = 16; // of the file, by all objects together
+constexpr std::uint64_t mostPasses = 3;    // over it, by one object: what is given back is read twice
 
 bool isHexDigit(std::uint32_t c)
 {
@@ -170,7 +171,10 @@ private:
 
 } // namespace
 
-ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements) {}
+ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements)
+{
+    _elements.limit(mostPasses * _elements.size());
+}
 
 ValueParser::~ValueParser() noexcept = default;
 
@@ -183,8 +187,10 @@ bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
 // Seeks to `offset`, and leaves the stripe behind what the value took.
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
-    if (_taken / mostReadings > _elements.size())
+    const std::uint64_t size = _elements.size();
+    if (_taken / mostReadings > size)
         return report.line("Objects overlap too often; offset: ", offset);
+    _elements.limit(mostPasses * size);
     if (!readHeader(id, generation, offset))
         return nullptr;
     Ref<Value> value = readValue();

@@ -17,7 +17,9 @@ class NameObj;
 
 // Reads indirect objects and the values in them, one element at a time. Every reading starts at the
 // elements' present place and leaves it behind what it consumed. A failure is null or
-// false with a line at each level; the codes are the caller's. The grammar stands in the source.
+// false with a line at each level; the codes are the caller's. An object, and what is read without one, may
+// take three times the elements that the file says it has, then it counts as at its end. The grammar
+// stands in the source.
 class ValueParser {
 public:
     // `elements` must outlive the parser.

@@ -15,7 +15,7 @@ public:
 
     // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe behind
     // it. At the end of the input the last line, if it has a character, else null. A read that fails
-    // before the end gives null.
+    // before the end gives null, and so does a line that is longer than the stripe says it is.
     Ref<String> readLine() noexcept;
 
 private:

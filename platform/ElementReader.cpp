@@ -2,6 +2,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr std::size_t longLine = 65536; // where it is asked whether the stripe has so many characters at all
+
+} // namespace
+
 ElementReader::ElementReader(Interfaces::Stripe& stripe) noexcept
     : _stripe(stripe), _shown(dynamic_cast<Interfaces::ShownBytes*>(&stripe)), _start(stripe.tell())
 {
@@ -17,10 +23,14 @@ void ElementReader::show(const ByteRun& run, std::uint64_t position) noexcept
 
 bool ElementReader::nextFromStripe(std::uint32_t& c) noexcept
 {
-    if (!_shown)
+    if (!_shown) {
+        if (_left == 0)
+            return false;
+        --_left;
         return readElement(_stripe, c);
+    }
     const std::uint64_t position = tell();
-    const ByteRun run = _shown->bytesAround(position);
+    const ByteRun run = position < size() ? _shown->bytesAround(position) : ByteRun();
     if (run.length == 0) {
         show({nullptr, position, 0}, position);
         return false;
@@ -86,6 +96,8 @@ bool ElementReader::readPieces(std::u32string& line, std::size_t count) noexcept
         if (c == ' ' && !line.empty() && line.back() != U' ' && ++pieces == count)
             break;
         line += char32_t(c);
+        if (line.size() % longLine == 0 && line.size() > size())
+            return false;
     }
     return true;
 }

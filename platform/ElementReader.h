@@ -33,11 +33,14 @@ public:
     bool seek(std::uint64_t position) noexcept;
     std::uint64_t tell() const noexcept { return _shown ? _start + std::uint64_t(_byte - _bytes) : _stripe.tell(); }
     std::uint64_t size() const noexcept { return _stripe.size(); }
+    // Lets `count` more elements be read, after which the reader stands at its end: what waits for a character
+    // must not wait for ever on a stripe that never ends. One that shows its bytes ends where its size says.
+    void limit(std::uint64_t count) noexcept { _left = count; }
     // Brings the stripe itself to the present place. False when it can't be reached.
     bool settle() noexcept { return !_shown || _stripe.seek(tell()) == tell(); }
 
     // The next line without its terminator, which is CR, LF or CR LF, and goes behind it. At the end of the
-    // input the last line, if it has a character, else false. False as well when a read fails before the end.
+    // input the last line, if it has a character, else false. False as well when a read fails before the end, and for a line that is longer than the stripe.
     bool readLine(std::u32string& line) noexcept { return readPieces(line, ~std::size_t(0)); }
     // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
     // which then stays out and is passed.
@@ -56,4 +59,5 @@ private:
     const std::uint8_t* _byte = nullptr;
     const std::uint8_t* _end = nullptr;
     std::uint64_t _start = 0; // where they begin
+    std::uint64_t _left = ~std::uint64_t(0); // elements that may still be read, where no bytes are shown
 };

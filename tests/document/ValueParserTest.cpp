@@ -157,6 +157,13 @@ TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
     EXPECT_EQ(parsed("/Name ", Fault{.seek = 0}), refused);
 }
 
+TEST(ValueParser, aStripeThatNeverEndsIsRefused)
+{
+    // The last character comes again and again, wherever the stripe stands.
+    for (const std::string start : {" ", "x", "[ ", "[ %", "<<", "<< /K ", "<4 ", "(x", "(\\", "<< >> "})
+        EXPECT_EQ(parsed(start, {.read = start.size(), .answer = Answer::Pretend, .isLasting = true}), refused) << start;
+}
+
 TEST(ValueParser, messagesNameThePlaceWhereTheConstructBegins)
 {
     const std::pair<std::string, Lines> cases[] = {

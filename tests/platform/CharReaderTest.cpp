@@ -31,3 +31,9 @@ TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
         EXPECT_FALSE(CharReader::create(make<TestStripe>(file, fault), 0)->readLine());
     EXPECT_FALSE(CharReader::create(nullptr, 0));
 }
+
+TEST(CharReader, aLineThatNeverEndsIsAFailure)
+{
+    const Fault endless{.read = 3, .answer = Answer::Pretend, .isLasting = true};
+    EXPECT_FALSE(CharReader::create(make<TestStripe>("abc", endless), 0)->readLine());
+}

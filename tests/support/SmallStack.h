@@ -11,7 +11,8 @@ namespace Tests {
 #ifndef __has_feature
 #define __has_feature(feature) 0
 #endif
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || __has_feature(address_sanitizer) \
+    || __has_feature(thread_sanitizer)
 constexpr std::size_t smallStack = 8 << 20; // sanitizers blow frames up
 #else
 constexpr std::size_t smallStack = 1 << 20;
