@@ -2,9 +2,8 @@
 
 #include <examples/Command.h>
 #include <examples/Json.h>
+#include <examples/Table.h>
 #include <host/FormFields.h>
-
-#include <array>
 
 namespace {
 
@@ -12,7 +11,7 @@ using Examples::Command;
 using Examples::json;
 
 const char help[] =
-    "usage: fields [options] FILE\n"
+    "Usage: fields [options] FILE\n"
     "\n"
     "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes\n"
     "and its flags. Control characters are printed as \\ and three octal digits.\n"
@@ -71,8 +70,6 @@ void printJson(const Host::FormFields& form)
     std::printf("],\n\"passedOver\": %s}\n", jsonList(form.passedOver).c_str());
 }
 
-using Row = std::array<std::string, 5>;
-
 // What can be put into the field.
 std::string takes(const Host::FormField& field)
 {
@@ -87,7 +84,7 @@ std::string takes(const Host::FormField& field)
     return field.maxLength ? "up to " + std::to_string(*field.maxLength) : "";
 }
 
-Row rowOf(const Host::FormField& field)
+std::vector<std::string> rowOf(const Host::FormField& field)
 {
     const auto show = [](const std::string& text) { return Examples::shown(text); };
     const auto plain = [](std::string_view text) { return std::string(text); };
@@ -96,32 +93,12 @@ Row rowOf(const Host::FormField& field)
         joined(Host::flagWords(field.kind, field.flags), ", ", plain)};
 }
 
-// In characters; each is taken to be one column wide.
-std::size_t widthOf(const std::string& text)
-{
-    return std::size_t(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-// A column is as wide as its widest cell, up to a limit that a few long cells break.
 void printTable(const Host::FormFields& form)
 {
-    constexpr std::size_t widest = 40;
-    std::vector<Row> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS"}};
+    std::vector<std::vector<std::string>> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS"}};
     for (const Host::FormField& field : form.fields)
         rows.push_back(rowOf(field));
-    std::array<std::size_t, std::tuple_size_v<Row>> widths{};
-    for (const Row& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], std::min(widthOf(row[i]), widest));
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            const std::size_t width = widthOf(row[i]);
-            line += row[i] + std::string(width < widths[i] ? widths[i] - width : 0, ' ') + "  ";
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        std::printf("%s\n", line.c_str());
-    }
+    Examples::printTable(rows);
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include <document/Version.h>
 #include <examples/Command.h>
 #include <examples/Json.h>
+#include <examples/Table.h>
 #include <host/StreamBytes.h>
+#include <platform/Windows_1252.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 
@@ -13,9 +15,10 @@ namespace {
 using namespace Libraries::Files;
 using Examples::Command;
 using Examples::json;
+using Libraries::Strings::Encodings::ANSI::Windows_1252;
 
 const char help[] =
-    "usage: inspect [options] FILE\n"
+    "Usage: inspect [options] FILE\n"
     "\n"
     "Prints version, line ending and trailer of a PDF file, its objects as PDF text, and its pages.\n"
     "Control characters in the text are printed as \\ and three octal digits.\n"
@@ -24,6 +27,7 @@ const char help[] =
     "  --object N     only object N\n"
     "  --stream N     the decoded data of stream object N, as it is\n"
     "  --stored       with --stream: the data as it is stored\n"
+    "  --losses       what a save would not give back as the file means it\n"
     "  --json         for programs\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
@@ -39,6 +43,15 @@ Text textOf(const Ref<PDF::Document>& document, const Ref<PDF::Value>& value)
     const Ref<PDF::Stream> stream = PDF::valueAs<PDF::Stream>(value);
     const auto text = PDF::writtenText(document, stream ? Ref<PDF::Value>(stream->dict()) : value);
     return text ? Text(text->data(), text->data() + text->size()) : Text();
+}
+
+// Bytes of the file as the characters that they are in one.
+Text textOf(const std::string& bytes)
+{
+    Text text;
+    for (const char c : bytes)
+        text += char32_t(Windows_1252::toCodePoint(static_cast<unsigned char>(c)));
+    return text;
 }
 
 std::string lineEndingName(const Ref<PDF::Document>& document)
@@ -167,6 +180,60 @@ Host::Result<std::uint64_t> printStream(
     });
 }
 
+// The text of bytes of the file, a long one cut to what fits in a row.
+std::string cellOf(const std::string& bytes)
+{
+    constexpr std::size_t longest = 36;
+    return Examples::shown(textOf(bytes.substr(0, longest))) + (bytes.size() > longest ? "..." : "");
+}
+
+void printLosses(const Host::Examination& examination)
+{
+    std::vector<std::vector<std::string>> rows = {{"OBJECT", "OFFSET", "LOSS", "IN THE FILE", "WRITTEN"}};
+    for (const Host::Loss& loss : examination.losses.all())
+        rows.push_back({loss.id == 0 ? "" : std::to_string(loss.id) + " " + std::to_string(loss.generation),
+            std::to_string(loss.offset), std::string(Host::lossWords(loss.kind)), cellOf(loss.inFile),
+            cellOf(loss.written)});
+    Examples::printTable(rows);
+    for (std::size_t i = 0; i < Host::lossKindCount; ++i)
+        if (const std::size_t count = examination.losses.count(Host::LossKind(i)))
+            std::printf("%s: %zu\n", std::string(Host::lossWords(Host::LossKind(i))).c_str(), count);
+    std::printf("size of the new file: %s\n",
+        examination.size == 0 ? "it can't be written" : std::to_string(examination.size).c_str());
+    std::printf("its table: %s\n", examination.tableTrouble.empty() ? "fits" : examination.tableTrouble.c_str());
+}
+
+void printLossesAsJson(const Host::Examination& examination)
+{
+    const auto text = [](const std::string& bytes) { return json(Host::toUtf8(textOf(bytes))); };
+    const char* separator = "";
+    std::printf("{\"losses\": [");
+    for (const Host::Loss& loss : examination.losses.all())
+        std::printf("%s\n{\"id\": %u, \"generation\": %u, \"kind\": %s, \"offset\": %s, \"inFile\": %s, "
+                    "\"written\": %s}",
+            std::exchange(separator, ","), loss.id, loss.generation, json(Host::lossWords(loss.kind)).c_str(),
+            std::to_string(loss.offset).c_str(), text(loss.inFile).c_str(), text(loss.written).c_str());
+    std::printf("],\n\"counts\": {");
+    separator = "";
+    for (std::size_t i = 0; i < Host::lossKindCount; ++i) {
+        const auto kind = Host::LossKind(i);
+        if (const std::size_t count = examination.losses.count(kind))
+            std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Host::lossWords(kind)).c_str(), count);
+    }
+    std::printf("},\n\"size\": %s, \"table\": %s}\n",
+        examination.size == 0 ? "null" : std::to_string(examination.size).c_str(),
+        examination.tableTrouble.empty() ? "null" : json(examination.tableTrouble).c_str());
+}
+
+int inspectLosses(const Command& command)
+{
+    const auto examination = Host::examine(command.operand(0));
+    if (!examination)
+        return command.refuse(command.operand(0), examination.refusal());
+    (command.has("--json") ? printLossesAsJson : printLosses)(*examination);
+    return command.finish();
+}
+
 int inspect(const Command& command, const Ref<PDF::Document>& document)
 {
     const std::string& file = command.operand(0);
@@ -195,13 +262,16 @@ int inspect(const Command& command, const Ref<PDF::Document>& document)
 
 int main(int argc, char** argv)
 {
-    Command command("inspect", help, 1, {"--objects", "--object=", "--stream=", "--stored", "--json"});
+    Command command("inspect", help, 1, {"--objects", "--object=", "--stream=", "--stored", "--losses", "--json"});
     if (const auto status = command.parse(argc, argv))
         return *status;
-    const int kinds = command.has("--objects") + command.has("--object") + command.has("--stream");
+    const int kinds =
+        command.has("--objects") + command.has("--object") + command.has("--stream") + command.has("--losses");
     if (kinds > 1 || (command.has("--stream") && command.has("--json"))
         || (command.has("--stored") && !command.has("--stream")))
         return command.misuse("these options don't go together");
+    if (command.has("--losses"))
+        return inspectLosses(command);
     Host::Result<Host::OpenedFile> opened = Host::open(command.operand(0));
     if (!opened)
         return command.refuse(command.operand(0), opened.refusal());

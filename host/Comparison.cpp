@@ -1,6 +1,7 @@
 #include <host/Comparison.h>
 
 #include <document/Inspection.h>
+#include <host/Characters.h>
 #include <host/ErrorWords.h>
 #include <host/MemoryStripe.h>
 #include <platform/CharReader.h>
@@ -101,8 +102,7 @@ std::optional<Refusal> findShiftedRow(const StackVector<Ref<PDF::Object>>& objec
     for (std::size_t i = 0; first && i < objects.size(); ++i) {
         const unsigned long long row = *first + 1 + i;
         if (objects[i]->id() != row)
-            return Refusal{nameOf(*objects[i]) + " is written as row " + std::to_string(row)
-                + " of the table: the numbers of the objects don't follow each other from the table's first on"};
+            return Refusal{shiftedRowWords(*objects[i], row)};
     }
     return {};
 }
@@ -183,10 +183,10 @@ StackVector<Ref<PDF::Object>> objectsAsWritten(const Ref<Document>& document) no
     return objects;
 }
 
-std::string nameOf(const PDF::Object& object) noexcept
+std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept
 {
-    const std::string name = "object " + std::to_string(object.id());
-    return object.generation() ? name + " of generation " + std::to_string(object.generation()) : name;
+    return nameOf(object) + " is written as row " + std::to_string(row)
+        + " of the table: the numbers of the objects don't follow each other from the table's first on";
 }
 
 std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<FileStripe>& written) noexcept

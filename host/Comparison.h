@@ -18,7 +18,8 @@ std::optional<Refusal> findDifference(
 // The objects of the document in the order in which they are written.
 StackVector<Ref<PDF::Object>> objectsAsWritten(
     const Ref<PDF::Document>& document) noexcept;
-// "object 12", and the generation if it isn't 0.
-EXPORTED std::string nameOf(const PDF::Object& object) noexcept;
+
+// Why an object that the new table has in the row of another number can't be found by its own.
+std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept;
 
 } // namespace Host

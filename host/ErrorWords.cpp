@@ -1,6 +1,7 @@
 #include <host/ErrorWords.h>
 
 #include <platform/Error.h>
+#include <values/Object.h>
 
 #include <cstdio>
 #include <system_error>
@@ -73,6 +74,12 @@ Refusal codeRefusal(std::uint32_t code, std::string_view prefix) noexcept
 Refusal systemRefusal(std::string_view what, int systemError) noexcept
 {
     return {std::string(what) + ": " + std::generic_category().message(systemError)};
+}
+
+std::string nameOf(const Libraries::Files::PDF::Object& object) noexcept
+{
+    const std::string name = "object " + std::to_string(object.id());
+    return object.generation() ? name + " of generation " + std::to_string(object.generation()) : name;
 }
 
 } // namespace Host

@@ -6,14 +6,20 @@ namespace Host {
 
 Result<OpenedFile> open(const std::string& path) noexcept
 {
-    Result<Ref<FileStripe>> file = FileStripe::open(path);
+    const Result<Ref<FileStripe>> file = FileStripe::open(path);
+    return file ? open(*file) : Result<OpenedFile>(file.refusal());
+}
+
+Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept
+{
     if (!file)
-        return file.refusal();
-    Ref<PDF::Document> document = PDF::Document::create(*file);
+        return codeRefusal(ErrNullArgument);
+    file->seek(0);
+    Ref<PDF::Document> document = PDF::Document::create(file);
     if (document)
-        return OpenedFile{std::move(document), std::move(*file)};
+        return OpenedFile{std::move(document), file};
     const std::uint32_t code = Error::get();
-    const std::string trouble = (*file)->trouble();
+    const std::string trouble = file->trouble();
     return trouble.empty() ? codeRefusal(code) : Refusal{trouble, 0, true};
 }
 

@@ -18,6 +18,8 @@ struct OpenedFile {
 // Opens a PDF file. Refused with the library's code when the file breaks a rule; without one, and as
 // unreadable, when it can't be read.
 EXPORTED Result<OpenedFile> open(const std::string& path) noexcept;
+// The same for a file that is open already, from its beginning.
+EXPORTED Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept;
 
 // Takes the data of all streams into memory, 4 bytes each, and gives the file up: from then on it may be
 // overwritten in place, cut short or deleted, and everything still reads. `opened.file` is then null, and a

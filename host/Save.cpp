@@ -3,6 +3,7 @@
 #include <document/Inspection.h>
 #include <host/Comparison.h>
 #include <host/ErrorWords.h>
+#include <host/Examine.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 #include <values/Stream.h>
@@ -44,6 +45,20 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
     return {};
 }
 
+// Why a strict save is none.
+std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
+{
+    if (!source)
+        return Refusal{"the file that the document was opened from is not at hand to be examined"};
+    const Result<Examination> examination = examine(source);
+    if (!examination)
+        return Refusal{"the file that the document was opened from " + examination.refusal().words,
+            examination.refusal().code};
+    if (examination->losses.countOfMeaning() == 0)
+        return {};
+    return Refusal{"saving loses " + examination->losses.summary()};
+}
+
 // Why the document could not be written: the failure of a file, or else the first object without a text.
 Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const Ref<FileStripe>& source)
 {
@@ -79,6 +94,9 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
         return codeRefusal(ErrNullArgument);
     if (!options.isPartialAllowed)
         if (auto refusal = refuseBeforehand(document, options.source))
+            return *refusal;
+    if (options.isStrict)
+        if (auto refusal = refuseLosses(options.source))
             return *refusal;
     Result<Ref<FileOutput>> out = FileOutput::create(path);
     if (!out)

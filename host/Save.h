@@ -13,6 +13,8 @@ struct SaveOptions {
     bool isUnverified = false;
     // The file that the document was opened from; null when it didn't come from one.
     Ref<FileStripe> source;
+    // Refuses a document whose source says anything that the new file would not give back as it was meant.
+    bool isStrict = false;
 };
 
 struct Saved {
@@ -25,7 +27,9 @@ struct Saved {
 // one. `Size` of the document's trailer is brought up to date in any case.
 //
 // Refused beforehand: a document without objects or catalog, one whose trailer has Prev, XRefStm or
-// Encrypt, and one whose source was changed since it was opened. Then the new file is written, opened
+// Encrypt, and one whose source was changed since it was opened. A strict save examines the source, as
+// `examine` tells, and refuses the document as well when it finds a loss of meaning, with the counts in the
+// words; when the source can't be examined; and when there is none. Then the new file is written, opened
 // again before it has its name, and compared: version, line ending, trailer but for Size, and object by
 // object id, generation and written text with stream data. What does not come back as it was is refused,
 // with the object and the reason in the words. A failing read or write, and a source that is changed

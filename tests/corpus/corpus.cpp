@@ -2,10 +2,14 @@
 //
 // The table has a header line and, for each file, its name, what opening gives ("ok" or the code), the
 // numbers of objects and of pages, and what a rewrite gives: "ok", with ",cr" or ",backslash" behind it, or
-// words that say why the file can't be saved whole ("shifted", "noroot", "badlen", "dangling", "prev").
+// words that say why the file can't be saved whole ("shifted", "noroot", "badlen", "dangling", "prev"). The last
+// column says what is lost without a word: "numbers", "highbytes" and "glued" with their counts, and "misfind".
+// Of strings with high bytes it counts all, so that those that are lost are among them; a value that is found
+// too early may be the right one.
 
 #include <document/Inspection.h>
 #include <host/ErrorWords.h>
+#include <host/Examine.h>
 #include <host/Open.h>
 #include <host/Save.h>
 #include <values/Object.h>
@@ -13,6 +17,7 @@
 #include "../host/TestFolder.h"
 
 #include <cstdio>
+#include <set>
 #include <sstream>
 
 namespace {
@@ -20,8 +25,15 @@ namespace {
 using namespace Tests;
 
 struct Row {
-    std::string file, opening, objects, pages, rewrite;
+    std::string file, opening, objects, pages, rewrite, notKept;
     bool says(const char* word) const { return rewrite.find(word) != rewrite.npos; }
+    // The number behind a word of the columns about saving; 0 without the word.
+    std::size_t count(const std::string& word) const
+    {
+        const std::string text = rewrite + " " + notKept;
+        const std::size_t place = text.find(word);
+        return place == text.npos ? 0 : std::strtoul(text.c_str() + place + word.size(), nullptr, 10);
+    }
 };
 
 // What is wrong with a file; empty when nothing is.
@@ -36,7 +48,7 @@ std::vector<Row> readTable(const std::string& path)
     while (std::getline(table, line)) {
         std::istringstream cells(line);
         Row row;
-        for (std::string* cell : {&row.file, &row.opening, &row.objects, &row.pages, &row.rewrite})
+        for (std::string* cell : {&row.file, &row.opening, &row.objects, &row.pages, &row.rewrite, &row.notKept})
             std::getline(cells, *cell, '\t');
         rows.push_back(row);
     }
@@ -98,6 +110,34 @@ Complaint checkRefusal(const Row& row, const Host::OpenedFile& opened, const Tes
     return isWritten ? "" : "is not written unverified";
 }
 
+// Whether the losses that are found are those that the table tells.
+Complaint checkLosses(const Row& row, const std::string& path, const TestFolder& folder)
+{
+    using Host::LossKind;
+    const auto examination = Host::examine(path);
+    if (!examination)
+        return "is not examined: " + describe(examination.refusal());
+    const Host::Losses& losses = examination->losses;
+    std::set<std::string> lostTargets;
+    for (const Host::Loss& loss : losses.all())
+        if (loss.kind == LossKind::LostReference)
+            lostTargets.insert(loss.inFile);
+    const std::size_t numbers = losses.count(LossKind::FractionZeros) + losses.count(LossKind::NumberSign);
+    const std::size_t strings = losses.count(LossKind::RawBytes) + losses.count(LossKind::UndefinedOctals);
+    const bool isAgreed = numbers == row.count("numbers") && strings <= row.count("highbytes")
+        && losses.count(LossKind::GluedWord) == row.count("glued") && lostTargets.size() == row.count("dangling")
+        && losses.count(LossKind::EarlyValue) <= (row.notKept == "misfind")
+        && row.says("shifted") == !examination->tableTrouble.empty()
+        && row.says("backslash") == (losses.count(LossKind::ReopenedBackslash) > 0)
+        && row.says("badlen") == (losses.count(LossKind::Unwritable) > 0);
+    const bool isExplained = row.says("prev") || row.says("noroot") || row.says("shifted") || row.says("badlen");
+    const std::size_t known = numbers + strings + losses.count(LossKind::ReopenedBackslash);
+    if (!isAgreed || (!isExplained && known != losses.countOfMeaning()))
+        return "has other losses: " + losses.summary();
+    const auto saved = Host::save(*Host::open(path), folder.path("sized.pdf"), {true, true, nullptr});
+    return (saved ? saved->size : 0) == examination->size ? "" : "has another size than examined";
+}
+
 Complaint check(const Row& row, const std::string& folder)
 {
     const auto opened = Host::open(folder + "/" + row.file);
@@ -110,7 +150,8 @@ Complaint check(const Row& row, const std::string& folder)
         return "has " + numbersOf(*opened);
     const TestFolder scratch;
     const bool isGood = row.rewrite == "ok" || row.rewrite == "ok,cr";
-    return isGood ? checkRewrite(*opened, scratch) : checkRefusal(row, *opened, scratch);
+    const Complaint complaint = isGood ? checkRewrite(*opened, scratch) : checkRefusal(row, *opened, scratch);
+    return complaint.empty() ? checkLosses(row, folder + "/" + row.file, scratch) : complaint;
 }
 
 } // namespace

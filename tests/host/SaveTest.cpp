@@ -120,6 +120,22 @@ TEST(Save, aSourceThatShrinksIsAFailureToRead)
     EXPECT_TRUE(Host::open(folder.path("none.pdf")).refusal().isUnreadable);
 }
 
+TEST(Save, whenStrictRefusesWhatLosesItsMeaning)
+{
+    const TestFolder folder;
+    const SaveOptions strict{false, false, nullptr, true};
+    const auto good = Host::open(folder.put("good.pdf", PdfText().pages().object(3, "[ 1.5 ] % a comment")));
+    EXPECT_TRUE(save(*good, folder.path("out.pdf"), strict));
+    const auto bad = Host::open(folder.put("bad.pdf", PdfText().pages().object(3, "[ 1.05 -0.5 2.05 ]")));
+    const auto refused = save(*bad, folder.path("out.pdf"), strict);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.refusal().words,
+        "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
+    EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
+    EXPECT_TRUE(save(*bad, folder.path("bad.pdf")));
+    EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
+}
+
 TEST(Save, namesTheObjectWithoutUsableData)
 {
     const TestFolder folder;

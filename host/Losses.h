@@ -1,0 +1,73 @@
+#pragma once
+
+#include <platform/Export.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Host {
+
+// What kind of thing a file says that is not, or otherwise, in the file that a save makes of it.
+enum class LossKind : std::uint8_t {
+    FractionZeros,      // 1.05, which goes out as 1.5
+    NumberSign,         // -0.5, which goes out as 0.5
+    RawBytes,           // bytes from 128 to 159 in a literal string, not as escapes
+    UndefinedOctals,    // octal escapes of 129, 141, 143, 144 and 157
+    DoubledBackslash,   // two backslashes in a literal string, which stand for one
+    ReopenedBackslash,  // a backslash that goes out as it was meant, and is read otherwise by this library
+    OddDigits,          // a hexadecimal string without its last digit, which stands for 0
+    GluedWord,          // a word that ends at a bracket, and is put together with what stands behind
+    ObjectReference,    // an object that is a reference, of which the number remains
+    EarlyValue,         // an object whose value is taken from its own header
+    RepeatedKey,        // a key that stands twice in a dictionary; the last one remains
+    OtherValue,         // any other value that goes out with another meaning
+    StreamData,         // data of a stream that begins or ends at another place
+    Unwritable,         // an object that can't be written, so that there is no new file
+    SecondSubsection,   // an object of the table's further subsections
+    EarlierRevision,    // an object of an earlier revision that is still in force, and Prev itself
+    ObjectStream,       // objects in streams: a stream that holds them, and XRefStm
+    LostReference,      // a reference to an object that the new file doesn't have
+    ShiftedRow,         // an object that the new table gives another number
+    Encryption,         // Encrypt: what is in memory are ciphers
+    Comment,            // says nothing to a reader of the format, so it is listed and never refused
+};
+constexpr std::size_t lossKindCount = std::size_t(LossKind::Comment) + 1;
+
+// The kind in a few words: "leading zeros of a fraction".
+EXPORTED std::string_view lossWords(LossKind kind) noexcept;
+
+struct Loss {
+    LossKind kind;
+    std::uint32_t id; // of the object; 0 for the trailer and for what is in no object
+    std::uint16_t generation;
+    std::uint64_t offset; // in the file, in bytes
+    // The bytes in the file, and those that would be written, as far as there are any; of a longer text
+    // its beginning.
+    std::string inFile;
+    std::string written;
+};
+
+// A list of losses with its counts.
+class EXPORTED Losses {
+public:
+    static constexpr std::size_t longestText = 200; // of a loss, in bytes
+
+    void add(Loss loss) noexcept;
+
+    const std::vector<Loss>& all() const noexcept { return _all; }
+    std::size_t count(LossKind kind) const noexcept { return _counts[std::size_t(kind)]; }
+    // Those that change what a reader makes of the file: all but comments.
+    std::size_t countOfMeaning() const noexcept { return _all.size() - count(LossKind::Comment); }
+    // The counts by kind, in words, comments left out: "leading zeros of a fraction (2), raw bytes of a
+    // string (1)"; empty when there is none.
+    std::string summary() const noexcept;
+
+private:
+    std::vector<Loss> _all;
+    std::array<std::size_t, lossKindCount> _counts{};
+};
+
+} // namespace Host

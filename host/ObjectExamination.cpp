@@ -1,0 +1,162 @@
+#include <host/ObjectExamination.h>
+
+#include <document/Inspection.h>
+#include <document/Syntax.h>
+#include <host/Characters.h>
+#include <host/MeaningComparison.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+#include <values/Stream.h>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+using Kind = Meaning::Kind;
+
+constexpr std::size_t excerpt = 40; // of data, in bytes
+
+// An object as the format means it.
+struct Source {
+    std::uint64_t offset = 0; // of its header
+    Meaning value;
+    bool isStream = false;
+    std::uint64_t dataOffset = 0; // of a stream
+};
+
+// Behind "stream": the data begins behind one line ending, and blanks before it.
+std::uint64_t findData(SourceText& text, std::uint64_t behindKeyword)
+{
+    std::uint64_t position = behindKeyword;
+    while (text.at(position) == ' ' || text.at(position) == '\t')
+        ++position;
+    if (text.at(position) == '\r')
+        return position + (text.at(position + 1) == '\n' ? 2 : 1);
+    return text.at(position) == '\n' ? position + 1 : behindKeyword;
+}
+
+Source readSource(FileExamination& file, std::uint64_t offset)
+{
+    file.text().moveTo(offset);
+    MeaningReader reader(file.text(), offset);
+    Source source;
+    source.offset = offset;
+    std::uint64_t number = 0;
+    if (!reader.readCount(number) || !reader.readCount(number) || !reader.skipKeyword("obj"))
+        return source;
+    source.value = reader.readValue();
+    source.isStream = source.value.kind == Kind::Dictionary && reader.skipKeyword(Syntax::streamKeyword);
+    if (source.isStream)
+        source.dataOffset = findData(file.text(), reader.position());
+    else if (reader.skipKeyword(Syntax::objectEnd))
+        reader.skipSpace();
+    file.addComments(reader.takeComments());
+    return source;
+}
+
+// Whether the value's first piece also stands in front of it, where the library finds it on a common line.
+bool isFoundEarly(SourceText& text, const Source& source)
+{
+    const std::string before = text.slice(source.offset, source.value.begin, Losses::longestText);
+    std::string piece;
+    for (std::uint64_t position = source.value.begin; piece.size() < before.size() && text.at(position) > ' ';)
+        piece += static_cast<char>(text.at(position++));
+    return before.find(piece) != before.npos;
+}
+
+std::string textOf(const SourceText& text, const Meaning& value)
+{
+    return text.slice(value.begin, value.end, Losses::longestText);
+}
+
+void compareValue(FileExamination& file, const Ref<Value>& value, const Source& source)
+{
+    const Meaning& meant = source.value;
+    const auto text = writtenText(file.document(), value);
+    if (!text) {
+        file.add(LossKind::Unwritable, meant.begin, textOf(file.text(), meant));
+        return;
+    }
+    SourceText writtenBytes(bytesOf(*text));
+    const Meaning written = MeaningReader(writtenBytes, 0).readValue();
+    MeaningComparison comparison(file.text(), writtenBytes, file.model(), file.losses());
+    const bool isOther = meant.kind != written.kind || meant.text != written.text;
+    if (isOther && meant.kind == Kind::Reference && written.kind == Kind::Number)
+        comparison.add(LossKind::ObjectReference, meant, written);
+    else if (isOther && isFoundEarly(file.text(), source))
+        comparison.add(LossKind::EarlyValue, meant, written);
+    else
+        comparison.compare(meant, written);
+}
+
+// Behind the data that the Length counts the stream ends. Where it doesn't, readers that look for its end
+// find more data, or less.
+void examineDataEnd(FileExamination& file, std::uint64_t end)
+{
+    SourceText& text = file.text();
+    text.moveTo(end);
+    std::uint64_t position = end;
+    for (int c = text.at(position); c >= 0 && Syntax::isSpace(static_cast<unsigned>(c)); c = text.at(position))
+        ++position;
+    MeaningReader reader(text, position);
+    const bool isEnd = text.isAt(position, Syntax::streamEnd) && reader.skipKeyword(Syntax::streamEnd);
+    const bool isObjectEnd = (isEnd || text.isAt(position, Syntax::objectEnd)) && reader.skipKeyword(Syntax::objectEnd);
+    if (!isEnd && !isObjectEnd)
+        file.add(LossKind::StreamData, end, text.slice(end, end + excerpt, excerpt));
+    if (isObjectEnd)
+        reader.skipSpace();
+    file.addComments(reader.takeComments());
+}
+
+void examineData(FileExamination& file, const Ref<Stream>& stream, const Source& source)
+{
+    SourceText& text = file.text();
+    const Ref<Interfaces::Stripe> data = file.document()->streamData(stream, false);
+    if (!data) {
+        const Meaning* length = source.value.find("Length");
+        file.add(LossKind::Unwritable, length ? length->begin : source.value.begin,
+            length ? "/Length " + textOf(text, *length) : "");
+        return;
+    }
+    const std::uint64_t offset = source.dataOffset;
+    const bool isElsewhere = stream->strmOfs() != offset;
+    // A line feed in front of the data becomes a part of the line ending CR that is written before it.
+    const bool isJoined = data->size() > 0 && text.at(offset) == '\n' && lineEndingOf(file.document())->equals("\r");
+    if (isElsewhere || isJoined)
+        file.add(LossKind::StreamData, offset, text.slice(offset, offset + excerpt, excerpt));
+    else
+        examineDataEnd(file, stream->strmOfs() + data->size());
+}
+
+} // namespace
+
+std::string bytesOf(const TConstArray<std::uint32_t>& elements) noexcept
+{
+    std::string bytes;
+    bytes.reserve(elements.size());
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        bytes += static_cast<char>(byteOfElement(elements.data()[i]));
+    return bytes;
+}
+
+void examineObject(FileExamination& file, const PDF::Object& object) noexcept
+{
+    file.turnTo(object);
+    const auto row = file.chain().rows().find(object.id());
+    const Source source = row == file.chain().rows().end() ? Source() : readSource(file, row->second.offset);
+    const Ref<Stream> stream = valueAs<Stream>(object.value());
+    compareValue(file, stream ? Ref<Value>(stream->dict()) : object.value(), source);
+    file.addLostReferences(source.value);
+    const Meaning* type = source.isStream ? source.value.find("Type") : nullptr;
+    if (type && type->text == "ObjStm")
+        file.add(LossKind::ObjectStream, source.value.begin, textOf(file.text(), source.value));
+    const std::uint64_t end = source.value.end;
+    if (source.isStream != bool(stream))
+        file.add(LossKind::StreamData, end, file.text().slice(end, end + excerpt, excerpt));
+    else if (stream)
+        examineData(file, stream, source);
+}
+
+} // namespace Host

@@ -1,0 +1,300 @@
+#include <host/Examine.h>
+#include <host/Save.h>
+#include <host/TableChain.h>
+#include <values/NumberObj.h>
+
+#include "../support/Streams.h"
+#include "TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace Tests;
+using namespace Host;
+
+namespace {
+
+std::string shown(const Loss& loss)
+{
+    return std::to_string(loss.id) + " " + std::string(lossWords(loss.kind)) + ": " + loss.inFile + " > "
+        + loss.written;
+}
+
+// All losses of a file, one in a line.
+std::string lossesOf(const TestFolder& folder, const std::string& file)
+{
+    const auto examination = examine(folder.put("file.pdf", file));
+    if (!examination)
+        return "refused: " + examination.refusal().words;
+    std::string text;
+    for (const Loss& loss : examination->losses.all()) {
+        const bool isValue = loss.kind < LossKind::Unwritable || loss.kind == LossKind::Comment;
+        EXPECT_TRUE(!isValue || file.compare(loss.offset, loss.inFile.size(), loss.inFile) == 0) << shown(loss);
+        text += shown(loss) + "\n";
+    }
+    return text;
+}
+
+PdfText with(const std::string& value)
+{
+    return PdfText().pages().object(3, value);
+}
+
+} // namespace
+
+TEST(Examine, listsWhatGoesOutWithAnotherMeaning)
+{
+    const std::pair<PdfText, std::string> cases[] = {
+        {with("[ 1.50 0.5 .5 -7.25 5. +3 -0 -0.0 007 1.0 ]"), ""},
+        {with("<< /A#20B /C /D null /E [ 1 0 R ] /F true >>"), ""},
+        {with("[ (a\\(b(c)\\)\\n\\101\\200\xA0\xFF) <48 65> () (\\\r\n) ]"), ""},
+        {with("[ 1.05 -0.5 -.05 -3.007 ]"),
+            "3 leading zeros of a fraction: 1.05 > 1.5\n"
+            "3 sign of a number between -1 and 0: -0.5 > 0.5\n"
+            "3 leading zeros of a fraction: -.05 > 0.5\n"
+            "3 leading zeros of a fraction: -3.007 > -3.7\n"},
+        {with("-0.5"), "3 sign of a number between -1 and 0: -0.5 > 0.5\n"},
+        {with("[ 1.-5 ]"), "3 other value: 1.-5 > 1.18446744073709551611\n"},
+        {with("<< /K (a\x80z) >>"), "3 raw bytes of a string: (a\x80z) > (a\\254z)\n"},
+        {with("(\\201)"), std::string("3 octal bytes of a string: (\\201) > (\0)\n", 40)},
+        {with("[ (a\\\\nb) ]"), "3 doubled backslashes of a string: (a\\\\nb) > (a\\nb)\n"},
+        {with("(a\\134nb)"), "3 backslash of a string, when opened again: (a\\134nb) > (a\\\\nb)\n"},
+        {with("<5>"), "3 odd hexadecimal digit: <5> > <32>\n"},
+        {with("<5C>"), ""},
+        {with("[ 1[2]3 ]"), "3 word glued to a bracket: [ 1[2]3 ] > [ [ 2 ] 13 ]\n"},
+        {with("[ [ 12(x) ] 4 ]"), "3 word glued to a bracket: [ 12(x) ] > [ (x) 12 ]\n"},
+        {with("12(x) "), "3 word glued to a bracket: 12 > (x)\n"},
+        {with("[ 1 ]%x"), "3 comment: %x > \n"},
+        {with("<< %[ 1.05\n/A (%) %b\n>> % endobj"),
+            "3 comment: %[ 1.05 > \n3 comment: %b > \n3 comment: % endobj > \n"},
+        {with("1 0 R"), "3 reference as an object: 1 0 R > 1\n"},
+        {with("<< /A 1 /A 2 >>"), "3 repeated key: 1 > \n"},
+        {with("%x<</A 1>>\n<</B 2>>"), "3 comment: %x<</A 1>> > \n3 other value:  > 1\n3 other value: 2 > \n"},
+        {with("<< /A /B\x01 2 >>"), "refused: an object can't be read, or is no dictionary where one is needed"},
+    };
+    for (const auto& [file, losses] : cases) {
+        SCOPED_TRACE(std::string(file));
+        const TestFolder folder;
+        EXPECT_EQ(lossesOf(folder, file), losses);
+    }
+}
+
+TEST(Examine, looksAtHeaderLines)
+{
+    const std::pair<std::string, std::string> cases[] = {
+        {"3 0 obj 3", ""}, // found early, and the same there
+        {"3 0 obj  33", ""},
+        {"3 0 obj [ 3 0 ]", ""},
+        {"003 0 obj 0", "3 value found too early: 0 > 3\n"},
+        {"3 0 obj 0 3 R", "3 reference as an object: 0 3 R > 0\n"},
+    };
+    for (auto [header, losses] : cases) {
+        SCOPED_TRACE(header);
+        const TestFolder folder;
+        header.resize(24, ' ');
+        const std::string value(16, '9');
+        EXPECT_EQ(lossesOf(folder, damaged(with(value), "3 0 obj\n" + value, header)), losses);
+    }
+}
+
+TEST(Examine, looksAtTheDataOfStreams)
+{
+    const std::pair<std::string, std::string> cases[] = {
+        {"<< /Length 4 >> stream\ndata\nendstream", ""},
+        {"<< /Length 4 >>stream\r\ndata endstream % x", "3 comment: % x > \n"},
+        {"<< /Length 5 >> stream\n(\x80%)\nendstream", ""},
+        {"<< /Length 1 0 R >> stream\ndata\nendstream", "3 object that can't be written: /Length 1 0 R > \n"},
+        {"<< /Length 9999 >> stream\ndata\nendstream", "3 object that can't be written: /Length 9999 > \n"},
+        {"<< /Length 2 >> stream\ndata\nendstream",
+            "3 data of a stream: ta\nendstream\nendobj\nxref\n0 4\n0000000000  > \n"},
+        {"<< /Length 4 >> stream \ndata\nendstream",
+            "3 data of a stream: data\nendstream\nendobj\nxref\n0 4\n000000000 > \n"},
+        {"<< /Length 4 >> %c\nstream\ndata\nendstream",
+            "3 comment: %c > \n3 data of a stream:  %c\nstream\ndata\nendstream\nendobj\nxref\n0  > \n"},
+        {"<< /Type /ObjStm /N 2 /Length 0 >> stream\nendstream",
+            "3 objects in streams: << /Type /ObjStm /N 2 /Length 0 >> > \n"},
+    };
+    for (const auto& [value, losses] : cases) {
+        SCOPED_TRACE(value);
+        const TestFolder folder;
+        EXPECT_EQ(lossesOf(folder, with(value)), losses);
+    }
+    const TestFolder folder;
+    const std::string crFile = PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream");
+    EXPECT_EQ(lossesOf(folder, crFile).substr(0, 27), "3 data of a stream: \ndata\re");
+}
+
+TEST(Examine, looksAtTheTableAndTheTrailer)
+{
+    const std::pair<std::string, std::string> cases[] = {
+        {with("1").object(5, "2"), "5 object with another row of the table: object 5 > row 4\n"},
+        {with("[ 9 0 R ]"), ""}, // leads nowhere in the file, either
+        {with("1").trailer("/ID [ <5> ] /Size 9"), "0 odd hexadecimal digit: <5> > <32>\n"},
+        {with("1").trailer("/Encrypt 3 0 R"), "0 encryption: /Encrypt 3 0 R > /Encrypt 3 0 R\n"},
+        {with("[ 9 0 R ]").trailer("/XRefStm 9"),
+            "3 reference to a lost object: 9 0 R > 9 0 R\n0 objects in streams: /XRefStm 9 > /XRefStm 9\n"},
+        {with("1").trailer("/Prev 9"), "0 earlier revision: /Prev 9 > /Prev 9\n"},
+        {damaged(with("1"), "R  >>", "R %c\n>>% d"), "0 comment: %c > \n0 comment: % d > \n"},
+    };
+    for (const auto& [file, losses] : cases) {
+        SCOPED_TRACE(file);
+        const TestFolder folder;
+        EXPECT_EQ(lossesOf(folder, file), losses);
+    }
+}
+
+TEST(Examine, findsWhatEarlierRevisionsHave)
+{
+    std::string file = with("(old)").object(4, "4").object(5, "5");
+    const std::size_t old = file.find("xref\n0 6");
+    const std::size_t third = file.size();
+    file += "3 0 obj\n[ 4 0 R 6 0 R 7 0 R ]\nendobj\n";
+    const std::size_t sixth = file.size();
+    file += "6 0 obj\n(new)\nendobj\n";
+    char table[200];
+    std::snprintf(table, sizeof table,
+        "xref\n3 1\n%010zu 00000 n \n5 2\n0000000000 00001 f \n%010zu 00000 n \n", third, sixth);
+    const std::string start = std::to_string(file.size());
+    file += table + ("trailer\n<< /Root 1 0 R /Prev " + std::to_string(old));
+    file += " >>\nstartxref\n" + start + "\n%%EOF\n";
+    const TestFolder folder;
+    EXPECT_EQ(lossesOf(folder, file),
+        "3 reference to a lost object: 4 0 R > 4 0 R\n"
+        "3 reference to a lost object: 6 0 R > 6 0 R\n"
+        "3 object with another row of the table: object 3 > row 4\n"
+        "0 earlier revision: /Prev " + std::to_string(old) + " > /Prev " + std::to_string(old) + "\n"
+        "0 reference to a lost object: 1 0 R > 1 0 R\n"
+        "1 earlier revision: " + file.substr(file.find("1 0 obj"), 200) + " > \n"
+        "2 earlier revision: " + file.substr(file.find("2 0 obj"), 200) + " > \n"
+        "4 earlier revision: " + file.substr(file.find("4 0 obj"), 200) + " > \n"
+        "6 object of a second subsection: " + file.substr(sixth, 200) + " > \n");
+}
+
+TEST(Examine, tellsTheSizeAndWhetherTheTableFits)
+{
+    for (const char* ending : {"\n", "\r", "\r\n"}) {
+        const TestFolder folder;
+        const std::string path = folder.put("file.pdf", PdfText(ending).pages().stream(3, "data").object(4, "1.05"));
+        const auto examination = examine(path);
+        ASSERT_TRUE(examination);
+        EXPECT_EQ(examination->tableTrouble, "");
+        EXPECT_EQ(examination->losses.summary(), "leading zeros of a fraction (1)");
+        EXPECT_EQ(examination->size, save(*Host::open(path), folder.path("out.pdf"))->size);
+    }
+    const TestFolder folder;
+    const auto shifted = examine(folder.put("file.pdf", with("1").object(7, "2").object(8, "3")));
+    EXPECT_EQ(shifted->tableTrouble.substr(0, 42), "object 7 is written as row 4 of the table:");
+    EXPECT_EQ(shifted->losses.count(LossKind::ShiftedRow), 2u);
+    EXPECT_EQ(examine(folder.put("file.pdf", with("<< /Length 99999 >> stream\nx")))->size, 0u);
+}
+
+TEST(Examine, findsEveryLossThatIsPlantedAndNoOther)
+{
+    const char* const kept[] = {"1", "-7.25", ".5", "(a\\(\\101\xE9)", "<4 1>", "/N", "true", "null", "1 0 R", "%c\n2"};
+    const std::pair<const char*, LossKind> planted[] = {
+        {"2.05", LossKind::FractionZeros},
+        {"-.5", LossKind::NumberSign},
+        {"(\x93)", LossKind::RawBytes},
+        {"(\\215)", LossKind::UndefinedOctals},
+        {"(\\\\t)", LossKind::DoubledBackslash},
+        {"(\\134t)", LossKind::ReopenedBackslash},
+        {"<415>", LossKind::OddDigits},
+        {"[ 8<< >> 9 ]", LossKind::GluedWord},
+        {"<< /A 1 /A 2 >>", LossKind::RepeatedKey},
+    };
+    std::minstd_rand random(7);
+    const auto draw = [&random](std::size_t count) { return random() % count; };
+    for (int round = 0; round < 20; ++round) {
+        const TestFolder folder;
+        PdfText text = PdfText().pages();
+        std::vector<std::pair<std::uint32_t, LossKind>> expected;
+        for (unsigned id = 3; id < 13; ++id) {
+            std::string value;
+            for (std::size_t key = 0; key < 6; ++key) {
+                const auto& [loss, kind] = planted[draw(std::size(planted))];
+                const bool isLoss = draw(4) == 0;
+                const std::string part = isLoss ? loss : kept[draw(std::size(kept))];
+                value += "\n/K" + std::to_string(key) + (draw(2) ? "[" + part + "\n]" : " " + part);
+                if (isLoss)
+                    expected.emplace_back(id, kind);
+                if (draw(3) == 0)
+                    value = "/D" + std::to_string(key) + " << " + value + " >>";
+            }
+            text.object(id, "<< " + value + " >>");
+        }
+        const auto examination = examine(folder.put("file.pdf", text));
+        ASSERT_TRUE(examination);
+        std::vector<std::pair<std::uint32_t, LossKind>> found;
+        for (const Loss& loss : examination->losses.all())
+            if (loss.kind != LossKind::Comment)
+                found.emplace_back(loss.id, loss.kind);
+        std::sort(expected.begin(), expected.end());
+        std::sort(found.begin(), found.end());
+        EXPECT_TRUE(found == expected) << std::string(text) << examination->losses.summary();
+    }
+}
+
+TEST(Examine, leavesADocumentThatIsInUseAlone)
+{
+    const TestFolder folder;
+    const auto opened = Host::open(folder.put("file.pdf", PdfText().pages().stream(3, "data").object(4, "[ 1.05 ]")));
+    const Ref<PDF::Dictionary> catalog = opened->document->getCatalog()->valueAsDictionary();
+    ASSERT_TRUE(catalog->set(::String::create("N"), make<PDF::NumberObj>(2, 0)));
+    const Ref<Interfaces::Stripe> data = opened->document->streamData(streamOf(opened->document), false);
+    std::uint32_t first = 0;
+    BufferDesc area = BufferDesc::plain(&first);
+    EXPECT_EQ(data->read(area, 1, waitForever), 1u);
+    EXPECT_EQ(examine(opened->file)->losses.summary(), "leading zeros of a fraction (1)");
+    EXPECT_EQ(data->tell(), 1u) << "where it was read to";
+    EXPECT_EQ(bytesOf(data), "data");
+    EXPECT_TRUE(catalog->find(::String::create("N")));
+    EXPECT_TRUE(save(*opened, folder.path("file.pdf")));
+}
+
+TEST(Examine, refusesWhatCantBeRead)
+{
+    const TestFolder folder;
+    EXPECT_TRUE(examine(folder.path("none.pdf")).refusal().isUnreadable);
+    EXPECT_EQ(examine(folder.put("file.pdf", "%PDF-1.4\n")).refusal().code, ErrNoEofMarker);
+    const auto file = *FileStripe::open(folder.put("file.pdf", with("1")));
+    fs::resize_file(folder.path("file.pdf"), 20);
+    EXPECT_FALSE(examine(file));
+    EXPECT_EQ(examine(Ref<FileStripe>()).refusal().code, ErrNullArgument);
+}
+
+// Tables that lie in the trailers of each other, and objects that by the format go on to the end of the file,
+// where the library takes a few characters.
+TEST(Examine, takesTimeThatGrowsWithTheFile)
+{
+    constexpr unsigned count = 5'000;
+    const auto chainFrom = [](std::size_t begin) {
+        std::string chain;
+        std::string ends;
+        for (unsigned i = 0; i < count; ++i, ends += ")>>") {
+            const std::string next = std::to_string(10'000'000 + begin + (i + 1) * 35);
+            chain += "xref 0 0 trailer<</Prev " + ("0" + next.substr(1)) + "/A(";
+        }
+        return chain + ends;
+    };
+    const auto tablesAt = [&chainFrom](std::size_t begin) {
+        return std::string(PdfText().pages().stream(3, chainFrom(begin)).trailer("/Prev " + std::to_string(begin)));
+    };
+    const std::size_t begin = tablesAt(0).find("xref");
+    const std::string tables = tablesAt(begin);
+    const TestFolder folder;
+    const std::string path = folder.put("file.pdf", tables);
+    SourceText text(*FileStripe::open(path));
+    EXPECT_FALSE(TableChain(text).isWhole());
+    EXPECT_LT(text.taken(), 18 * tables.size());
+    EXPECT_EQ(examine(path)->losses.count(LossKind::EarlierRevision), 1u);
+
+    PdfText objects = PdfText().pages();
+    PdfText small = PdfText().pages();
+    for (unsigned id = 3; id < count; ++id) {
+        objects.object(id, "%<<>> endobj\n(");
+        small.stream(id, "");
+    }
+    EXPECT_EQ(lossesOf(folder, small), "");
+    EXPECT_EQ(lossesOf(folder, objects), "refused: has objects that overlap too often to be examined");
+}
