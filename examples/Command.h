@@ -1,6 +1,7 @@
 #pragma once
 
 #include <host/ErrorWords.h>
+#include <host/Examine.h>
 #include <host/Save.h>
 #include <host/Utf8.h>
 #include <platform/StrConv.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -49,8 +51,8 @@ inline std::string shown(const std::string& text)
 class Command {
 public:
     enum class Operands { Exact, More };
-    // `help` is what --help prints; `operands` is how many there have to be, and `More` lets others follow
-    // them. An option that ends in "=" takes the argument behind it.
+    // `help` is what --help prints, and begins with "Usage: " and the name; `operands` is how many there have
+    // to be, and `More` lets others follow them. An option that ends in "=" takes the argument behind it.
     Command(std::string name, const char* help, std::size_t operands, std::vector<std::string> options,
         Operands further = Operands::Exact)
         : _name(std::move(name)), _help(help), _operandCount(operands), _further(further),
@@ -74,6 +76,9 @@ public:
     // The status to end with at once, or none.
     std::optional<int> parse(int argc, char** argv)
     {
+        const std::string rest = std::string(_help).substr(std::string("Usage: " + _name).size());
+        if (argc > 0)
+            _name = std::filesystem::path(argv[0]).filename(); // the name that it is installed by
         bool areOptionsOver = false;
         for (int i = 1; i < argc; ++i) {
             const std::string argument = argv[i];
@@ -89,7 +94,7 @@ public:
                 return misuse("unknown or incomplete option " + argument);
         }
         if (has("--help")) {
-            std::fputs(_help, stdout);
+            std::printf("Usage: %s%s", _name.c_str(), rest.c_str());
             return finish();
         }
         if (_operands.size() < _operandCount
@@ -121,6 +126,11 @@ public:
         std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.words).c_str(),
             code.c_str());
         return refusal.isUnreadable ? Unusable : Refused;
+    }
+    // One line that names the file; the run goes on.
+    void warn(const std::string& file, const std::string& words) const
+    {
+        std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), words.c_str());
     }
     // The status of a run that went well, unless what it printed did not arrive.
     int finish() const
@@ -157,7 +167,7 @@ private:
         });
     }
 
-    const std::string _name;
+    std::string _name;
     const char* const _help;
     const std::size_t _operandCount;
     const Operands _further;
@@ -168,15 +178,36 @@ private:
 };
 
 // The options of every program that saves, and the lines of its help about them.
-inline const std::vector<std::string> saveOptions = {"--unverified", "--partial"};
+inline const std::vector<std::string> saveOptions = {"--unverified", "--partial", "--strict"};
 #define SAVE_OPTIONS_HELP \
+    "  --strict       save only what keeps its meaning; otherwise a warning says what is lost, and\n" \
+    "                 `inspect --losses` lists it\n" \
     "  --unverified   don't open the new file again to compare it with the document\n" \
     "  --partial      save a document, too, of which only a part is in memory: without a\n" \
     "                 catalog, updated, encrypted, or changed on the disk since it was opened\n"
 
-// Saves what was opened from `in` as `out`, by the options given, and gives the status.
+// Says in one line what saving loses of the file, if anything. With --strict that is the end, and the status
+// comes back.
+inline std::optional<int> checkLosses(const Command& command, const Ref<Host::FileStripe>& file, const std::string& in)
+{
+    const auto examination = Host::examine(file);
+    if (examination && examination->losses.countOfMeaning() == 0)
+        return {};
+    const Host::Refusal refusal = examination ? Host::Refusal{"saving loses " + examination->losses.summary()}
+                                              : examination.refusal();
+    if (command.has("--strict"))
+        return command.refuse(in, refusal);
+    command.warn(in, refusal.words);
+    return {};
+}
+
+// Saves what was opened from `in` as `out`, by the options given, and gives the status. The losses of a document
+// that doesn't hold its file any more were checked before.
 inline int save(const Command& command, const Host::OpenedFile& opened, const std::string& in, const std::string& out)
 {
+    if (opened.file)
+        if (const auto status = checkLosses(command, opened.file, in))
+            return *status;
     Host::SaveOptions options;
     options.isUnverified = command.has("--unverified");
     options.isPartialAllowed = command.has("--partial");

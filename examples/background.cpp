@@ -8,7 +8,7 @@ namespace {
 using Host::PDF::BackgroundMode;
 
 const char help[] =
-    "usage: background [options] IN FOREIGN OUT\n"
+    "Usage: background [options] IN FOREIGN OUT\n"
     "\n"
     "Opens the PDF file IN, puts the content of pages of FOREIGN beneath that of its pages, and saves it as\n"
     "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image, with\n"
@@ -59,6 +59,7 @@ int main(int argc, char** argv)
     if (!done)
         return command.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)
-        std::fprintf(stderr, "background: %s: warning: %s\n", Examples::shown(in).c_str(), Examples::shown(warning).c_str());
+        std::fprintf(
+            stderr, "background: %s: warning: %s\n", Examples::shown(in).c_str(), Examples::shown(warning).c_str());
     return Examples::save(command, *opened, in, command.operand(2));
 }

@@ -12,7 +12,7 @@ namespace {
 using Examples::Command;
 
 const char help[] =
-    "usage: fill [options] IN OUT [NAME=VALUE ...]\n"
+    "Usage: fill [options] IN OUT [NAME=VALUE ...]\n"
     "\n"
     "Opens a PDF file, sets values of the fields of its form, and saves it as OUT, which may be the same\n"
     "file. `fields` prints the names, and what the fields take. A check box takes on, off or the name of a\n"

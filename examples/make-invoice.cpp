@@ -15,7 +15,7 @@ using Examples::numbers;
 using Examples::reference;
 
 const char help[] =
-    "usage: make-invoice FORM LETTERHEAD\n"
+    "Usage: make-invoice FORM LETTERHEAD\n"
     "\n"
     "Writes two PDF files: the form of an invoice, two pages to be filled, and a letterhead that goes\n"
     "beneath them.\n"

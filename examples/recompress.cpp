@@ -1,7 +1,6 @@
 // Brings the data of all streams of a PDF file to one compression.
 
 #include <examples/Command.h>
-#include <host/Comparison.h>
 #include <host/Recompress.h>
 
 namespace {
@@ -11,7 +10,7 @@ using Host::RecompressedStream;
 using Host::StreamOutcome;
 
 const char help[] =
-    "usage: recompress --flate | --none [options] IN OUT\n"
+    "Usage: recompress --flate | --none [options] IN OUT\n"
     "\n"
     "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which\n"
     "may be the same file, and says of each stream what became of it, with its sizes in bytes.\n"

@@ -2,7 +2,6 @@
 
 #include <document/Inspection.h>
 #include <examples/Command.h>
-#include <host/Comparison.h>
 #include <host/StreamChecks.h>
 
 namespace {
@@ -10,7 +9,7 @@ namespace {
 using namespace Libraries::Files;
 
 const char help[] =
-    "usage: replace-stream [options] IN OUT N DATAFILE\n"
+    "Usage: replace-stream [options] IN OUT N DATAFILE\n"
     "\n"
     "Opens the PDF file IN, replaces the data of its stream object N by that of DATAFILE, and saves the\n"
     "whole as OUT, which may be the same file. The data is compressed when the stream has the filter\n"

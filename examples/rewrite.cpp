@@ -5,7 +5,7 @@
 namespace {
 
 const char help[] =
-    "usage: rewrite [options] IN OUT\n"
+    "Usage: rewrite [options] IN OUT\n"
     "\n"
     "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced\n"
     "only when the new file has been opened again and holds the same document.\n"

@@ -5,7 +5,7 @@
 namespace {
 
 const char help[] =
-    "usage: save-in-place [options] FILE\n"
+    "Usage: save-in-place [options] FILE\n"
     "\n"
     "Opens the PDF file FILE, takes the data of all its streams into memory, and saves the document as\n"
     "FILE again. Before the save nothing of the old file is needed any more: it might be gone.\n"
@@ -25,6 +25,8 @@ int main(int argc, char** argv)
     Host::Result<Host::OpenedFile> opened = Host::open(file);
     if (!opened)
         return command.refuse(file, opened.refusal());
+    if (const auto status = Examples::checkLosses(command, opened->file, file))
+        return *status;
     if (const auto refusal = Host::detach(*opened))
         return command.refuse(file, *refusal);
     return Examples::save(command, *opened, file, file);

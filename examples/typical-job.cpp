@@ -12,11 +12,12 @@ using Examples::shown;
 using Host::FieldValue;
 
 const char help[] =
-    "usage: typical-job FORM LETTERHEAD OUT\n"
+    "Usage: typical-job FORM LETTERHEAD OUT\n"
     "\n"
     "Fills the form of an invoice that `make-invoice` wrote, puts the letterhead beneath all its pages, saves\n"
     "it as OUT, opens that again, and prints a line for each of the five steps.\n"
     "\n"
+    "  --strict       refuse a form that loses some of its meaning when it is saved\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
     "Exit status: 0; 1 when a step is refused; 2 for wrong use and unreadable files.\n";
@@ -136,7 +137,11 @@ private:
     Outcome save()
     {
         _file = &_command.operand(2);
-        auto saved = Host::save(_opened, *_file);
+        Host::SaveOptions options;
+        options.isStrict = _command.has("--strict");
+        if (!options.isStrict)
+            Examples::checkLosses(_command, _opened.file, _command.operand(0));
+        auto saved = Host::save(_opened, *_file, options);
         if (!saved)
             return saved.refusal();
         const bool isSynced = saved->durability == Host::Durability::Synced;
@@ -168,7 +173,7 @@ private:
 
 int main(int argc, char** argv)
 {
-    Examples::Command command("typical-job", help, 3, {});
+    Examples::Command command("typical-job", help, 3, {"--strict"});
     if (const auto status = command.parse(argc, argv))
         return *status;
     return Job(command).run();
