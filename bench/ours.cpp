@@ -1,0 +1,260 @@
+// The operations, by this library.
+
+#include <bench/Library.h>
+#include <document/Document.h>
+#include <document/Inspection.h>
+#include <forms/Form.h>
+#include <forms/Text.h>
+#include <host/MemoryStripe.h>
+#include <platform/Mem.h>
+#include <platform/Windows_1252.h>
+#include <values/Array.h>
+#include <values/Boolean.h>
+#include <values/Dictionary.h>
+#include <values/Name.h>
+#include <values/Number.h>
+#include <values/Object.h>
+#include <values/ObjectRef.h>
+#include <values/Stream.h>
+#include <values/String.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace Bench {
+
+namespace {
+
+namespace PDF = Libraries::Files::PDF;
+
+void require(bool isDone, const char* words)
+{
+    if (!isDone)
+        fail(std::string(words) + ", code " + std::to_string(Error::get()));
+}
+
+using ByteTable = std::array<std::uint8_t, 0x4000>; // by element: a power of two above the highest
+
+const ByteTable byteOfElement = [] {
+    ByteTable table{};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const auto value = static_cast<std::uint8_t>(byte);
+        table[Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint(value)] = value;
+    }
+    return table;
+}();
+
+std::uint8_t byteOf(const unsigned char* element)
+{
+    std::uint32_t value;
+    Mem::copy(element, &value, sizeof value);
+    return byteOfElement[value % byteOfElement.size()];
+}
+
+// A file to be written, and neither synced nor renamed: the other libraries' files aren't either.
+class Output final : public Object, public virtual Interfaces::Stream {
+public:
+    explicit Output(const std::string& path) : _file(path) {}
+
+    // Interfaces::Stream
+    std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
+    std::uint64_t read(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override { return 0; }
+    std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        const auto* elements = static_cast<const unsigned char*>(area.pointer) + area.offset;
+        for (std::uint64_t done = 0; done < count;) {
+            const std::uint64_t taken = std::min<std::uint64_t>(count - done, _block.size() - _used);
+            std::uint8_t* bytes = _block.data() + _used;
+            for (std::uint64_t i = 0; i < taken; ++i)
+                bytes[i] = byteOf(elements + (done + i) * sizeof(std::uint32_t));
+            done += taken;
+            _used += taken;
+            if (_used == _block.size())
+                flush();
+        }
+        return count;
+    }
+
+    void close()
+    {
+        flush();
+        _file.close();
+    }
+
+private:
+    void flush() noexcept { _file.write(_block.data(), std::exchange(_used, 0)); }
+
+    OutputFile _file;
+    std::array<std::uint8_t, OutputFile::bufferSize> _block;
+    std::size_t _used = 0;
+};
+
+Ref<PDF::Document> open(Bytes& bytes)
+{
+    Ref<PDF::Document> document = PDF::Document::create(make<Host::MemoryStripe>(std::move(bytes)));
+    require(bool(document), "the file is refused");
+    return document;
+}
+
+void save(const Ref<PDF::Document>& document, const Job& job)
+{
+    const Ref<Output> out = make<Output>(job.out);
+    require(document->write(out), "the document can't be written");
+    out->close();
+}
+
+void recompress(const Ref<PDF::Document>& document, PDF::Compression compression)
+{
+    require(document->recompress(compression), "the streams can't be recompressed");
+}
+
+void touch(const Ref<PDF::Value>& value, Tally& tally);
+
+void touchAll(const PDF::Dictionary& dictionary, Tally& tally)
+{
+    const Ref<TVector<Ref<String>>> keys = dictionary.keys();
+    for (const Ref<String>& key : *keys) {
+        tally.textLength += key->length();
+        touch(dictionary.find(key), tally);
+    }
+}
+
+void touchNumber(const PDF::Number& number, Tally& tally)
+{
+    if (number.fracPart() != 0)
+        ++tally.fractions;
+    else
+        tally.integerSum += static_cast<std::uint64_t>(number.intPart());
+}
+
+void touchString(const PDF::String& string, Tally& tally)
+{
+    if (const Ref<String> text = string.value())
+        tally.textLength += text->length();
+    else
+        tally.textLength += string.data()->size();
+}
+
+void touch(const Ref<PDF::Value>& value, Tally& tally)
+{
+    ++tally.values;
+    switch (value->type()) {
+    case PDF::Value::Type::Name:
+        tally.textLength += PDF::valueAs<PDF::Name>(value)->value()->length();
+        break;
+    case PDF::Value::Type::Boolean:
+        tally.booleans += PDF::valueAs<PDF::Boolean>(value)->value();
+        break;
+    case PDF::Value::Type::Number:
+        touchNumber(*PDF::valueAs<PDF::Number>(value), tally);
+        break;
+    case PDF::Value::Type::String:
+        touchString(*PDF::valueAs<PDF::String>(value), tally);
+        break;
+    case PDF::Value::Type::ObjectRef:
+        tally.idSum += PDF::valueAs<PDF::ObjectRef>(value)->id();
+        break;
+    case PDF::Value::Type::Dictionary:
+        touchAll(*PDF::valueAs<PDF::Dictionary>(value), tally);
+        break;
+    case PDF::Value::Type::Stream:
+        touchAll(*PDF::valueAs<PDF::Stream>(value)->dict(), tally);
+        break;
+    case PDF::Value::Type::Array: {
+        const Ref<PDF::Array> array = PDF::valueAs<PDF::Array>(value);
+        for (std::uint64_t i = 0, size = array->size(); i < size; ++i)
+            touch(array->get(i), tally);
+        break;
+    }
+    case PDF::Value::Type::Null:
+    case PDF::Value::Type::Invalid:
+        break;
+    }
+}
+
+Tally walk(const Ref<PDF::Document>& document)
+{
+    Tally tally;
+    for (const Ref<PDF::Object>& object : PDF::objectsOf(document))
+        touch(object->value(), tally);
+    return tally;
+}
+
+// The bytes that the elements of a stripe stand for.
+Bytes bytesOf(Interfaces::Stripe& stripe)
+{
+    std::vector<std::uint32_t> elements(stripe.size());
+    BufferDesc area = BufferDesc::plain(elements.data());
+    require(stripe.read(area, elements.size(), waitForever) == elements.size(), "data can't be read");
+    Bytes bytes;
+    for (const std::uint32_t element : elements)
+        bytes.push_back(byteOfElement.at(element));
+    return bytes;
+}
+
+} // namespace
+
+void decode(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    DecodedData decoded;
+    for (const Ref<PDF::Object>& object : PDF::objectsOf(document)) {
+        const Ref<PDF::Stream> stream = PDF::valueAs<PDF::Stream>(object->value());
+        if (!stream)
+            continue;
+        const Ref<Interfaces::Stripe> data = document->streamData(stream, true);
+        require(bool(data), "a stream can't be decoded");
+        if (job.isChecked)
+            decoded.add(bytesOf(*data).data(), data->size(), true);
+        else
+            decoded.add(nullptr, data->size(), false);
+    }
+    decoded.print(job.isChecked);
+}
+
+void openAndTouch(Job& job)
+{
+    walk(open(job.bytes)).print();
+}
+
+void walk(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    measureWalk([&document] { return walk(document); });
+}
+
+void openAndSave(Job& job, StreamForm form)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    if (form == StreamForm::Plain || form == StreamForm::FlateAnew)
+        recompress(document, PDF::Compression::None);
+    if (form == StreamForm::Flate || form == StreamForm::FlateAnew)
+        recompress(document, PDF::Compression::Flate);
+    save(document, job);
+}
+
+void addBackground(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    require(document->addBackground(open(job.foreign), PDF::BackgroundMode::AllPages), "no background can be added");
+    save(document, job);
+}
+
+void fillForm(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    const Ref<PDF::Form> form = document->form();
+    require(bool(form), "there is no form");
+    for (std::uint64_t i = 0; i < form->fieldCount(); ++i) {
+        const Ref<PDF::Field> group = form->field(i);
+        for (std::uint64_t j = 0; j < group->childCount(); ++j) {
+            const Ref<PDF::Fields::Text> field = group->child(j).cast<PDF::Fields::Text>();
+            const Ref<String> value = String::create(valueOfField(i, j).c_str());
+            require(field && field->setValue(PDF::String::create(value)), "a field can't be filled");
+        }
+    }
+    save(document, job);
+}
+
+} // namespace Bench

@@ -1,0 +1,113 @@
+"""Whether a written file is what it should be, as qpdf reads it."""
+
+import json
+import os
+import re
+import subprocess
+import tempfile
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+
+def syntax_fault(path):
+    """What `qpdf --check` has to say against a file; nothing when it is right."""
+    done = subprocess.run(["qpdf", "--check", path], capture_output=True, text=True)
+    return "" if done.returncode == 0 else f"qpdf --check of {path.name}: {done.stderr.strip()[:400]}"
+
+
+def written_faults(operation, source, foreign, paths):
+    """What is wrong with the files that an operation made of `source`: no list element for a right one."""
+    is_right = equality(operation, source, foreign)
+
+    def fault(path):
+        words = f"{operation} {source.name}: {path.name} doesn't read back equal"
+        return syntax_fault(path) or ("" if is_right(path) else words)
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        return [found for found in pool.map(fault, paths) if found]
+
+
+def equality(operation, source, foreign):
+    """What tells whether a written file has the values that it should have."""
+    if operation == "background":
+        expected = PageTree(source).with_background(PageTree(foreign))
+        return lambda path: expected == PageTree(path).parts()
+    text = canonical(source)
+    if operation == "form":
+        return lambda path: is_filled(text, canonical(path))
+    return lambda path: canonical(path) == text and has_filters(operation, source, path)
+
+
+def canonical(path):
+    """The document in a form that doesn't depend on ids, offsets and compression, up to the table."""
+    with tempfile.NamedTemporaryFile(dir=path.parent, suffix=".qdf") as out:
+        subprocess.run(["qpdf", "--qdf", "--static-id", "--normalize-content=n", "--no-original-object-ids", path,
+                        out.name], check=True)
+        text = Path(out.name).read_bytes()
+    return text[:text.rindex(b"\nxref\n")]
+
+
+def has_filters(operation, source, path):
+    """Whether the streams are stored as they should be."""
+    before, after = (file.read_bytes().count(b"/FlateDecode") for file in (source, path))
+    streams = source.read_bytes().count(b"\nstream\n")
+    return {"rewrite": after == before, "uncompress": after == 0}.get(operation, 0 < streams - 1 <= after)
+
+
+def is_filled(source, written):
+    """Whether all fields have their value and nothing else is changed."""
+    value = re.compile(rb"\n  /V \((.*)\)(?=\n)")
+    names = re.findall(rb"\n  /T \(field-(.*)\)\n", written)
+    values = value.findall(written)
+    return (values == [b"Value of field " + name for name in names] and len(values) > 0
+            and len(values) == len(value.findall(source)) and value.sub(b"", source) == value.sub(b"", written))
+
+
+def contents(page):
+    return page["/Contents"] if isinstance(page["/Contents"], list) else [page["/Contents"]]
+
+
+def with_resources(node, foreign):
+    """A page, or the root of a page tree, with the resources of a foreign one added."""
+    if "/Resources" not in foreign:
+        return node
+    resources = dict(node.get("/Resources", {}))
+    for category, names in foreign["/Resources"].items():
+        resources[category] = {**resources.get(category, {}), **names}
+    return {**node, "/Resources": resources}
+
+
+class PageTree:
+    """The root of the page tree and its pages, with what they refer to in place of the references."""
+
+    def __init__(self, path):
+        done = subprocess.run(["qpdf", "--json=2", "--json-key=qpdf", "--json-stream-data=inline",
+                               "--decode-level=generalized", path], stdout=subprocess.PIPE, check=True)
+        self.objects = json.loads(done.stdout)["qpdf"][1]
+        self.expanded = {}
+        catalog = self.objects["trailer"]["value"]["/Root"]
+        root = self.objects["obj:" + self.objects["obj:" + catalog]["value"]["/Pages"]]["value"]
+        self.root = self.expand(root)
+        self.pages = [self.expand(kid) for kid in root["/Kids"]]
+
+    def parts(self):
+        return self.root, [{**page, "/Contents": contents(page)} for page in self.pages]
+
+    def with_background(self, foreign):
+        """The parts that it should have with contents and resources of the foreign page added to each page."""
+        letter = foreign.pages[0]
+        return with_resources(self.root, foreign.root), [
+            with_resources({**page, "/Contents": contents(letter) + contents(page)}, letter) for page in self.pages]
+
+    def expand(self, value):
+        if isinstance(value, str) and re.fullmatch(r"\d+ 0 R", value):
+            if value not in self.expanded:
+                found = self.objects["obj:" + value]
+                self.expanded[value] = self.expand(found["value"] if "value" in found else found["stream"])
+            return self.expanded[value]
+        if isinstance(value, list):
+            return [self.expand(element) for element in value]
+        if isinstance(value, dict):
+            # Parents and kids would lead around, and the length is that of the stored data.
+            return {key: self.expand(inner) for key, inner in value.items()
+                    if key not in ("/Parent", "/Kids", "/Length")}
+        return value
