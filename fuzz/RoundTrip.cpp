@@ -1,0 +1,156 @@
+#include "RoundTrip.h"
+
+#include "../tests/support/PdfText.h"
+
+#include <document/Syntax.h>
+
+#include <charconv>
+#include <limits>
+
+namespace Fuzz {
+
+namespace {
+
+bool contains(const Ref<::String>& text, const char* piece)
+{
+    return text && text->find(::String::create(piece), 0) < text->length();
+}
+
+// Whether the value or one in it is a string that holds the piece as text.
+bool hasInString(const Ref<PDF::Value>& value, const char* piece)
+{
+    bool has = false;
+    visitValues(value, [&](const Ref<PDF::Value>& part) {
+        const Ref<PDF::String> string = PDF::valueAs<PDF::String>(part);
+        has = has || (string && contains(string->value(), piece));
+    });
+    return has;
+}
+
+bool hasLongFraction(const Ref<PDF::Value>& value)
+{
+    constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
+    bool has = false;
+    visitValues(value, [&has](const Ref<PDF::Value>& part) {
+        const Ref<PDF::Number> number = PDF::valueAs<PDF::Number>(part);
+        has = has || (number && number->fracPart() > most);
+    });
+    return has;
+}
+
+unsigned depthOf(const Ref<PDF::Value>& value)
+{
+    unsigned deepest = 0;
+    if (const Ref<PDF::Array> array = PDF::valueAs<PDF::Array>(value)) {
+        for (std::uint64_t i = 0; i < array->size(); ++i)
+            deepest = std::max(deepest, depthOf(array->get(i)));
+    } else if (const Ref<PDF::Dictionary> dictionary = PDF::valueAs<PDF::Dictionary>(value)) {
+        const auto keys = dictionary->keys();
+        for (const Ref<::String>& key : *keys)
+            deepest = std::max(deepest, depthOf(dictionary->find(key)));
+    } else if (const Ref<PDF::Stream> stream = PDF::valueAs<PDF::Stream>(value)) {
+        return depthOf(Ref<PDF::Value>(stream->dict()));
+    } else {
+        return 0;
+    }
+    return deepest + 1;
+}
+
+const char* reasonInValue(const Ref<PDF::Value>& value)
+{
+    if (hasInString(value, "\\"))
+        return "a backslash in a string: the reader drops the second of a pair";
+    if (hasLongFraction(value))
+        return "a fraction that was negative is written as a number that is too large";
+    if (depthOf(value) > PDF::Syntax::deepestNesting)
+        return "values that were put deeper than a file may have them";
+    return nullptr;
+}
+
+const char* reasonInStream(const Ref<PDF::Document>& document, const Ref<PDF::StreamObj>& stream)
+{
+    const Ref<Interfaces::Stripe> data = stream->strmData();
+    const Ref<PDF::Number> length = numberIn(document, stream->dict(), "Length");
+    if (!data || !length || length->fracPart() != 0 || static_cast<std::uint64_t>(length->intPart()) != data->size())
+        return "a Length that streams share and that is not this one's";
+    std::uint32_t c = 0;
+    const std::uint64_t place = data->tell();
+    const bool beginsWithLineFeed = data->seek(0) == 0 && data->size() != 0 && readElement(*data, c) && c == '\n';
+    data->seek(place);
+    if (beginsWithLineFeed && PDF::lineEndingOf(document)->equals("\r"))
+        return "data that begins with a LF, behind a CR that ends the line before";
+    return nullptr;
+}
+
+// The first number of the table of a written file.
+std::uint32_t firstOfTable(std::string_view file)
+{
+    const auto skipLineEnd = [&file](std::size_t place) { return file.find_first_not_of("\r\n", place); };
+    std::size_t table = 0;
+    std::uint32_t first = 0;
+    const std::size_t start = skipLineEnd(file.rfind("startxref") + 9);
+    std::from_chars(file.data() + start, file.data() + file.size(), table);
+    std::from_chars(file.data() + skipLineEnd(table + 4), file.data() + file.size(), first);
+    return first;
+}
+
+// The file that the document makes; none when a stream's data can't be had.
+std::optional<std::string> write(const Ref<PDF::Document>& document, bool isWhole)
+{
+    const Ref<Tests::TestStripe> out = make<Tests::TestStripe>("");
+    const bool isWritten = ask("write", {ErrWriteObject}, [&] { return document->write(out); });
+    require(isWritten == isWhole, "a document is written just when the data of all its streams can be had");
+    return isWritten ? std::optional(out->bytes()) : std::nullopt;
+}
+
+} // namespace
+
+Ref<PDF::Document> openFile(std::string_view file) noexcept
+{
+    return ask("create",
+        {ErrNoHeaderLine, ErrBadHeader, ErrBadLineEnding, ErrNoEofMarker, ErrNoStartXref, ErrNoTrailerKeyword,
+            ErrBadTrailer, ErrBadXref, ErrBadObject},
+        [&] { return Tests::open(std::string(file)); });
+}
+
+const char* reasonForLoss(const Ref<PDF::Document>& document, std::uint32_t first) noexcept
+{
+    if (const char* reason = reasonInValue(document->trailer()))
+        return reason;
+    if (hasInString(document->trailer(), "<<") || hasInString(document->trailer(), ">>"))
+        return "brackets in a string of the trailer, which the search for its keyword counts";
+    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
+        if (const char* reason = reasonInStream(document, stream))
+            return reason;
+    for (const Ref<PDF::Object>& object : PDF::objectsOf(document)) {
+        if (object->id() != ++first)
+            return "ids with gaps, which the table can't show";
+        if (const char* reason = reasonInValue(object->value()))
+            return reason;
+    }
+    return nullptr;
+}
+
+void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept
+{
+    const std::uint64_t elements = elementsToWrite(document, file);
+    if (!allowance.hasElements(2 * elements))
+        return;
+    bool isWhole = true;
+    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
+        isWhole = isWhole && (stream->strmData() || storedIn(file, document, stream));
+    const bool wasChanged = document->changed();
+    const std::optional<std::string> written = write(document, isWhole);
+    require(document->changed() == wasChanged, "a save is no change");
+    if (!written)
+        return;
+    require(write(document, true) == written, "a document writes the same file twice");
+    const char* reason = reasonForLoss(document, firstOfTable(*written));
+    document = nullptr;
+    const Ref<PDF::Document> again = openFile(*written);
+    require(again || reason, "a written file opens");
+    if (again && !reason)
+        require(write(again, true) == written, "a written file comes back as it is");
+}
+
+} // namespace Fuzz

@@ -1,0 +1,109 @@
+#include "SeedFiles.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+// make-seeds FOLDER: fills a folder for each target with inputs to begin with, the same ones each time. Those in
+// TARGET-deep go to the limits of the stack, those in TARGET-long to those of memory.
+
+namespace {
+
+class Folder {
+public:
+    Folder(const std::filesystem::path& folder, const char* name) : _path(folder / name)
+    {
+        std::filesystem::create_directories(_path);
+    }
+
+    void add(const std::string& name, const std::string& bytes)
+    {
+        std::ofstream file(_path / name, std::ios::binary);
+        file << bytes;
+        isGood = isGood && file.flush();
+    }
+
+    static inline bool isGood = true;
+
+private:
+    const std::filesystem::path _path;
+};
+
+// One operation of the target `edit`, as it reads it.
+std::string operation(unsigned number, unsigned a = 0, unsigned b = 0, unsigned c = 0)
+{
+    return {char(number), char(a), char(b), char(c)};
+}
+
+std::string edit(const std::string& operations, const std::string& files)
+{
+    return char(operations.size() / 4) + operations + files;
+}
+
+void addEditing(const std::filesystem::path& folder)
+{
+    Folder small(folder, "edit");
+    std::string every;
+    for (unsigned i = 0; i < 16; ++i) {
+        const unsigned number = (i + 8) % 16; // the recompression to none comes first
+        every += operation(number, number % 3, 3 * number, number);
+    }
+    for (const auto& [name, file] : Fuzz::smallFiles()) {
+        small.add(name + "-every", edit(every, file + Fuzz::letterhead()));
+        for (unsigned number = 0; number < 16; ++number)
+            small.add(name + "-" + std::to_string(number),
+                edit(operation(number, 1, 7, 2) + operation(number, 0, 200, 1), file + Fuzz::letterhead()));
+    }
+    for (unsigned variant = 0; variant < 4; ++variant)
+        for (const unsigned way : {0u, 1u}) { // of setting values
+            std::string fillAll;
+            for (unsigned field = 0; field < 14; ++field)
+                fillAll += operation(way, field, 1 + variant, variant);
+            small.add("fill-" + std::to_string(way) + "-" + std::to_string(variant),
+                edit(fillAll, Fuzz::smallFiles()["form"]));
+        }
+    Folder deep(folder, "edit-deep");
+    for (const auto& [name, file] : Fuzz::deepFiles())
+        deep.add(name, edit(every, file));
+    Folder large(folder, "edit-long");
+    for (const auto& [name, file] : Fuzz::longFiles())
+        large.add(name, edit(every, file));
+}
+
+// Inputs whose bytes count through what the target does: first small numbers, then large ones.
+void addCounting(const std::filesystem::path& folder, const char* target)
+{
+    Folder small(folder, target);
+    for (unsigned start = 0; start < 24; ++start) {
+        std::string bytes;
+        std::uint32_t state = start;
+        for (unsigned i = 0; i < 200; ++i) {
+            state = state * 1664525u + 1013904223u;
+            const unsigned many = state >> 24;
+            bytes += char(start % 2 == 0 ? many % 32 : many);
+        }
+        small.add(std::to_string(start), char(start) + bytes);
+    }
+    Folder(folder, (std::string(target) + "-long").c_str()).add("long", std::string(1'000'000, '\3'));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: make-seeds FOLDER\n");
+        return 2;
+    }
+    const std::filesystem::path folder = argv[1];
+    const std::pair<const char*, Fuzz::SeedFiles> folders[]
+        = {{"open", Fuzz::smallFiles()}, {"open-deep", Fuzz::deepFiles()}, {"open-long", Fuzz::longFiles()}};
+    for (const auto& [name, files] : folders)
+        for (const auto& [file, bytes] : files)
+            Folder(folder, name).add(file, bytes);
+    addEditing(folder);
+    addCounting(folder, "stripes");
+    addCounting(folder, "text");
+    return Folder::isGood ? 0 : 1;
+}
