@@ -1,0 +1,27 @@
+# The examples that are installed as programs; `fill` is then called `files-pdf-fill`. Each one's manual page
+# is what it says with --help, under the sentence that its source begins with.
+find_program(HELP2MAN help2man)
+if(NOT HELP2MAN)
+    message(STATUS "Without help2man the programs are installed without manual pages")
+endif()
+foreach(name inspect rewrite recompress replace-stream save-in-place fields fill background batch)
+    set(program files-pdf-${name})
+    if(NOT TARGET ${program})
+        continue()
+    endif()
+    set_target_properties(${program} PROPERTIES INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+    if(HELP2MAN)
+        file(STRINGS examples/${name}.cpp sentence LIMIT_COUNT 1)
+        string(REGEX REPLACE "^// (.)(.*)\\.$" "\\1\\2" sentence "${sentence}")
+        add_custom_command(OUTPUT ${program}.1
+            COMMAND ${HELP2MAN} --no-info --name=${sentence} --version-string=${PROJECT_VERSION}
+                --source=${PROJECT_NAME} --output=${program}.1 $<TARGET_FILE:${program}>
+            DEPENDS ${program} VERBATIM)
+        list(APPEND pages ${PROJECT_BINARY_DIR}/${program}.1)
+    endif()
+endforeach()
+if(HELP2MAN)
+    add_custom_target(files-pdf-man ALL DEPENDS ${pages})
+    install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+endif()
