@@ -22,7 +22,8 @@ void* Heap::alloc(std::size_t size, Kind, const void*) noexcept
 
 void* Heap::allocAligned(std::size_t size, std::size_t alignment, const void*) noexcept
 {
-    return demand(std::aligned_alloc(alignment, size), size);
+    void* block = nullptr;
+    return demand(::posix_memalign(&block, alignment, size) == 0 ? block : nullptr, size);
 }
 
 void* Heap::resize(void* block, std::size_t size, Kind, const void*) noexcept
