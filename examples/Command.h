@@ -99,7 +99,7 @@ public:
         }
         if (_operands.size() < _operandCount
             || (_operands.size() > _operandCount && _further == Operands::Exact))
-            return misuse("expected " + std::to_string(_operandCount) + " operand(s)");
+            return misuse("expected" + rest.substr(0, rest.find('\n')));
         if (has("-v"))
             keepLog();
         return {};
@@ -180,24 +180,31 @@ private:
 // The options of every program that saves, and the lines of its help about them.
 inline const std::vector<std::string> saveOptions = {"--unverified", "--partial", "--strict"};
 #define SAVE_OPTIONS_HELP \
-    "  --strict       save only what keeps its meaning; otherwise a warning says what is lost, and\n" \
-    "                 `inspect --losses` lists it\n" \
-    "  --unverified   don't open the new file again to compare it with the document\n" \
-    "  --partial      save a document, too, of which only a part is in memory: without a\n" \
-    "                 catalog, updated, encrypted, or changed on the disk since it was opened\n"
+    "  --strict       refuse what `inspect --losses` lists, instead of a warning\n" \
+    "  --unverified   don't compare the new file with the document\n" \
+    "  --partial      save also what is only in part in memory: without a catalog,\n" \
+    "                 updated, encrypted, or changed on the disk meanwhile\n"
+
+// What saving loses of the file, in words, or why that can't be told; none when it loses nothing.
+inline std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
+{
+    const auto examination = Host::examine(file);
+    if (!examination)
+        return examination.refusal();
+    if (examination->losses.countOfMeaning() == 0)
+        return {};
+    return Host::Refusal{"saving loses " + examination->losses.summary()};
+}
 
 // Says in one line what saving loses of the file, if anything. With --strict that is the end, and the status
 // comes back.
 inline std::optional<int> checkLosses(const Command& command, const Ref<Host::FileStripe>& file, const std::string& in)
 {
-    const auto examination = Host::examine(file);
-    if (examination && examination->losses.countOfMeaning() == 0)
-        return {};
-    const Host::Refusal refusal = examination ? Host::Refusal{"saving loses " + examination->losses.summary()}
-                                              : examination.refusal();
-    if (command.has("--strict"))
-        return command.refuse(in, refusal);
-    command.warn(in, refusal.words);
+    const auto losses = lossesOf(file);
+    if (losses && command.has("--strict"))
+        return command.refuse(in, *losses);
+    if (losses)
+        command.warn(in, losses->words);
     return {};
 }
 

@@ -13,14 +13,15 @@ using Examples::json;
 const char help[] =
     "Usage: fields [options] FILE\n"
     "\n"
-    "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes\n"
-    "and its flags. Control characters are printed as \\ and three octal digits.\n"
+    "Prints a line for each field of the form of a PDF file: its name, its kind, its\n"
+    "value, what it takes and its flags. Control characters are printed as \\ and\n"
+    "three octal digits.\n"
     "\n"
     "  --json         for programs: all that is known about each field\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable\n"
-    "files.\n";
+    "Exit status: 0, also without a form; 1 when FILE or its form is refused; 2 for\n"
+    "wrong use and unreadable files.\n";
 
 template <class Texts, class Show>
 std::string joined(const Texts& texts, const char* separator, Show show)

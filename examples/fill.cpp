@@ -1,72 +1,57 @@
 // Fills the form of a PDF file.
 
 #include <examples/Command.h>
-#include <host/Fill.h>
-
-#include <nlohmann/json.hpp>
+#include <examples/FieldValues.h>
 
 #include <fstream>
 
 namespace {
 
 using Examples::Command;
+using Examples::FieldValues;
 
 const char help[] =
     "Usage: fill [options] IN OUT [NAME=VALUE ...]\n"
     "\n"
-    "Opens a PDF file, sets values of the fields of its form, and saves it as OUT, which may be the same\n"
-    "file. `fields` prints the names, and what the fields take. A check box takes on, off or the name of a\n"
-    "state; a list box with several choices takes NAME=VALUE once for each of them. When one value is\n"
-    "refused nothing is saved.\n"
+    "Opens a PDF file, sets values of the fields of its form, and saves it as OUT,\n"
+    "which may be the same file. `fields` prints the names, and what the fields\n"
+    "take. A check box takes on, off or the name of a state; a list box with several\n"
+    "choices takes NAME=VALUE once for each of them. When one value is refused\n"
+    "nothing is saved.\n"
     "\n"
-    "  --values FILE  values from a JSON object: from a name to a text, true, false, or a list of texts\n"
+    "  --values FILE  values from a JSON object: from a name to a text, true, false,\n"
+    "                 or a list of texts\n"
     "  --keep-looks   don't ask viewers to draw the new values\n"
     SAVE_OPTIONS_HELP
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.\n";
+    "Exit status: 0; 1 when IN, a value, or the saving is refused; 2 for wrong use\n"
+    "and unreadable files.\n";
 
-using Values = std::vector<std::pair<std::string, Host::FieldValue>>;
-
-// The value of an element of JSON; none when it is of another kind.
-std::optional<Host::FieldValue> valueOf(const nlohmann::json& element)
-{
-    if (element.is_boolean())
-        return element.get<bool>();
-    if (element.is_string())
-        return element.get<std::string>();
-    const bool isList = element.is_array()
-        && std::all_of(element.begin(), element.end(), [](const auto& each) { return each.is_string(); });
-    return isList ? std::optional<Host::FieldValue>(element.get<std::vector<std::string>>()) : std::nullopt;
-}
-
-// Adds the values of a file; the reason when that can't be done.
-std::optional<Host::Refusal> readFile(const std::string& path, Values& values)
+// Takes the values of a file; the reason when that can't be done.
+std::optional<Host::Refusal> readFile(const std::string& path, FieldValues& values)
 {
     std::ifstream file(path);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
+    std::string text;
+    for (char block[4096]; file.read(block, sizeof block), file.gcount() > 0;)
+        text.append(block, std::size_t(file.gcount()));
     if (!file.is_open() || file.bad())
         return Host::Refusal{"can't be read", 0, true};
-    const auto object = nlohmann::json::parse(text, nullptr, false);
-    if (!object.is_object())
-        return Host::Refusal{"is no JSON object"};
-    for (const auto& [name, element] : object.items()) {
-        auto value = valueOf(element);
-        if (!value)
-            return Host::Refusal{"the value of " + name + " is no text, true, false or list of texts"};
-        values.emplace_back(name, std::move(*value));
-    }
+    auto read = Examples::valuesOf(nlohmann::json::parse(text, nullptr, false));
+    if (!read)
+        return Host::Refusal{read.refusal().words, 0, true}; // the same status as a file that can't be read
+    values = std::move(*read);
     return {};
 }
 
-// Adds the values of the command line, those of one name as a list; false when one has no "=".
-bool readOperands(const Command& command, Values& values)
+// Adds the values of the command line, those of one name as a list; false when one has no "=" or is no UTF-8.
+bool readOperands(const Command& command, FieldValues& values)
 {
     std::map<std::string, std::vector<std::string>> texts;
     for (std::size_t i = 2; i < command.operandCount(); ++i) {
         const std::string& operand = command.operand(i);
         const std::size_t sign = operand.find('=');
-        if (sign == operand.npos)
+        if (sign == operand.npos || !Host::fromUtf8(operand))
             return false;
         texts[operand.substr(0, sign)].push_back(operand.substr(sign + 1));
     }
@@ -77,7 +62,7 @@ bool readOperands(const Command& command, Values& values)
 
 // Sets all values, and says of each that is refused why. The status to end with, unless all are set.
 std::optional<int> fillAll(
-    const Command& command, const std::string& in, Host::FormFiller& filler, const Values& values)
+    const Command& command, const std::string& in, Host::FormFiller& filler, const FieldValues& values)
 {
     const auto appearances =
         command.has("--keep-looks") ? Host::Appearances::LeftAsTheyAre : Host::Appearances::DrawnByViewers;
@@ -99,12 +84,12 @@ int main(int argc, char** argv)
     Command command("fill", help, 2, options, Command::Operands::More);
     if (const auto status = command.parse(argc, argv))
         return *status;
-    Values values;
+    FieldValues values;
     if (command.has("--values"))
         if (const auto refusal = readFile(command.argument("--values"), values))
             return command.refuse(command.argument("--values"), *refusal);
     if (!readOperands(command, values))
-        return command.misuse("expected NAME=VALUE behind IN and OUT");
+        return command.misuse("expected NAME=VALUE in UTF-8 behind IN and OUT");
     const std::string& in = command.operand(0);
     Host::Result<Host::OpenedFile> opened = Host::open(in);
     if (!opened)

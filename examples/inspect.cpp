@@ -20,8 +20,9 @@ using Libraries::Strings::Encodings::ANSI::Windows_1252;
 const char help[] =
     "Usage: inspect [options] FILE\n"
     "\n"
-    "Prints version, line ending and trailer of a PDF file, its objects as PDF text, and its pages.\n"
-    "Control characters in the text are printed as \\ and three octal digits.\n"
+    "Prints version, line ending and trailer of a PDF file, its objects as PDF text,\n"
+    "and its pages. Control characters in the text are printed as \\ and three octal\n"
+    "digits.\n"
     "\n"
     "  --objects      only the objects\n"
     "  --object N     only object N\n"
@@ -31,8 +32,8 @@ const char help[] =
     "  --json         for programs\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and\n"
-    "unreadable files.\n";
+    "Exit status: 0; 1 when FILE, or what is asked for in it, is refused; 2 for\n"
+    "wrong use and unreadable files.\n";
 
 using Text = std::u32string;
 using Objects = StackVector<Ref<PDF::Object>>;

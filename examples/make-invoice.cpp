@@ -17,8 +17,8 @@ using Examples::reference;
 const char help[] =
     "Usage: make-invoice FORM LETTERHEAD\n"
     "\n"
-    "Writes two PDF files: the form of an invoice, two pages to be filled, and a letterhead that goes\n"
-    "beneath them.\n"
+    "Writes two PDF files: the form of an invoice, two pages to be filled, and a\n"
+    "letterhead that goes beneath them.\n"
     "\n"
     "Exit status: 0; 2 for wrong use and when a file can't be written.\n";
 

@@ -12,17 +12,20 @@ using Host::StreamOutcome;
 const char help[] =
     "Usage: recompress --flate | --none [options] IN OUT\n"
     "\n"
-    "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which\n"
-    "may be the same file, and says of each stream what became of it, with its sizes in bytes.\n"
+    "Opens the PDF file IN, brings the data of every stream to one form, saves the\n"
+    "whole as OUT, which may be the same file, and says of each stream what became\n"
+    "of it, with its sizes in bytes.\n"
     "\n"
     "  --flate        compressed, with the filter FlateDecode\n"
     "  --none         uncompressed, without a filter\n"
-    "  --force        with --flate: compress as well data that has a filter of another name, as it\n"
-    "                 stands. That name is lost, so nobody can read the data then\n"
+    "  --force        with --flate: compress as well data that has a filter of\n"
+    "                 another name, as it stands. That name is lost, so nobody can\n"
+    "                 read the data then\n"
     SAVE_OPTIONS_HELP
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.\n";
+    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use\n"
+    "and unreadable files.\n";
 
 std::string outcomeText(const RecompressedStream& stream, PDF::Compression target)
 {

@@ -11,15 +11,18 @@ using namespace Libraries::Files;
 const char help[] =
     "Usage: replace-stream [options] IN OUT N DATAFILE\n"
     "\n"
-    "Opens the PDF file IN, replaces the data of its stream object N by that of DATAFILE, and saves the\n"
-    "whole as OUT, which may be the same file. The data is compressed when the stream has the filter\n"
-    "FlateDecode and stored as it is when it has none; streams with other filters are refused.\n"
+    "Opens the PDF file IN, replaces the data of its stream object N by that of\n"
+    "DATAFILE, and saves the whole as OUT, which may be the same file. The data is\n"
+    "compressed when the stream has the filter FlateDecode and stored as it is when\n"
+    "it has none; streams with other filters are refused.\n"
     "\n"
-    "  --stored       store the data as it is in any case: it is encoded already as the filter says\n"
+    "  --stored       store the data as it is in any case: it is encoded already as\n"
+    "                 the filter says\n"
     SAVE_OPTIONS_HELP
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.\n";
+    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use\n"
+    "and unreadable files.\n";
 
 Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
 {

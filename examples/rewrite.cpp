@@ -7,12 +7,15 @@ namespace {
 const char help[] =
     "Usage: rewrite [options] IN OUT\n"
     "\n"
-    "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced\n"
-    "only when the new file has been opened again and holds the same document.\n"
-    "\n" SAVE_OPTIONS_HELP
+    "Opens the PDF file IN and saves it whole as OUT, which may be the same file.\n"
+    "OUT is replaced only when the new file has been opened again and holds the same\n"
+    "document.\n"
+    "\n"
+    SAVE_OPTIONS_HELP
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when IN, or the saving of it, is refused; 2 for wrong use and unreadable files.\n";
+    "Exit status: 0; 1 when IN, or the saving of it, is refused; 2 for wrong use and\n"
+    "unreadable files.\n";
 
 } // namespace
 

@@ -7,12 +7,15 @@ namespace {
 const char help[] =
     "Usage: save-in-place [options] FILE\n"
     "\n"
-    "Opens the PDF file FILE, takes the data of all its streams into memory, and saves the document as\n"
-    "FILE again. Before the save nothing of the old file is needed any more: it might be gone.\n"
-    "\n" SAVE_OPTIONS_HELP
+    "Opens the PDF file FILE, takes the data of all its streams into memory, and\n"
+    "saves the document as FILE again. Before the save nothing of the old file is\n"
+    "needed any more: it might be gone.\n"
+    "\n"
+    SAVE_OPTIONS_HELP
     "  -v             print the library's log lines at the end\n"
     "\n"
-    "Exit status: 0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.\n";
+    "Exit status: 0; 1 when FILE, or the saving of it, is refused; 2 for wrong use\n"
+    "and unreadable files.\n";
 
 } // namespace
 

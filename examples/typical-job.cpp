@@ -14,8 +14,9 @@ using Host::FieldValue;
 const char help[] =
     "Usage: typical-job FORM LETTERHEAD OUT\n"
     "\n"
-    "Fills the form of an invoice that `make-invoice` wrote, puts the letterhead beneath all its pages, saves\n"
-    "it as OUT, opens that again, and prints a line for each of the five steps.\n"
+    "Fills the form of an invoice that `make-invoice` wrote, puts the letterhead\n"
+    "beneath all its pages, saves it as OUT, opens that again, and prints a line for\n"
+    "each of the five steps.\n"
     "\n"
     "  --strict       refuse a form that loses some of its meaning when it is saved\n"
     "  -v             print the library's log lines at the end\n"

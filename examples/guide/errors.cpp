@@ -1,0 +1,36 @@
+// Opens a file with the log switched on, and says why it is refused.
+
+#include <host/ErrorWords.h>
+#include <host/Open.h>
+#include <host/Utf8.h>
+#include <platform/SysLog.h>
+
+#include <cstdio>
+
+namespace {
+
+void keepLog()
+{
+    SysLogFilter::setLevel(LogLevel::information); // failures alone without this
+    SysLogFilter::enable("PDF", true);
+    SysLogFilter::enable("Lib.File.PDF.Form", true);
+    SysLogStream::setSink([](std::size_t level, const Ref<::String>& line) {
+        std::printf("log %zu: %s\n", level, Host::toUtf8(line).c_str());
+    });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    keepLog();
+    auto opened = Host::open(argc > 1 ? argv[1] : "in.pdf");
+    if (opened)
+        return 0;
+    const Host::Refusal& refusal = opened.refusal();
+    if (refusal.code)
+        std::printf("%s: %s\n", Host::codeText(refusal.code).c_str(), refusal.words.c_str());
+    else // the file can't be read, so nothing is known about what is in it
+        std::printf("%s\n", refusal.words.c_str());
+    return 1;
+}

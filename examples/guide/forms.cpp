@@ -1,0 +1,46 @@
+// Lists the fields of a form, fills some, and saves.
+
+#include <host/Fill.h>
+#include <host/Open.h>
+#include <host/Save.h>
+
+#include <cstdio>
+
+namespace {
+
+void print(const Ref<Host::PDF::Document>& document)
+{
+    const auto form = Host::fieldNames(document);
+    if (!form)
+        return;
+    for (const Host::FormField& field : form->fields)
+        std::printf("%s: %s\n", field.path.c_str(), std::string(Host::kindWords(field.kind)).c_str());
+}
+
+// The reason when a value is refused; nothing is saved then.
+std::optional<Host::Refusal> fill(const Host::OpenedFile& opened)
+{
+    auto filler = Host::FormFiller::create(opened.document);
+    if (!filler)
+        return filler.refusal();
+    if (auto refusal = filler->fill("number", "2024-0118"))
+        return refusal;
+    if (auto refusal = filler->fill("nobody", true))
+        std::printf("refused: %s\n", refusal->words.c_str());
+    for (const std::string& warning : filler->warnings())
+        std::printf("warning: %s\n", warning.c_str());
+    return {};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+        return 2;
+    auto opened = Host::open(argv[1]);
+    if (!opened)
+        return 1;
+    print(opened->document);
+    return !fill(*opened) && Host::save(*opened, argv[2]) ? 0 : 1;
+}

@@ -1,0 +1,23 @@
+// Puts a letterhead beneath all pages.
+
+#include <host/Background.h>
+#include <host/Open.h>
+#include <host/Save.h>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    if (argc != 4)
+        return 2;
+    auto opened = Host::open(argv[1]);
+    auto letterhead = Host::open(argv[2]);
+    if (!opened || !letterhead)
+        return 1;
+    auto done = Host::background(opened->document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
+    if (!done)
+        return std::fprintf(stderr, "%s\n", done.refusal().words.c_str()), 1;
+    for (const std::string& warning : done->warnings)
+        std::fprintf(stderr, "%s\n", warning.c_str());
+    return Host::save(*opened, argv[3]) ? 0 : 1;
+}

@@ -1,0 +1,53 @@
+// Opens a large PDF file and draws a bar meanwhile, through a stripe that counts what is read.
+
+#include <document/Document.h>
+#include <examples/Progress.h>
+#include <host/ErrorWords.h>
+#include <host/FileStripe.h>
+#include <stripes/BaseStripe.h>
+#include <values/Object.h>
+
+#include <cstdio>
+
+namespace {
+
+// Forwards everything, and shows how much was read. The library reads backwards from the end first and then
+// goes through the objects, so the amount is near the size when it is done, and may exceed it.
+class CountingStripe final : public Libraries::Adapters::Base::Stripe {
+public:
+    explicit CountingStripe(Ref<Interfaces::Stripe> wrapped) noexcept
+        : Stripe(std::move(wrapped)), _progress(size())
+    {
+    }
+
+    std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override
+    {
+        const std::uint64_t done = Stripe::read(area, count, timeout);
+        const std::uint64_t before = _read;
+        _read += done;
+        if (before >> 16 != _read >> 16) // a look at the clock every 64 KiB is enough
+            _progress.show(_read, std::to_string(_read >> 20) + " MiB");
+        return done;
+    }
+    // In elements, which are bytes of the file.
+    std::uint64_t countOfRead() const noexcept { return _read; }
+
+private:
+    Examples::Progress _progress;
+    std::uint64_t _read = 0;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    auto file = Host::FileStripe::open(argc > 1 ? argv[1] : "in.pdf");
+    if (!file)
+        return std::fprintf(stderr, "%s\n", file.refusal().words.c_str()), 1;
+    const auto counting = make<CountingStripe>(*file);
+    const auto document = Libraries::Files::PDF::Document::create(counting);
+    if (!document)
+        return std::fprintf(stderr, "%s\n", std::string(Host::errorWords(Error::get())).c_str()), 1;
+    std::printf("%zu pages, %llu elements read of a file of %llu\n", document->getPages().size(),
+        static_cast<unsigned long long>(counting->countOfRead()), static_cast<unsigned long long>(counting->size()));
+}

@@ -1,0 +1,135 @@
+#!/usr/bin/env python3
+"""Tries the program `batch`: batch.py BATCH MAKE_INVOICE"""
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+BATCH, MAKE_INVOICE = sys.argv[1:3]
+
+
+def run(lines, *options):
+    """Exit status and results of jobs, each an object or the bytes of a line."""
+    raw = b"".join((l if isinstance(l, bytes) else json.dumps(l).encode()) + b"\n" for l in lines)
+    done = subprocess.run([BATCH, *options], input=raw, capture_output=True, timeout=60)
+    return done.returncode, [json.loads(l) for l in done.stdout.splitlines()]
+
+
+def big_file(path, count):
+    objects = ["<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [ ] /Count 0 >>"] + ["[ 1 2 3 ]"] * count
+    text, table = "%PDF-1.4\n", f"xref\n0 {len(objects) + 1}\n0000000000 65535 f \n"
+    parts = [text]
+    at = len(text)
+    for number, value in enumerate(objects, 1):
+        table += f"{at:010} 00000 n \n"
+        parts.append(f"{number} 0 obj\n{value}\nendobj\n")
+        at += len(parts[-1])
+    end = f"trailer\n<< /Root 1 0 R /Size {len(objects) + 1} >>\nstartxref\n{at}\n%%EOF\n"
+    with open(path, "w") as file:
+        file.write("".join(parts) + table + end)
+
+
+class Batch(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        os.chdir(cls.folder.name)
+        subprocess.run([MAKE_INVOICE, "form.pdf", "letterhead.pdf"], check=True, capture_output=True)
+        big_file("big.pdf", 50000)
+        with open("broken.pdf", "w") as file:
+            file.write("no PDF\n")
+        os.mkdir("folder")
+
+    @classmethod
+    def tearDownClass(cls):
+        os.chdir("/")
+        cls.folder.cleanup()
+
+    def test_results_come_in_the_order_of_the_jobs(self):
+        # The first job takes longest; more quick ones than may wait for it stand behind.
+        jobs = [{"id": 0, "in": "big.pdf"}] + [{"id": i, "in": "missing.pdf"} for i in range(1, 500)]
+        for threads in "1", "2", "8":
+            status, results = run(jobs, "--jobs", threads)
+            self.assertEqual([r["id"] for r in results], list(range(500)))
+            self.assertEqual([r["line"] for r in results], list(range(1, 501)))
+            self.assertEqual(status, 1)
+
+    def test_every_step_is_done_and_the_saved_file_has_it(self):
+        job = {"in": "form.pdf", "fill": {"number": "17"}, "out": "steps.pdf", "recompress": "none",
+               "background": {"file": "letterhead.pdf", "mode": "all"}}
+        status, [result] = run([job], "--jobs", "2")
+        self.assertTrue(result["ok"], result)
+        self.assertEqual((status, result["pages"], result["size"]), (0, 2, os.path.getsize("steps.pdf")))
+        with open("steps.pdf", "rb") as file:
+            saved = file.read()
+        self.assertIn(b"/V (17)", saved)
+        self.assertNotIn(b"/FlateDecode", saved)
+        self.assertIn(b"/LetterText", saved)
+
+    def test_a_job_that_fails_says_at_which_step_and_the_others_go_on(self):
+        cases = [  # step, job
+            ("open", {"in": "missing.pdf"}),
+            ("open", {"in": "folder"}),
+            ("open", {"in": "broken.pdf"}),
+            ("fill", {"in": "form.pdf", "fill": {"number": "1", "nobody": "x"}, "out": "none.pdf"}),
+            ("fill", {"in": "big.pdf", "fill": {"number": "1"}, "out": "none.pdf"}),
+            ("background", {"in": "form.pdf", "background": "missing.pdf", "out": "none.pdf"}),
+            ("background", {"in": "form.pdf", "background": "broken.pdf", "out": "none.pdf"}),
+            ("save", {"in": "form.pdf", "out": "missing/none.pdf"}),
+            ("save", {"in": "form.pdf", "out": "folder"}),
+        ]
+        good = {"in": "form.pdf", "out": "good.pdf"}
+        for threads in "1", "2":
+            status, results = run([job for _, bad in cases for job in (bad, good)], "--jobs", threads)
+            self.assertEqual([r.get("step") for r in results], [s for step, _ in cases for s in (step, None)])
+            self.assertTrue(all(r["ok"] != ("error" in r) for r in results), results)
+            self.assertEqual(results[4]["code"], "0x501")
+            self.assertEqual(status, 1)
+            self.assertFalse(os.path.exists("none.pdf"))
+
+    def test_a_line_that_is_no_job_has_a_result_too(self):
+        bad = [b"{", b"[]", b"17", b"\xff\xfe", b'{"in": "form.pdf", "id": "\xe9"}', b'{"in": "form.pdf"} x',
+               b"[" * 200000, b'{"in": "form.pdf", "id": ' + b"[" * 200000 + b"]" * 200000 + b"}",
+               {}, {"in": ""}, {"in": 3}, {"in": "form.pdf\0"}, {"in": "form.pdf", "Fill": {}},
+               {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": 3}}, {"in": "form.pdf", "fill": []},
+               {"in": "form.pdf", "recompress": "zip"}, {"in": "form.pdf", "background": {"mode": "all"}},
+               {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}}]
+        status, results = run(bad + [{"in": "form.pdf"}], "--jobs", "2")
+        self.assertEqual([r.get("step") for r in results], ["job"] * len(bad) + [None])
+        self.assertEqual(status, 1)
+
+    def test_empty_lines_are_passed_over_and_the_last_needs_no_end(self):
+        done = subprocess.run([BATCH], input=b'\n \r\n{"in": "form.pdf"}\n\n{"in": "form.pdf"}', capture_output=True)
+        self.assertEqual([json.loads(l)["line"] for l in done.stdout.splitlines()], [3, 5])
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+
+    def test_a_result_comes_before_the_next_job_is_there(self):
+        # So that a worker may ask and wait; the pipe stays open meanwhile.
+        with subprocess.Popen([BATCH, "--jobs", "2"], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as worker:
+            for number in range(3):
+                worker.stdin.write(json.dumps({"id": number, "in": "form.pdf"}).encode() + b"\n")
+                worker.stdin.flush()
+                self.assertEqual(json.loads(worker.stdout.readline())["id"], number)
+
+    def test_log_lines_stand_with_the_job_that_left_them(self):
+        with open("form.pdf", "rb") as whole, open("damaged.pdf", "wb") as damaged:
+            damaged.write(whole.read().replace(b"1 0 obj", b"1 0 obx", 1))
+        _, results = run([{"in": f} for f in ("form.pdf", "damaged.pdf") * 20], "-v", "--jobs", "4")
+        self.assertEqual([len(r.get("log", [])) for r in results], [0, 1] * 20)
+
+    def test_what_makes_the_whole_run_useless_is_status_2(self):
+        for options in ["--jobs", "0"], ["--jobs", "x"], ["--jobs"], ["--bogus"], ["operand"]:
+            self.assertEqual(run([], *options), (2, []))
+        with open("/dev/full", "w") as full:
+            job = b'{"in": "form.pdf"}\n' * 3000
+            done = subprocess.run([BATCH, "--jobs", "2"], input=job, stdout=full, stderr=subprocess.PIPE, timeout=60)
+        self.assertEqual((done.returncode, done.stderr.count(b"\n")), (2, 1))
+        folder = os.open(".", os.O_RDONLY)
+        self.assertEqual(subprocess.run([BATCH], stdin=folder, capture_output=True).returncode, 2)
+        os.close(folder)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

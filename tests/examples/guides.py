@@ -1,0 +1,63 @@
+#!/usr/bin/env python3
+"""Runs the programs that the guides show: guides.py FOLDER MAKE_INVOICE"""
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+FOLDER, MAKE_INVOICE = sys.argv[1:3]
+
+
+def run(name, *operands):
+    done = subprocess.run([os.path.join(FOLDER, name), *operands], capture_output=True, text=True, timeout=60)
+    return done.returncode, done.stdout + done.stderr
+
+
+class Guides(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        os.chdir(cls.folder.name)
+        subprocess.run([MAKE_INVOICE, "form.pdf", "letterhead.pdf"], check=True, capture_output=True)
+        with open("form.pdf", "rb") as whole, open("damaged.pdf", "wb") as damaged, open("lossy.pdf", "wb") as lossy:
+            form = whole.read()
+            damaged.write(form.replace(b"1 0 obj", b"1 0 obx", 1))
+            lossy.write(form.replace(b"/Rect [ 56 562 ", b"/Rect [ 56 .05 ", 1))
+
+    @classmethod
+    def tearDownClass(cls):
+        os.chdir("/")
+        cls.folder.cleanup()
+
+    def test_each_program_does_what_its_guide_says(self):
+        cases = [  # name, operands, status, a part of what it prints
+            ("getting-started", ["form.pdf"], 0, "Type -> Page"),
+            ("getting-started", ["missing.pdf"], 1, "No such file"),
+            ("object-model", ["form.pdf"], 0, "marked: 1, changed: 1"),
+            ("forms", ["form.pdf", "filled.pdf"], 0, "number: text"),
+            ("letterhead", ["form.pdf", "letterhead.pdf", "both.pdf"], 0, ""),
+            ("stream-data", ["form.pdf", "drawn.pdf"], 0, "bytes of content"),
+            ("saving", ["filled.pdf"], 0, "bytes"),
+            ("saving", ["lossy.pdf"], 1, "lossy.pdf is as it was: saving loses"),
+            ("errors", ["damaged.pdf"], 1, "log 4: Failed to read object at 9h (9)\n0x507: an object"),
+            ("memory-stripe", ["form.pdf"], 0, "2 pages"),
+            ("memory-stripe", ["damaged.pdf"], 1, "refused: 0x507"),
+            ("progress-stripe", ["form.pdf"], 0, "2 pages, "),
+            ("threads", ["form.pdf", "missing.pdf", "letterhead.pdf"], 0, "3 pages, 1 refused"),
+            ("losses", ["form.pdf"], 0, "nothing is lost"),
+            ("losses", ["lossy.pdf"], 1, "leading zeros of a fraction (1)"),
+            ("memory", ["form.pdf"], 0, "for 93 objects"),
+        ]
+        for name, operands, status, printed in cases:
+            with self.subTest(name=name, operands=operands):
+                got, text = run(name, *operands)
+                self.assertEqual(got, status, text)
+                self.assertIn(printed, text)
+        for name, written in ("filled.pdf", b"(2024-0118)"), ("both.pdf", b"/LetterText"):
+            with open(name, "rb") as file:
+                self.assertIn(written, file.read())
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
