@@ -72,6 +72,23 @@ private:
     bool _isAtEnd = false;
 };
 
+template <class Filter>
+Ref<BlockFilter> ifUsable(Ref<Filter> filter)
+{
+    return filter->isUsable() ? Ref<BlockFilter>(std::move(filter)) : nullptr;
+}
+
+} // namespace
+
+Ref<BlockFilter> ZlibFilter::createDecompressorStream() noexcept
+{
+    return ifUsable(make<Decompressor>());
+}
+
+#ifndef FILES_PDF_LIBDEFLATE // else FastCompressor.cpp has it
+
+namespace {
+
 class Compressor final : public Object, public virtual BlockFilter {
 public:
     explicit Compressor(int level) noexcept : _isUsable(deflateInit(&_stream, level) == Z_OK) {}
@@ -100,18 +117,7 @@ private:
     bool _isUsable;
 };
 
-template <class Filter>
-Ref<BlockFilter> ifUsable(Ref<Filter> filter)
-{
-    return filter->isUsable() ? Ref<BlockFilter>(std::move(filter)) : nullptr;
-}
-
 } // namespace
-
-Ref<BlockFilter> ZlibFilter::createDecompressorStream() noexcept
-{
-    return ifUsable(make<Decompressor>());
-}
 
 Ref<BlockFilter> ZlibFilter::createCompressorStream(std::size_t level) noexcept
 {
@@ -119,3 +125,5 @@ Ref<BlockFilter> ZlibFilter::createCompressorStream(std::size_t level) noexcept
         return nullptr;
     return ifUsable(make<Compressor>(level == 0 ? Z_DEFAULT_COMPRESSION : static_cast<int>(level)));
 }
+
+#endif
