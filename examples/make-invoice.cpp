@@ -161,8 +161,8 @@ private:
         text("deliverTo", {left, 562, 230, 70}, Flags::Multiline);
         label(page, 330, 638, "Contents of the parcels");
         text("parcels", {330, 562, right - 330, 70}, Flags::Multiline);
-        page.color(ink).text("Helv", 10, left, 520, "Please look at the goods when they arrive, and tell us about damage"
-                                                    " within eight days.");
+        page.color(ink).text("Helv", 10, left, 520,
+            "Please look at the goods when they arrive, and tell us about damage within eight days.");
         checkBox(page, "complete", {left, 488, 12, 12}, "Everything has arrived");
         checkBox(page, "undamaged", {left, 466, 12, 12}, "Nothing is damaged");
         page.color(ink).width(0.6).line(left, 390, 280, 390).line(330, 390, right, 390);
@@ -242,7 +242,8 @@ private:
     // The states of a button: `on` under its name, and Off.
     std::string states(const Box& box, const std::string& name, const Drawing& on, const Drawing& off)
     {
-        return "/AS /Off /AP << /N << /" + name + " " + appearance(box, on) + " /Off " + appearance(box, off) + " >> >> ";
+        return "/AS /Off /AP << /N << /" + name + " " + appearance(box, on) + " /Off " + appearance(box, off)
+            + " >> >> ";
     }
 
     void checkBox(Drawing& page, const std::string& name, const Box& box, const std::string& words)

@@ -17,8 +17,8 @@ class EXPORTED Choice : public virtual Field {
 public:
     // Puts a `String` under `V`, or on a field with `MultiSelect` an `Array` of them; null removes the
     // entry. An empty array removes it too, and of an array of one string the string alone is kept, each
-    // with a line of level 3. A success may leave `ErrNotAvailable`. False with a line and `ErrInvalidArgument`, and the old value stays, for
-    // anything else.
+    // with a line of level 3. A success may leave `ErrNotAvailable`. False with a line and
+    // `ErrInvalidArgument`, and the old value stays, for anything else.
     virtual bool setValue(Ref<Value> value) noexcept = 0;
     // `V` and `DV`, of whatever kind they are; a reference is not followed.
     virtual Ref<Value> value() const noexcept = 0;

@@ -143,7 +143,8 @@ std::optional<std::string> MergeForecast::mergeNames(Source source, const Ref<::
             return refused + words(holder->second, name) + " has the name already";
         if (!isEqual(present->second, value, source))
             return refused + "another " + words(key, name)
-                + (present->second.copiedBy ? " was added for a page that shares these resources" : " is there already");
+                + (present->second.copiedBy ? " was added for a page that shares these resources"
+                                            : " is there already");
         if (isCopying(source) && !leadToSame(present->second, value))
             return words(key, name) + " reads the same in both documents, but leads to different contents";
     }

@@ -40,7 +40,8 @@ public:
     bool settle() noexcept { return !_shown || _stripe.seek(tell()) == tell(); }
 
     // The next line without its terminator, which is CR, LF or CR LF, and goes behind it. At the end of the
-    // input the last line, if it has a character, else false. False as well when a read fails before the end, and for a line that is longer than the stripe.
+    // input the last line, if it has a character, else false. False as well when a read fails before the end,
+    // and for a line that is longer than the stripe.
     bool readLine(std::u32string& line) noexcept { return readPieces(line, ~std::size_t(0)); }
     // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
     // which then stays out and is passed.

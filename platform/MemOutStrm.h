@@ -38,7 +38,8 @@ public:
     void appendNumber(Integer number, std::size_t width = 0) noexcept
     {
         char digits[24];
-        const auto count = static_cast<std::size_t>(std::to_chars(digits, digits + sizeof(digits), number).ptr - digits);
+        const char* const end = std::to_chars(digits, digits + sizeof(digits), number).ptr;
+        const auto count = static_cast<std::size_t>(end - digits);
         const std::size_t zeros = width > count ? width - count : 0;
         std::uint32_t* const elements = grow(zeros + count);
         std::fill_n(elements, zeros, U'0');
