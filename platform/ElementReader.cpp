@@ -30,11 +30,14 @@ bool ElementReader::nextFromStripe(std::uint32_t& c) noexcept
         return readElement(_stripe, c);
     }
     const std::uint64_t position = tell();
-    const ByteRun run = position < size() ? _shown->bytesAround(position) : ByteRun();
-    if (run.length == 0) {
+    const std::uint64_t end = size();
+    ByteRun run = _shown->bytesAround(position);
+    // A stripe that shows other bytes than it was asked for has shown none; what lies behind its end doesn't count.
+    if (!run.bytes || run.start > position || position - run.start >= run.length || position >= end) {
         show({nullptr, position, 0}, position);
         return false;
     }
+    run.length = std::min(run.length, end - run.start);
     show(run, position);
     return next(c);
 }

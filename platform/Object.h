@@ -68,10 +68,11 @@ public:
     }
     void decRef() noexcept override
     {
+        const bool isAlone = isSingleThreaded(); // before the count: what others have done to it is then seen
         const std::uint32_t count = _count.load(std::memory_order_acquire);
         if (count == 1 && !_proxy.load(std::memory_order_acquire))
             delete this; // the last holder, and there is no weak one that could count it up again
-        else if (count != 1 && isSingleThreaded())
+        else if (count != 1 && isAlone)
             _count.store(count - 1, std::memory_order_relaxed);
         else
             dropCount();

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <mutex>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -70,7 +71,8 @@ struct Slab {
     }
 };
 
-static_assert(sizeof(Slab) % granule == 0);
+// A class that asks for an alignment of 16 bytes has a size to match, and so has the place of its blocks.
+static_assert(sizeof(Slab) % 16 == 0);
 
 // The slabs of one thread at a time. Lanes are never deleted: one whose thread has ended waits for the
 // next that starts, with its slabs, since other threads may hold blocks of them.
@@ -156,6 +158,22 @@ Lane* idle = nullptr;
 // Bound early, so that the thread's lane is one load away.
 [[gnu::tls_model("initial-exec")]] thread_local Lane* ownLane = nullptr;
 
+// Whether the thread has given its lane back.
+thread_local bool hasEnded = false;
+
+void makeIdle(Lane* lane) noexcept
+{
+    const std::lock_guard guard(idleLock);
+    lane->nextIdle = idle;
+    idle = lane;
+}
+
+Lane* takeIdle() noexcept
+{
+    const std::lock_guard guard(idleLock);
+    return idle ? std::exchange(idle, idle->nextIdle) : new Lane;
+}
+
 // Gives the lane back when its thread ends. Blocks that are freed on the thread even later are another
 // thread's to it.
 struct LaneKeeper {
@@ -165,26 +183,24 @@ struct LaneKeeper {
     LaneKeeper& operator=(const LaneKeeper&) = delete;
     ~LaneKeeper() noexcept
     {
-        const std::lock_guard guard(idleLock);
         ownLane = nullptr;
-        lane->nextIdle = idle;
-        idle = lane;
+        hasEnded = true;
+        makeIdle(lane);
     }
 };
 
-Lane* takeLane() noexcept
+// A block for a thread that has no lane yet, or none any more: nobody would give a second one back.
+[[gnu::noinline]] void* allocWithoutLane(std::size_t kind) noexcept
 {
-    {
-        const std::lock_guard guard(idleLock);
-        if (idle) {
-            ownLane = idle;
-            idle = idle->nextIdle;
-        }
+    Lane* const lane = takeIdle();
+    if (hasEnded) {
+        void* const block = lane->alloc(kind);
+        makeIdle(lane);
+        return block;
     }
-    if (!ownLane)
-        ownLane = new Lane;
-    thread_local const LaneKeeper keeper(ownLane);
-    return ownLane;
+    thread_local const LaneKeeper keeper(lane);
+    ownLane = lane;
+    return lane->alloc(kind);
 }
 
 void giveBack(Lane* lane, Block* block) noexcept
@@ -201,8 +217,8 @@ void* Pool::alloc(std::size_t size) noexcept
 {
     if (!isPooled || size > largest)
         return Heap::alloc(size, Heap::SingleObject, __builtin_return_address(0));
-    Lane* const lane = ownLane ? ownLane : takeLane();
-    return lane->alloc((size + granule - 1) / granule);
+    const std::size_t kind = (size + granule - 1) / granule;
+    return ownLane ? ownLane->alloc(kind) : allocWithoutLane(kind);
 }
 
 void Pool::free(void* block, std::size_t size) noexcept

@@ -12,8 +12,8 @@ class EXPORTED Pool {
 public:
     static constexpr std::size_t largest = 512;
 
-    // A block of `size` bytes, at least 1, aligned to 8 bytes, or as the C library does above `largest`. The failure
-    // of an allocation ends the program.
+    // A block of `size` bytes, at least 1, aligned to 8 bytes, to 16 if `size` is a multiple of 16, or as the C
+    // library does above `largest`. The failure of an allocation ends the program.
     static void* alloc(std::size_t size) noexcept;
     // Releases a block that was allocated with the same size.
     static void free(void* block, std::size_t size) noexcept;

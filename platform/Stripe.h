@@ -100,8 +100,9 @@ public:
 // of the file where they lie. An element of 4 bytes is the Windows-1252 code point of its byte.
 class EXPORTED ShownBytes : public virtual RefCount {
 public:
-    // Some bytes, that at `position` among them; they stay until the stripe is used again. None, with the
-    // code that `read` leaves there, at the end and where they can't be had.
+    // Some bytes, that at `position` among them; they stay until others are asked for, or the stripe is read or
+    // moved. None, with the code that `read` leaves there, at the end and where they can't be had. Bytes that
+    // `position` isn't among count as none; those behind `size()` aren't looked at.
     virtual ByteRun bytesAround(std::uint64_t position) noexcept = 0;
 };
 

@@ -15,6 +15,7 @@ namespace {
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
 
 constexpr std::uint64_t blockSize = 4096; // the bytes that are converted at a time
+constexpr std::uint64_t mostElements = ~std::uint64_t(0) / sizeof(std::uint32_t); // that can be widened
 
 unsigned char* memoryOf(const BufferDesc& area)
 {
@@ -84,6 +85,19 @@ std::uint64_t ByteElements::write(BufferDesc& area, std::uint64_t count, std::ui
         got = _bytes->write(block, asked, timeout);
     }
     return done;
+}
+
+std::uint64_t ByteElements::limit() const noexcept
+{
+    return std::min(held().limit(), mostElements);
+}
+
+std::uint64_t ByteElements::resize(std::uint64_t count) noexcept
+{
+    if (count <= mostElements)
+        return held().resize(count);
+    Error::set(ErrOutOfRange);
+    return size();
 }
 
 // A stripe that can't be written stays as it is.

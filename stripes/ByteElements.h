@@ -13,12 +13,14 @@ public:
     explicit ByteElements(Ref<Interfaces::Stripe> bytes) noexcept : _bytes(std::move(bytes)) {}
 
     // Interfaces::Stripe. Codes and short counts are those of the stripe of bytes. Plain memory alone is
-    // taken: `ErrInvalidArgument`.
+    // taken: `ErrInvalidArgument`. A size that 4 bytes for each couldn't hold is refused with `ErrOutOfRange`.
     std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t size() const noexcept override { return held().size(); }
-    std::uint64_t resize(std::uint64_t count) noexcept override { return held().resize(count); }
+    std::uint64_t capacity() const noexcept override { return held().capacity(); }
+    std::uint64_t limit() const noexcept override;
+    std::uint64_t resize(std::uint64_t count) noexcept override;
     std::uint64_t seek(std::uint64_t position) noexcept override { return held().seek(position); }
     std::uint64_t tell() const noexcept override { return held().tell(); }
     // Interfaces::ByteReading

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <thread>
 #include <vector>
 
@@ -21,7 +22,7 @@ std::vector<Piece> allocSome(unsigned seed, std::size_t count)
         seed = seed * 1664525 + 1013904223;
         const std::size_t size = 1 + (seed >> 16) % (Pool::largest + 64);
         void* block = Pool::alloc(size);
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % 8, 0u);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % (size % 16 == 0 ? 16 : 8), 0u);
         std::memset(block, int(i & 0xFF), size);
         pieces.push_back({block, size});
     }
@@ -37,6 +38,19 @@ void freeSome(const std::vector<Piece>& pieces, std::size_t start, std::size_t s
         Pool::free(pieces[i].block, pieces[i].size);
     }
 }
+
+// Takes a block when its thread has ended already, and tells where it was.
+struct LateUser {
+    std::uintptr_t* slab = nullptr;
+    ~LateUser()
+    {
+        void* const block = Pool::alloc(200);
+        *slab = reinterpret_cast<std::uintptr_t>(block) / 65536;
+        Pool::free(block, 200);
+    }
+};
+
+thread_local LateUser lateUser;
 
 } // namespace
 
@@ -56,4 +70,23 @@ TEST(Pool, blocksKeepWhatIsWrittenToThemWhicheverThreadFreesThem)
         freeSome(ours, 1, 2);
         next.join();
     }
+}
+
+TEST(Pool, slabsThatAThreadTakesAtItsVeryEndAreTheNextOnes)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer has each block by itself";
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+    GTEST_SKIP() << "the sanitizer has each block by itself";
+#endif
+#endif
+    std::uintptr_t slabs[8] = {};
+    for (std::uintptr_t& slab : slabs)
+        std::thread([&] {
+            lateUser.slab = &slab;
+            Pool::free(Pool::alloc(40), 40);
+        }).join();
+    EXPECT_EQ(std::vector<std::uintptr_t>(std::begin(slabs), std::end(slabs)),
+        std::vector<std::uintptr_t>(std::size(slabs), slabs[0]));
 }

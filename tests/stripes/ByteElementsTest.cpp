@@ -51,7 +51,7 @@ TEST(ByteElements, areWhatAStripeOfElementsIsWhateverIsWritten)
         const unsigned oneIn = seed % 2 == 0 ? 2000 : ~0u;
         for (int step = 0; step < 60; ++step) {
             const std::uint64_t number = random() % 20000;
-            switch (random() % 4) {
+            switch (random() % 5) {
             case 0: {
                 const Elements elements = someElements(random, oneIn);
                 EXPECT_EQ(write(*held, elements), write(*wide, elements));
@@ -59,8 +59,10 @@ TEST(ByteElements, areWhatAStripeOfElementsIsWhateverIsWritten)
             }
             case 1: EXPECT_EQ(read(*held, number), read(*wide, number)); break;
             case 2: EXPECT_EQ(held->seek(number), wide->seek(number)); break;
-            default: EXPECT_EQ(held->resize(number), wide->resize(number));
+            case 3: EXPECT_EQ(held->resize(number), wide->resize(number)); break;
+            default: EXPECT_EQ(held->resize(~number), wide->resize(~number));
             }
+            EXPECT_EQ(held->limit(), wide->limit());
             EXPECT_EQ(held->size(), wide->size());
             EXPECT_EQ(held->tell(), wide->tell());
         }
