@@ -153,21 +153,6 @@ TEST(Opening, idsCountUpFromTheFirstOfTheSubsection)
     EXPECT_EQ(codeOf(document->object(nullptr)), ErrNullArgument);
 }
 
-TEST(Opening, everyFailingCallEndsItWithACode)
-{
-    const auto isEnded = [](Fault fault) {
-        const Ref<TestStripe> stripe = make<TestStripe>(good, fault);
-        Error::set(0);
-        const Ref<PDF::Document> document = PDF::Document::create(stripe);
-        EXPECT_TRUE(document || Error::get() != 0);
-        EXPECT_EQ(stripe->counterRef(), document ? 2u : 1u) << "a failed opening keeps nothing";
-        return !document;
-    };
-    EXPECT_GT(failOneByOne(&Fault::read, 0, isEnded), 100u);
-    EXPECT_GT(failOneByOne(&Fault::seek, 0, isEnded), 20u);
-    EXPECT_GT(failOneByOne(&Fault::size, 0, isEnded), 0u);
-}
-
 TEST(Opening, nestingEndsAt500)
 {
     LogCapture log;

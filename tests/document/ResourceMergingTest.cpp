@@ -18,11 +18,6 @@ Ref<PDF::Document> foreignWith(const std::string& resources)
     return open(PdfText().pages("3 0 R").object(3, page).object(4, "<< /N 9 >>").object(5, "8").stream(6, ""));
 }
 
-bool merge(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign)
-{
-    return document->addBackground(foreign, PDF::BackgroundMode::FirstPageOnly);
-}
-
 } // namespace
 
 TEST(ResourceMerging, addsWhatIsFreeAndKeepsWhatIsThere)
@@ -51,7 +46,7 @@ TEST(ResourceMerging, addsWhatIsFreeAndKeepsWhatIsThere)
         SCOPED_TRACE(c.rule);
         const Ref<PDF::Document> document = targetWith(c.target);
         const Ref<PDF::Document> foreign = foreignWith(c.foreign);
-        EXPECT_TRUE(merge(document, foreign));
+        EXPECT_TRUE(addBeneath(document, foreign));
         EXPECT_EQ(pageEntry(document, 0, "Resources"), c.result);
         EXPECT_EQ(pageEntry(foreign, 0, "Resources"), c.foreignAfter ? c.foreignAfter : c.foreign);
     }
@@ -61,7 +56,7 @@ TEST(ResourceMerging, changesASharedDictionaryInPlaceAndTellsWhatItReuses)
 {
     const Ref<PDF::Document> document = targetWith("<< /Font 4 0 R >>");
     const LogCapture log;
-    EXPECT_TRUE(merge(document, foreignWith("<< /Font << /N 2 /T 1 >> >>")));
+    EXPECT_TRUE(addBeneath(document, foreignWith("<< /Font << /N 2 /T 1 >> >>")));
     EXPECT_TRUE(log.has("Resource is equal, reusing: T"));
     EXPECT_EQ(pageEntry(document, 0, "Resources"), "<< /Font 4 0 R >>");
     EXPECT_EQ(objectText(document, 4), "<< /N 2 /T 1 >>");
@@ -102,7 +97,7 @@ TEST(ResourceMerging, stopsAtTheFirstFaultAndKeepsWhatWasDone)
         SCOPED_TRACE(c.rule);
         const Ref<PDF::Document> document = targetWith(c.target);
         LogCapture log;
-        EXPECT_EQ(codeOf(merge(document, foreignWith(c.foreign))), ErrNoResource);
+        EXPECT_EQ(codeOf(addBeneath(document, foreignWith(c.foreign))), ErrNoResource);
         ASSERT_GE(log.lines.size(), 2u);
         EXPECT_EQ(Lines(log.lines.end() - 2, log.lines.end()),
             (Lines{c.line, "Failed to add resources of foreign page 0h (0) to page 3 (0)"}));

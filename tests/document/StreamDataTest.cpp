@@ -4,26 +4,13 @@
 
 using namespace Tests;
 
-TEST(StreamData, decodesEveryByteOfEverySize)
-{
-    std::string allBytes;
-    for (int i = 0; i < 256; ++i)
-        allBytes += static_cast<char>(i);
-    for (const std::string& data : {std::string(), std::string("x"), allBytes, incompressible(65535),
-             incompressible(65536), incompressible(65537), incompressible(300000), std::string(5000000, 'a')}) {
-        const Ref<PDF::Document> document = open(PdfText().pages().stream(3, compressed(data), flate));
-        const Ref<Interfaces::Stripe> decoded = document->streamData(streamOf(document), true);
-        ASSERT_TRUE(decoded) << data.size();
-        EXPECT_EQ(decoded->tell(), 0u);
-        EXPECT_TRUE(bytesOf(decoded) == data) << data.size();
-    }
-}
-
 TEST(StreamData, theFirstCallDecidesWhatLaterOnesGive)
 {
     const Ref<PDF::Document> document
         = open(PdfText().pages().stream(3, compressed("text"), flate).stream(4, "stored"));
-    EXPECT_EQ(decodedBytes(document) + decodedBytes(document, 3), "textstored");
+    const Ref<Interfaces::Stripe> decoded = document->streamData(streamOf(document), true);
+    EXPECT_EQ(decoded->tell(), 0u);
+    EXPECT_EQ(bytesOf(decoded) + decodedBytes(document, 3), "textstored");
     EXPECT_EQ(decodedBytes(document), compressed("text")) << "held data is never decoded";
     EXPECT_TRUE(document->streamData(streamOf(document), true) == document->streamData(streamOf(document), false));
 }

@@ -1,8 +1,5 @@
-#include <forms/Form.h>
-#include <forms/Text.h>
-#include <values/String.h>
-
 #include "../support/Streams.h"
+#include "../support/WholeJob.h"
 
 #include <gtest/gtest.h>
 
@@ -31,25 +28,13 @@ void inThreads(const std::function<void(unsigned)>& work)
         thread.join();
 }
 
-std::string formFile()
-{
-    return PdfText().object(1, "<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [ 4 0 R ] >> >>")
-        .object(2, "<< /Type /Pages /Kids [ 3 0 R ] >>").object(3, "<< /Contents 5 0 R >>")
-        .object(4, "<< /FT /Tx /T (name) /Kids [     ] >>").stream(5, compressed("text"), flate);
-}
-
 // A whole job, with failures that are logged; what it wrote.
 std::string job(const std::string& value)
 {
-    const Ref<PDF::Document> document = open(formFile());
-    document->form()->fieldByPath(text("name")).cast<PDF::Fields::Text>()->setValue(PDF::String::create(text(value)));
-    document->addBackground(open(PdfText().pages("3 0 R").object(3, "<< /Contents 4 0 R >>").stream(4, "beneath")),
-        PDF::BackgroundMode::AllPages);
+    const Ref<PDF::Document> document = open(jobForm());
+    EXPECT_TRUE(doWholeJob(document, open(jobLetterhead()), value));
     EXPECT_EQ(codeOf(open("no file")), ErrBadHeader);
-    EXPECT_EQ(codeOf(open(damaged(formFile(), "[     ]", "[ (x) ]"))->form()->field(0)), ErrOutOfRange);
-    document->recompress(PDF::Compression::None);
-    document->cacheStreams();
-    document->setStreamData(streamOf(document, 4), narrow(value), true);
+    EXPECT_EQ(codeOf(open(damaged(jobForm(), "[     ]", "[ (x) ]"))->form()->field(0)), ErrOutOfRange);
     return written(document);
 }
 
@@ -72,25 +57,17 @@ TEST(Threads, documentsOfTheirOwnDontMeet)
     EXPECT_EQ(log.lines.size(), linesOfAll);
 }
 
-// Values, documents and stream data go from thread to thread, and end where the last one lets them go.
-TEST(Threads, referencesAreSharedAndHandedOn)
+// A document and its stream data go from thread to thread, and end where the last one lets them go.
+TEST(Threads, referencesAreHandedOn)
 {
-    const Ref<TestStripe> file = make<TestStripe>(formFile());
+    const Ref<TestStripe> file = make<TestStripe>(jobForm());
     Ref<PDF::Document> document = PDF::Document::create(file);
-    const Ref<PDF::Object> page = document->getPages()[0];
-    inThreads([&page](unsigned) {
-        for (int i = 0; i < 1000; ++i) {
-            const Ref<PDF::Object> shared = page;
-            const Ref<PDF::Value> value = shared->value();
-            EXPECT_EQ(value->type(), PDF::Value::Type::Dictionary);
-        }
-    });
     for (unsigned id = 0; id < threadCount; ++id)
         std::thread([handedOn = std::move(document), &document, id]() mutable {
-            EXPECT_TRUE(handedOn->setStreamData(streamOf(handedOn, 4), narrow(std::to_string(id)), false));
+            EXPECT_TRUE(replaceLastStream(handedOn, std::to_string(id)));
             document = std::move(handedOn);
         }).join();
-    EXPECT_EQ(stored(document, 4), std::to_string(threadCount - 1));
+    EXPECT_EQ(stored(document, 5), std::to_string(threadCount - 1));
     std::thread([last = std::move(document)] {}).join();
     EXPECT_EQ(file->counterRef(), 1u);
 }
@@ -100,7 +77,7 @@ TEST(Threads, referencesAreSharedAndHandedOn)
 TEST(Threads, weakReferencesGiveAWholeDocumentOrNone)
 {
     for (int round = 0; round < 20; ++round) {
-        std::vector<Ref<PDF::Document>> holders(threadCount, open(formFile()));
+        std::vector<Ref<PDF::Document>> holders(threadCount, open(jobForm()));
         const Ref<PDF::Form> form = holders[0]->form();
         std::vector<WeakRef<PDF::Document>> weak(threadCount);
         inThreads([&](unsigned id) { weak[id] = WeakRef<PDF::Document>(holders[id].get()); });
@@ -138,7 +115,7 @@ TEST(Threads, theLogIsSwitchedWhileOthersWrite)
             case 0: SysLogFilter::enable("PDF", i % 4 != 0); break;
             case 1: SysLogFilter::setLevel(i % 5); break;
             case 2: setSink(i); break;
-            default: EXPECT_FALSE(open(damaged(formFile(), "5 0 obj", "5 0 xxx")));
+            default: EXPECT_FALSE(open(damaged(jobForm(), "5 0 obj", "5 0 xxx")));
             }
         if (id >= switching)
             --writing;

@@ -160,8 +160,10 @@ TEST(ValueParser, namesAreGivenBackAtTheEndOfTheStripe)
 TEST(ValueParser, aStripeThatNeverEndsIsRefused)
 {
     // The last character comes again and again, wherever the stripe stands.
-    for (const std::string start : {" ", "x", "[ ", "[ %", "<<", "<< /K ", "<4 ", "(x", "(\\", "<< >> "})
-        EXPECT_EQ(parsed(start, {.read = start.size(), .answer = Answer::Pretend, .isLasting = true}), refused) << start;
+    for (const std::string start : {" ", "x", "[ ", "[ %", "<<", "<< /K ", "<4 ", "(x", "(\\", "<< >> "}) {
+        const Fault endless{.read = start.size(), .answer = Answer::Pretend, .isLasting = true};
+        EXPECT_EQ(parsed(start, endless), refused) << start;
+    }
 }
 
 TEST(ValueParser, messagesNameThePlaceWhereTheConstructBegins)

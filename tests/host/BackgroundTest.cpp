@@ -1,10 +1,8 @@
 #include <host/Background.h>
-#include <host/Open.h>
-#include <host/Save.h>
 
 #include "../support/Pages.h"
 #include "../support/SmallStack.h"
-#include "TestFolder.h"
+#include "../support/Streams.h"
 
 #include <gtest/gtest.h>
 
@@ -44,13 +42,6 @@ std::string resources(const std::string& categories)
 std::string streamText(const std::string& data, const std::string& length)
 {
     return "<< /Length " + length + " >>\nstream\n" + data + "\nendstream";
-}
-
-// The whole document as it would be written.
-std::string written(const Ref<PDF::Document>& document)
-{
-    const Ref<TestStripe> out = make<TestStripe>("");
-    return document->write(out) ? out->bytes() : "not written";
 }
 
 std::string joined(const std::vector<std::string>& lines)
@@ -223,15 +214,6 @@ TEST(Background, refusesWithTheCodesOfTheLibrary)
     EXPECT_EQ(dangling.refusal().words.substr(0, 26), "resources can't be copied,");
 }
 
-TEST(Background, aDocumentGoesBeneathItself)
-{
-    const Ref<PDF::Document> document = open(File{f1, {"<< /Self 6 0 R >>"}});
-    const auto done = Host::background(document, document, BackgroundMode::AllPages);
-    ASSERT_TRUE(done) << done.refusal().words;
-    EXPECT_EQ(done->warnings.size(), 0u);
-    EXPECT_EQ(pageEntry(document, 1, "Resources"), "<< /Font << /F1 6 0 R >> >>");
-}
-
 // Two rings of different lengths lead back to themselves at different places: each value of one would be
 // compared with each of the other.
 TEST(Background, comparesLongRingsInTimeThatGrowsWithThem)
@@ -249,24 +231,4 @@ TEST(Background, comparesLongRingsInTimeThatGrowsWithThem)
         other.objects[9000] = "<< /Other 6 0 R >>";
         EXPECT_FALSE(Host::background(open(ring(10000)), open(other), BackgroundMode::FirstPageOnly));
     });
-}
-
-TEST(Background, theOtherFileMayGoBeforeTheDocumentIsSaved)
-{
-    const TestFolder folder;
-    const auto opened = *Host::open(folder.put("form.pdf", File()));
-    {
-        const std::string path = folder.put(
-            "letterhead.pdf", File{resources("/XObject << /Logo 6 0 R >>"), {streamText("logo", "4")}});
-        const auto foreign = *Host::open(path);
-        ASSERT_TRUE(Host::background(opened.document, foreign.document, BackgroundMode::FirstPageOnly));
-        fs::resize_file(path, 0);
-        fs::remove(path);
-    }
-    const auto saved = Host::save(opened, folder.path("out.pdf"));
-    ASSERT_TRUE(saved) << saved.refusal().words;
-    const auto again = *Host::open(folder.path("out.pdf"));
-    EXPECT_EQ(pageEntry(again.document, 0, "Contents"), "[ 7 0 R 5 0 R ]");
-    EXPECT_EQ(objectText(again.document, 6), "<< /Length 4 >>\nstream\nlogo\nendstream");
-    EXPECT_EQ(objectText(again.document, 7), "<< /Length 7 >>\nstream\ncontent\nendstream");
 }

@@ -20,11 +20,8 @@ namespace {
 template <class Element>
 std::vector<Element> readAt(Interfaces::Stripe& stripe, std::uint64_t position, std::uint64_t count)
 {
-    std::vector<Element> elements(count, Element(-1));
-    BufferDesc area = BufferDesc::plain(elements.data());
     stripe.seek(position);
-    elements.resize(stripe.read(area, count, waitForever));
-    return elements;
+    return readFrom<Element>(stripe, count);
 }
 
 // Single elements, runs over the limits of blocks, backwards, and over the end.

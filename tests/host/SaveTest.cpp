@@ -30,32 +30,34 @@ TEST(Save, refusesWhatWouldNotComeBack)
 {
     // What the options still refuse: nothing, the comparison, or what is looked at beforehand.
     enum Refusing { Nobody, Comparing, Beforehand };
-    const std::tuple<const char*, std::string, Refusing, const char*> cases[] = {
-        {"a plain document", PdfText().pages().object(3, "(text \\( \\033 \\200)"), Nobody, ""},
+    const auto with = [](const char* value) { return PdfText().pages().object(3, value); };
+    const auto withTrailer = [](const char* entries) { return PdfText().pages().trailer(entries); };
+    const std::string backslash = "a string in it holds a backslash";
+    const std::string unreadable = " could not be read again: " + backslash;
+    const std::string otherwise = " would be read back otherwise than it is written: ";
+    const std::tuple<const char*, std::string, Refusing, std::string> cases[] = {
+        {"a plain document", with("(text \\( \\033 \\200)"), Nobody, ""},
         {"every line ending", PdfText("\r").pages().stream(3, "data\r"), Nobody, ""},
         {"CR LF before a line feed", PdfText("\r\n").pages().stream(3, "\ndata"), Nobody, ""},
         {"LF before a line feed", PdfText("\n").pages().stream(3, "\ndata"), Nobody, ""},
-        {"names with two backslashes", PdfText().pages().object(3, "/a\\\\b"), Nobody, ""},
-        {"a gap in the ids", PdfText().pages().object(3, "1").object(12, "2"), Comparing,
-            "object 12 is written as row 4 of the table"},
-        {"a backslash that makes the object unreadable", PdfText().pages().object(3, "(a\\134)"), Comparing,
-            "object 3 could not be read again: a string in it holds a backslash"},
-        {"a backslash that is read as something else", PdfText().pages().object(3, "1").object(4, "[ (a\\134n) ]"),
-            Comparing, "object 4 would be read back otherwise than it is written: a string in it holds a backslash"},
+        {"names with two backslashes", with("/a\\\\b"), Nobody, ""},
+        {"a gap in the ids", with("1").object(12, "2"), Comparing, "object 12 is written as row 4 of the table"},
+        {"a backslash that makes the object unreadable", with("(a\\134)"), Comparing, "object 3" + unreadable},
+        {"a backslash that is read as something else", with("1").object(4, "[ (a\\134n) ]"), Comparing,
+            "object 4" + otherwise + backslash},
         {"a backslash in a stream's dictionary", PdfText().pages().stream(3, "data", "/F (a\\134n)"), Comparing,
-            "object 3 would be read back otherwise than it is written: a string in it holds a backslash"},
-        {"a backslash in the trailer", PdfText().pages().trailer("/ID [ (a\\134) (b) ]"), Comparing,
-            "the trailer could not be read again: a string in it holds a backslash"},
-        {"a backslash in the trailer that is read as something else", PdfText().pages().trailer("/ID [ (a\\134n) ]"),
-            Comparing, "the trailer would be read back otherwise than it is written: a string in it holds a backslash"},
+            "object 3" + otherwise + backslash},
+        {"a backslash in the trailer", withTrailer("/ID [ (a\\134) (b) ]"), Comparing, "the trailer" + unreadable},
+        {"a backslash in the trailer that is read as something else", withTrailer("/ID [ (a\\134n) ]"), Comparing,
+            "the trailer" + otherwise + backslash},
         {"CR before a line feed",
             PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream"), Comparing,
-            "object 3 would be read back otherwise than it is written: its data begins with a line feed"},
+            "object 3" + otherwise + "its data begins with a line feed"},
         {"no objects", PdfText().root(""), Beforehand, "has no objects"},
         {"no catalog", PdfText().pages().root("2 0 R"), Beforehand, "has no catalog"},
-        {"an updated file", PdfText().pages().trailer("/Prev 9"), Beforehand, "(Prev)"},
-        {"a hybrid file", PdfText().pages().trailer("/XRefStm 9"), Beforehand, "(XRefStm)"},
-        {"an encrypted file", PdfText().pages().trailer("/Encrypt 9 0 R"), Beforehand, "(Encrypt)"},
+        {"an updated file", withTrailer("/Prev 9"), Beforehand, "(Prev)"},
+        {"a hybrid file", withTrailer("/XRefStm 9"), Beforehand, "(XRefStm)"},
+        {"an encrypted file", withTrailer("/Encrypt 9 0 R"), Beforehand, "(Encrypt)"},
     };
     for (const auto& [rule, file, refusing, words] : cases) {
         SCOPED_TRACE(rule);
@@ -115,9 +117,6 @@ TEST(Save, aSourceThatShrinksIsAFailureToRead)
     EXPECT_TRUE(holds(saved.refusal().words, "has become shorter")) << saved.refusal().words;
     EXPECT_EQ(saved.refusal().code, ErrWriteObject);
     EXPECT_EQ(folder.count(), 1);
-    folder.put("short.pdf", text.substr(0, 100));
-    EXPECT_EQ(Host::open(folder.path("short.pdf")).refusal().code, ErrNoEofMarker);
-    EXPECT_TRUE(Host::open(folder.path("none.pdf")).refusal().isUnreadable);
 }
 
 TEST(Save, whenStrictRefusesWhatLosesItsMeaning)

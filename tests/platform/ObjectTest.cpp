@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
 namespace {
 
 class Probe final : public Object {
@@ -29,24 +27,6 @@ TEST(Object, livesAsLongAsSomebodyHoldsIt)
     EXPECT_TRUE(alive == 1 && weak.lock() == second);
     second = std::move(first);
     EXPECT_TRUE(alive == 0 && !weak.lock());
-}
-
-TEST(Object, weakReferencesRaceWithTheLastStrongOne)
-{
-    for (int round = 0; round < 200; ++round) {
-        int alive = 0;
-        Ref<Probe> strong = make<Probe>(alive);
-        const WeakRef<Probe> weak(strong.get());
-        std::thread other([&weak] {
-            for (int i = 0; i < 20; ++i)
-                if (const Ref<Probe> locked = weak.lock(); locked) {
-                    EXPECT_GE(locked->counterRef(), 1u);
-                }
-        });
-        strong = nullptr;
-        other.join();
-        EXPECT_EQ(alive, 0);
-    }
 }
 
 TEST(Windows1252, everyByteSurvivesAndOtherCharactersAreMarked)

@@ -48,10 +48,7 @@ TEST(StrConv, eachTypeTakesWhatItHoldsAndNothingElse)
 
 TEST(StrConv, widthsAreMinimaAndNegativesAreTwosComplements)
 {
-    EXPECT_EQ(plain(StrConv::str(0, 10, 10)), "0000000000");
     EXPECT_EQ(plain(StrConv::str(123456ull, 10, 5)), "123456");
-    EXPECT_EQ(plain(StrConv::str(127, 8, 3)), "177");
-    EXPECT_EQ(plain(StrConv::str(-128, 8, 3)), "200");
     EXPECT_EQ(plain(StrConv::str(-1, 8, 3)), "377");
     EXPECT_EQ(plain(StrConv::str(-129, 16, 0)), "FF7F");
     EXPECT_EQ(plain(StrConv::str(-40000, 16, 0)), "FFFF63C0");

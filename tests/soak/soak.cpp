@@ -2,18 +2,11 @@
 // Prints the resident memory and the number of open descriptors at each tenth of the way; exits with 1 when
 // they grow behind the first one, or when anything fails.
 
-#include <document/Inspection.h>
-#include <forms/Form.h>
-#include <forms/Text.h>
 #include <host/Open.h>
 #include <host/Save.h>
-#include <values/Object.h>
-#include <values/Stream.h>
-#include <values/String.h>
 
 #include "../host/TestFolder.h"
-#include "../support/LogCapture.h"
-#include "../support/PdfText.h"
+#include "../support/WholeJob.h"
 
 #include <unistd.h>
 
@@ -66,35 +59,13 @@ bool repeat(const char* name, unsigned long count, Work work)
     return true;
 }
 
-std::string formText()
-{
-    return PdfText().object(1, "<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [ 4 0 R ] >> >>")
-        .object(2, "<< /Type /Pages /Kids [ 3 0 R ] /Count 1 >>")
-        .object(3, "<< /Type /Page /Contents 5 0 R /Annots [ 4 0 R ] >>")
-        .object(4, "<< /FT /Tx /T (name) /V (old) >>").stream(5, std::string(5000, 'x')).stream(6, "to be replaced");
-}
-
-std::string letterheadText()
-{
-    return PdfText().pages("3 0 R")
-        .object(3, "<< /Contents 4 0 R /Resources << /XObject << /X 5 0 R >> >> >>")
-        .stream(4, "letterhead").stream(5, std::string(20000, 'i'));
-}
-
 bool doJob(const std::string& form, const std::string& letterhead, const std::string& out, unsigned long number)
 {
     auto opened = Host::open(form);
     const auto beneath = Host::open(letterhead);
     if (!opened || !beneath)
         return false;
-    const Ref<PDF::Document>& document = opened->document;
-    const auto name = document->form()->fieldByPath(text("name")).cast<PDF::Fields::Text>();
-    const auto data = make<TestStripe>("new data " + std::to_string(number), Fault(), 1);
-    return name->setValue(PDF::String::create(text(std::to_string(number))))
-        && document->addBackground(beneath->document, PDF::BackgroundMode::AllPages)
-        && document->recompress(PDF::Compression::Flate) && document->recompress(PDF::Compression::None)
-        && document->cacheStreams()
-        && document->setStreamData(PDF::objectsOf(document)[5]->valueAsStream(), data, true)
+    return doWholeJob(opened->document, beneath->document, "new data " + std::to_string(number))
         && Host::save(*opened, out) && Host::open(out);
 }
 
@@ -109,9 +80,9 @@ int main(int argc, char** argv)
         return 2;
     }
     const TestFolder folder;
-    const std::string form = folder.put("form.pdf", formText());
-    const std::string letterhead = folder.put("letterhead.pdf", letterheadText());
-    const std::string damagedForm = folder.put("damaged.pdf", damaged(formText(), "5 0 obj", "5 0 xxx"));
+    const std::string form = folder.put("form.pdf", jobForm());
+    const std::string letterhead = folder.put("letterhead.pdf", jobLetterhead());
+    const std::string damagedForm = folder.put("damaged.pdf", damaged(jobForm(), "5 0 obj", "5 0 xxx"));
     // Every tenth file is refused when half of it was read.
     const auto openOne = [&](unsigned long number) {
         return number % 10 == 9 ? !Host::open(damagedForm) : bool(Host::open(form));

@@ -17,7 +17,10 @@ namespace {
 class Recorder final : public ::Object, public virtual Interfaces::Stripe {
 public:
     std::uint64_t elementSize() const noexcept override { return 1; }
-    std::uint64_t read(BufferDesc&, std::uint64_t count, std::uint32_t) noexcept override { return note("read", count); }
+    std::uint64_t read(BufferDesc&, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        return note("read", count);
+    }
     std::uint64_t write(BufferDesc&, std::uint64_t count, std::uint32_t) noexcept override
     {
         return note("write", count);
@@ -50,34 +53,22 @@ private:
     }
 };
 
-// A stripe that offers no more than it has to.
-class Bare final : public ::Object, public virtual Interfaces::Stripe {
-public:
-    std::uint64_t elementSize() const noexcept override { return 1; }
-    std::uint64_t read(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override { return 0; }
-    std::uint64_t write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override { return 0; }
-    std::uint64_t size() const noexcept override { return 7; }
-    std::uint64_t seek(std::uint64_t) noexcept override { return 0; }
-    std::uint64_t tell() const noexcept override { return 0; }
-};
-
 using Operation = std::function<std::uint64_t(Interfaces::Stripe&)>;
 BufferDesc area;
 
-// What is asked of an adapter, and the number in it: the count that is asked for, or a quarter of a measure that
-// the source answers.
-enum class Says { Count, Measure };
-const std::tuple<Operation, const char*, Says, std::uint64_t> operations[] = {
-    {[](auto& stripe) { return stripe.read(area, 3, waitForever); }, "read ", Says::Count, 3},
-    {[](auto& stripe) { return stripe.write(area, 4, waitForever); }, "write ", Says::Count, 4},
-    {[](auto& stripe) { return stripe.skipRead(5, waitForever); }, "skipRead ", Says::Count, 5},
-    {[](auto& stripe) { return stripe.skipWrite(6, waitForever); }, "skipWrite ", Says::Count, 6},
-    {[](auto& stripe) { return stripe.resize(7); }, "resize ", Says::Count, 7},
-    {[](auto& stripe) { return stripe.seek(8); }, "seek ", Says::Count, 8},
-    {[](auto& stripe) { return stripe.size(); }, "size ", Says::Measure, 10},
-    {[](auto& stripe) { return stripe.capacity(); }, "capacity ", Says::Measure, 20},
-    {[](auto& stripe) { return stripe.limit(); }, "limit ", Says::Measure, 30},
-    {[](auto& stripe) { return stripe.tell(); }, "tell ", Says::Measure, 40},
+// What is asked of an adapter, its name, and the number that reaches the source through one of bytes and through
+// one of elements: a count, or a measure that the source answers.
+const std::tuple<Operation, const char*, std::uint64_t, std::uint64_t> operations[] = {
+    {[](auto& stripe) { return stripe.read(area, 3, waitForever); }, "read ", 3, 12},
+    {[](auto& stripe) { return stripe.write(area, 4, waitForever); }, "write ", 4, 16},
+    {[](auto& stripe) { return stripe.skipRead(5, waitForever); }, "skipRead ", 5, 20},
+    {[](auto& stripe) { return stripe.skipWrite(6, waitForever); }, "skipWrite ", 6, 24},
+    {[](auto& stripe) { return stripe.resize(7); }, "resize ", 7, 28},
+    {[](auto& stripe) { return stripe.seek(8); }, "seek ", 8, 32},
+    {[](auto& stripe) { return stripe.size(); }, "size ", 40, 40},
+    {[](auto& stripe) { return stripe.capacity(); }, "capacity ", 80, 80},
+    {[](auto& stripe) { return stripe.limit(); }, "limit ", 120, 120},
+    {[](auto& stripe) { return stripe.tell(); }, "tell ", 160, 160},
 };
 
 } // namespace
@@ -89,10 +80,10 @@ TEST(Adapters, everyOperationReachesTheSourceInItsOwnElements)
         = {{make<BaseStripe>(source), 1}, {ElementStripe::create(source), 4}};
     for (const auto& [adapter, scale] : adapters) {
         EXPECT_EQ(adapter->elementSize(), scale);
-        for (const auto& [ask, name, says, number] : operations) {
-            const bool isMeasure = says == Says::Measure;
-            EXPECT_EQ(ask(*adapter), isMeasure ? 4 * number / scale : number) << name << scale;
-            EXPECT_EQ(source->last, name + std::to_string(isMeasure ? 4 * number : scale * number));
+        for (const auto& [ask, name, ofBytes, ofElements] : operations) {
+            const std::uint64_t number = scale == 1 ? ofBytes : ofElements;
+            EXPECT_EQ(ask(*adapter), number / scale) << name << scale;
+            EXPECT_EQ(source->last, name + std::to_string(number));
         }
         EXPECT_EQ(adapter->shareOut(nullptr).counter, 1u);
         SharedHandle handle;
@@ -112,7 +103,7 @@ TEST(Adapters, aSizeWhoseBytesCanNotBeCountedIsRefused)
 
 TEST(Stripe, whatAnApplicationDoesNotOverrideIsNotOffered)
 {
-    const Ref<Bare> bare = make<Bare>();
+    const Ref<TestStripe> bare = make<TestStripe>("1234567");
     EXPECT_EQ(bare->capacity() + bare->limit(), 14u);
     const std::pair<Operation, std::uint64_t> refused[] = {
         {[](auto& stripe) { return stripe.skipRead(1, waitForever); }, 0},

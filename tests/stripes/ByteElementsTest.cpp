@@ -22,14 +22,6 @@ std::uint64_t write(Interfaces::Stripe& stripe, Elements elements)
     return stripe.write(area, elements.size(), waitForever);
 }
 
-Elements read(Interfaces::Stripe& stripe, std::uint64_t count)
-{
-    Elements elements(count);
-    BufferDesc area = BufferDesc::plain(elements.data());
-    elements.resize(stripe.read(area, count, waitForever));
-    return elements;
-}
-
 // Elements of files, and now and then one that stands for no byte.
 Elements someElements(std::mt19937& random, unsigned oneIn)
 {
@@ -57,7 +49,7 @@ TEST(ByteElements, areWhatAStripeOfElementsIsWhateverIsWritten)
                 EXPECT_EQ(write(*held, elements), write(*wide, elements));
                 break;
             }
-            case 1: EXPECT_EQ(read(*held, number), read(*wide, number)); break;
+            case 1: EXPECT_EQ(readFrom(*held, number), readFrom(*wide, number)); break;
             case 2: EXPECT_EQ(held->seek(number), wide->seek(number)); break;
             case 3: EXPECT_EQ(held->resize(number), wide->resize(number)); break;
             default: EXPECT_EQ(held->resize(~number), wide->resize(~number));

@@ -50,6 +50,12 @@ inline std::string idsFrom(const Ref<PDF::Document>& document, std::uint32_t fir
     return result;
 }
 
+// Puts the first page of the other document beneath that of the document.
+inline bool addBeneath(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign)
+{
+    return document->addBackground(foreign, PDF::BackgroundMode::FirstPageOnly);
+}
+
 // The id that the next new object gets. One is added to find out, beneath the first page.
 inline std::uint32_t nextId(const Ref<PDF::Document>& document)
 {

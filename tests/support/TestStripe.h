@@ -177,17 +177,25 @@ private:
     const std::string _bytes;
 };
 
+// Up to `count` elements from where the stripe stands.
+template <class Element = std::uint32_t>
+std::vector<Element> readFrom(Interfaces::Stripe& stripe, std::uint64_t count)
+{
+    std::vector<Element> elements(count, Element(-1));
+    BufferDesc area = BufferDesc::plain(elements.data());
+    elements.resize(stripe.read(area, count, waitForever));
+    return elements;
+}
+
 // All that a stripe of 4-byte elements holds, as bytes. The stripe is then where it was: stored data is
 // shared with the document.
 inline std::string bytesOf(const Ref<Interfaces::Stripe>& stripe)
 {
     if (!stripe)
         return "(none)";
-    std::vector<std::uint32_t> elements(stripe->size());
-    BufferDesc area = BufferDesc::plain(elements.data());
     const std::uint64_t position = stripe->tell();
     stripe->seek(0);
-    elements.resize(stripe->read(area, elements.size(), waitForever));
+    const std::vector<std::uint32_t> elements = readFrom(*stripe, stripe->size());
     stripe->seek(position);
     return encodedBytes(elements);
 }
