@@ -2,6 +2,7 @@
 
 #include <platform/Heap.h>
 #include <platform/Mem.h>
+#include <platform/MemoryStream.h>
 
 #include <algorithm>
 
@@ -29,19 +30,43 @@ bool writeAll(Interfaces::Stream& target, const Block& block, std::size_t count)
     return count == 0 || target.write(area, count, waitForever) == count;
 }
 
+// What comes out of a filter on its way to the target: through a block, or, where that is memory, at once.
+class Outlet {
+public:
+    explicit Outlet(Interfaces::Stream& target) noexcept
+        : _target(target), _memory(dynamic_cast<MemoryStream*>(&target))
+    {
+    }
+
+    // Room for a block of the filter's output.
+    unsigned char* room() noexcept { return _memory ? _memory->room(blockSize) : _block.bytes; }
+    // Passes on what stands there; false when it can't be written.
+    bool pass(std::size_t count) noexcept
+    {
+        if (!_memory)
+            return writeAll(_target, _block, count);
+        _memory->extend(count);
+        return true;
+    }
+
+private:
+    Interfaces::Stream& _target;
+    MemoryStream* const _memory; // the target, if it is memory
+    Block _block;
+};
+
 // Feeds one block to the filter: `count` bytes that stand behind `carried` ones, which are the rest of
 // the block before. The result is in `count`: what is left over. Deliberate: the filter is first shown
 // the new bytes alone, and what it leaves moves to the front together with the carried ones.
-PumpEnd feed(
-    BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Block& out, Interfaces::Stream& target)
+PumpEnd feed(BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Outlet& out)
 {
     std::size_t position = carried;
     std::size_t produced = 0;
     do {
         std::size_t consumed = 0;
-        if (!filter.process(in.bytes + position, count, out.bytes, blockSize, &consumed, &produced))
+        if (!filter.process(in.bytes + position, count, out.room(), blockSize, &consumed, &produced))
             return PumpEnd::Convert;
-        if (!writeAll(target, out, produced))
+        if (!out.pass(produced))
             return PumpEnd::Write;
         if (consumed != 0) {
             Mem::move(in.bytes + consumed, in.bytes, count - consumed + carried);
@@ -52,14 +77,14 @@ PumpEnd feed(
     return PumpEnd::Done;
 }
 
-PumpEnd flush(BlockFilter& filter, Block& out, Interfaces::Stream& target)
+PumpEnd flush(BlockFilter& filter, Outlet& out)
 {
     for (;;) {
         std::size_t produced = 0;
-        const int result = filter.flush(out.bytes, blockSize, &produced);
+        const int result = filter.flush(out.room(), blockSize, &produced);
         if (result == 2)
             return PumpEnd::Flush;
-        if (!writeAll(target, out, produced))
+        if (!out.pass(produced))
             return PumpEnd::WriteFlushed;
         if (result != 1)
             return PumpEnd::Done;
@@ -86,7 +111,7 @@ PumpResult pump(
     Interfaces::Stream& source, std::uint64_t amount, BlockFilter* filter, Interfaces::Stream& target) noexcept
 {
     Block in;
-    Block out;
+    Outlet out(target);
     std::size_t carried = 0;
     // A filter that has come to its end takes no more: once it has left a whole block over, there is
     // no room to read into, and nothing that follows could matter.
@@ -100,12 +125,12 @@ PumpResult pump(
         if (!filter && !writeAll(target, in, count))
             return {PumpEnd::WriteUnfiltered};
         if (filter)
-            if (const PumpEnd end = feed(*filter, in, carried, count, out, target); end != PumpEnd::Done)
+            if (const PumpEnd end = feed(*filter, in, carried, count, out); end != PumpEnd::Done)
                 return {end};
         left -= chunk;
         carried = filter ? count : 0;
     }
-    return {filter ? flush(*filter, out, target) : PumpEnd::Done};
+    return {filter ? flush(*filter, out) : PumpEnd::Done};
 }
 
 } // namespace Libraries::Files::PDF

@@ -39,12 +39,22 @@ void MemoryStream::fit() noexcept
         Heap::resize(_block, _capacity, Heap::Array, __builtin_return_address(0)));
 }
 
-void MemoryStream::append(const void* bytes, std::size_t count) noexcept
+unsigned char* MemoryStream::room(std::size_t count) noexcept
 {
     reserve(_position + count);
-    Mem::copy(bytes, _block + _position, count);
+    return _block + _position;
+}
+
+void MemoryStream::extend(std::size_t count) noexcept
+{
     _position += count;
     _size = std::max(_size, _position);
+}
+
+void MemoryStream::append(const void* bytes, std::size_t count) noexcept
+{
+    Mem::copy(bytes, room(count), count);
+    extend(count);
 }
 
 std::uint64_t MemoryStream::read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept

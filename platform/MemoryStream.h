@@ -14,6 +14,10 @@ public:
 
     // The bytes written so far, null before the first; valid until the next write, append or resize.
     const unsigned char* data() const noexcept { return _block; }
+    // Room for `count` bytes at the present position, to be filled, and the taking over of as many of them as
+    // were; `append` without a copy.
+    unsigned char* room(std::size_t count) noexcept;
+    void extend(std::size_t count) noexcept;
     // Gives back memory beyond what was written.
     void fit() noexcept;
     // Writes at the present position, which moves behind what was written.
