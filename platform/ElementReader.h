@@ -3,7 +3,6 @@
 #include <platform/Stripe.h>
 #include <platform/Windows_1252.h>
 
-#include <span>
 #include <string>
 
 // Reads the elements of a stripe of 4-byte elements one after the other: by `read`, one at a time, or, where
@@ -23,10 +22,6 @@ public:
     }
     // The next `count` elements, asked for at once; false when there aren't so many.
     bool read(std::uint32_t* elements, std::size_t count) noexcept;
-    // The bytes at hand from the present place on; none is no sign of the end.
-    std::span<const std::uint8_t> atHand() const noexcept { return {_byte, _end}; }
-    // Passes over some of the bytes at hand.
-    void pass(std::size_t count) noexcept { _byte += count; }
 
     // Whether the place could be reached. Afterwards it is the present one; after a failure the one that was
     // reached.

@@ -32,7 +32,7 @@ void MemoryStream::reserve(std::size_t needed) noexcept
 
 void MemoryStream::fit() noexcept
 {
-    if (_capacity == _size || _size == 0)
+    if (_capacity == _size)
         return;
     _capacity = _size;
     _block = static_cast<unsigned char*>(
