@@ -89,9 +89,10 @@ public:
     // `ErrInvalidArgument` (the width of `data`), `ErrStreamNoDict`, `ErrStreamLength` or `ErrStreamConvert`,
     // and the stream as it was, but `data` where the reading ended.
     virtual bool setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data, bool compress) noexcept = 0;
-    // Copies the stored data of every stream that is still a view of the file into memory, 4 bytes each,
-    // so that the file may be overwritten or go away. No change of the document. A stream whose data can't
-    // be had is passed over; its code stays in the slot. False with `ErrNoResource`, `ErrInvalidArgument` or
+    // Copies the stored data of every stream that is still a view of the file into memory, a byte for
+    // each of the file's where the stripe gives them (`Interfaces::ByteReading`) and else 4, so that the
+    // file may be overwritten or go away. No change of the document. A stream whose data can't be had is
+    // passed over; its code stays in the slot. False with `ErrNoResource`, `ErrInvalidArgument` or
     // `ErrOutOfRange`; the streams before the failing one are copied, and the call can be repeated.
     virtual bool cacheStreams() noexcept = 0;
     // Whether the document differs from what was opened: objects were added, or the value of some
@@ -121,10 +122,10 @@ public:
     //
     // Cost: each page gets copies of its own of all that the foreign page's resources refer to, and an
     // object that is referred to twice is copied twice; references that lead back to an object on their
-    // own way fail the call. In one call content streams are copied once, and stream bytes, 4 for each
-    // stored one, are held once however often their stream was copied. Time grows with the copies and, for
-    // each page, with the number of names in its resources, and with the product of the lengths where
-    // arrays meet. A file made for it can bring any number of copies, each object referring twice to the
+    // own way fail the call. In one call content streams are copied once, and stream bytes, one for each
+    // stored one or 4 as `cacheStreams` tells, are held once however often their stream was copied. Time
+    // grows with the copies and, for each page, with the number of names in its resources, and with the
+    // product of the lengths where arrays meet. A file made for it can bring any number of copies, each object referring twice to the
     // next; and values that nest close to the 500 levels may nest deeper than that where they are put, so
     // that what is saved can't be opened again.
     //
