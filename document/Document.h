@@ -125,8 +125,8 @@ public:
     // own way fail the call. In one call content streams are copied once, and stream bytes, one for each
     // stored one or 4 as `cacheStreams` tells, are held once however often their stream was copied. Time
     // grows with the copies and, for each page, with the number of names in its resources, and with the
-    // product of the lengths where arrays meet. A file made for it can bring any number of copies, each object referring twice to the
-    // next; and values that nest close to the 500 levels may nest deeper than that where they are put, so
+    // product of the lengths where arrays meet. A file made for it can bring any number of copies, each
+    // object referring twice to the next; and values that nest close to the 500 levels may nest deeper than that where they are put, so
     // that what is saved can't be opened again.
     //
     // False with a code, by what failed, in the order of the work:

@@ -22,8 +22,8 @@ EXPORTED Result<OpenedFile> open(const std::string& path) noexcept;
 EXPORTED Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept;
 
 // Takes the data of all streams into memory, as many bytes as the file has of it, and gives the file up:
-// from then on it may be overwritten in place, cut short or deleted, and everything still reads. `opened.file` is then null, and a
-// save asks no more whether the file is as it was. Refused, and the document as before: a file that was
+// from then on it may be overwritten in place, cut short or deleted, and everything still reads.
+// `opened.file` is then null, and a save asks no more whether the file is as it was. Refused, and the document as before: a file that was
 // changed since it was opened, and one that can't be read. A stream whose Length is no good is passed over;
 // it can't be read before, either.
 EXPORTED std::optional<Refusal> detach(OpenedFile& opened) noexcept;
