@@ -3,6 +3,9 @@
 #include "../tests/support/PdfText.h"
 
 #include <document/Syntax.h>
+#include <host/Examine.h>
+
+#include <sys/mman.h>
 
 #include <charconv>
 #include <limits>
@@ -103,6 +106,51 @@ std::optional<std::string> write(const Ref<PDF::Document>& document, bool isWhol
     return isWritten ? std::optional(out->bytes()) : std::nullopt;
 }
 
+// The same twice; a save is no change.
+std::optional<std::string> writeTwice(const Ref<PDF::Document>& document, std::string_view file)
+{
+    bool isWhole = true;
+    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
+        isWhole = isWhole && (stream->strmData() || storedIn(file, document, stream));
+    const bool wasChanged = document->changed();
+    const std::optional<std::string> written = write(document, isWhole);
+    require(document->changed() == wasChanged, "a save is no change");
+    if (written)
+        require(write(document, true) == written, "a document writes the same file twice");
+    return written;
+}
+
+void checkReopened(const std::string& written, const char* reason)
+{
+    const Ref<PDF::Document> again = openFile(written);
+    require(again || reason, "a written file opens");
+    if (again && !reason)
+        require(write(again, true) == written, "a written file comes back as it is");
+}
+
+// A file of the system's with these bytes, and without a name.
+Ref<Host::FileStripe> fileOf(std::string_view bytes)
+{
+    Host::Descriptor file(::memfd_create("file", MFD_CLOEXEC));
+    require(::write(file.number(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),
+        "there is memory for a file");
+    auto adopted = Host::FileBytes::adopt(std::move(file));
+    require(bool(adopted), "a file in memory is a file");
+    return make<Host::FileStripe>(std::move(*adopted));
+}
+
+// Why a file that is written from an examined one may come back otherwise, or not at all.
+const char* reasonForLoss(const Host::Examination& examination)
+{
+    using Host::LossKind;
+    if (!examination.tableTrouble.empty())
+        return "a table that can't show the numbers";
+    for (const LossKind kind : {LossKind::ReopenedBackslash, LossKind::StreamData})
+        if (examination.losses.count(kind) != 0)
+            return "a loss that a second reading brings";
+    return nullptr;
+}
+
 } // namespace
 
 Ref<PDF::Document> openFile(std::string_view file) noexcept
@@ -133,24 +181,28 @@ const char* reasonForLoss(const Ref<PDF::Document>& document, std::uint32_t firs
 
 void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept
 {
-    const std::uint64_t elements = elementsToWrite(document, file);
-    if (!allowance.hasElements(2 * elements))
+    if (!allowance.hasElements(2 * elementsToWrite(document, file)))
         return;
-    bool isWhole = true;
-    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
-        isWhole = isWhole && (stream->strmData() || storedIn(file, document, stream));
-    const bool wasChanged = document->changed();
-    const std::optional<std::string> written = write(document, isWhole);
-    require(document->changed() == wasChanged, "a save is no change");
+    const std::optional<std::string> written = writeTwice(document, file);
     if (!written)
         return;
-    require(write(document, true) == written, "a document writes the same file twice");
     const char* reason = reasonForLoss(document, firstOfTable(*written));
     document = nullptr;
-    const Ref<PDF::Document> again = openFile(*written);
-    require(again || reason, "a written file opens");
-    if (again && !reason)
-        require(write(again, true) == written, "a written file comes back as it is");
+    checkReopened(*written, reason);
+}
+
+void checkExamined(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept
+{
+    if (!allowance.hasElements(3 * elementsToWrite(document, file)))
+        return;
+    const std::optional<std::string> written = writeTwice(document, file);
+    document = nullptr;
+    const auto examination = Host::examine(fileOf(file));
+    if (!examination)
+        return require(!examination.refusal().words.empty(), "a refusal has words");
+    require(examination->size == (written ? written->size() : 0), "a new file has the size that was foretold");
+    if (written)
+        checkReopened(*written, reasonForLoss(*examination));
 }
 
 } // namespace Fuzz

@@ -16,4 +16,8 @@ const char* reasonForLoss(const Ref<PDF::Document>& document, std::uint32_t firs
 // is written unless the data of a stream can't be had. `file` is what it was opened from.
 void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept;
 
+// The same for a document that is as it was opened: what comes back otherwise must be among the losses that an
+// examination of the file names beforehand, and the size that it foretells must be that of what is written.
+void checkExamined(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept;
+
 } // namespace Fuzz
