@@ -20,6 +20,20 @@ namespace Fuzz {
 
 namespace {
 
+// The entry Contents of a page as a list: the elements of an array, the one value that is none, or nothing.
+std::vector<Ref<PDF::Value>> contentsOf(const PDF::Object& page)
+{
+    const Ref<PDF::Dictionary> dictionary = page.valueAsDictionary();
+    const Ref<PDF::Value> value = dictionary ? dictionary->find(::String::create("Contents")) : nullptr;
+    const Ref<PDF::Array> array = PDF::valueAs<PDF::Array>(value);
+    std::vector<Ref<PDF::Value>> contents;
+    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+        contents.push_back(array->get(i));
+    if (value && !array)
+        contents.push_back(value);
+    return contents;
+}
+
 // The bytes of an operation behind its number.
 struct Arguments {
     std::uint8_t which;
@@ -51,7 +65,8 @@ private:
     void replace(Arguments arguments, Tests::Fault fault) noexcept;
     bool canHaveBackground(const Ref<PDF::Document>& foreign, std::string_view file) noexcept;
     void addBackground(const Ref<PDF::Document>& foreign, std::string_view file, Arguments arguments) noexcept;
-    void checkContents(const PDF::Object& page, const PDF::Object& foreignPage) noexcept;
+    void checkContents(
+        const PDF::Object& page, const std::vector<Ref<PDF::Value>>& own, const PDF::Object& foreignPage) noexcept;
     void addCheckedBackground(Arguments arguments) noexcept;
     void writeToFailing(Arguments arguments) noexcept;
     void decode(Arguments arguments) noexcept;
@@ -155,6 +170,8 @@ void Editing::addBackground(const Ref<PDF::Document>& foreign, std::string_view 
         return;
     const std::size_t objectsBefore = PDF::objectsOf(_document).size();
     const bool wasChanged = _document->changed();
+    const auto pages = _document->getPages();
+    const auto own = pages.empty() ? std::vector<Ref<PDF::Value>>() : contentsOf(*pages[0]);
     constexpr std::uint32_t foreignPagesCode = ErrBadPages + 0x100;
     const bool isAdded = ask("addBackground",
         {foreignPagesCode, ErrForeignPage, ErrForeignContent, ErrForeignStreamData, ErrForeignStreamAdd, ErrBadPages,
@@ -162,32 +179,29 @@ void Editing::addBackground(const Ref<PDF::Document>& foreign, std::string_view 
         [&] { return _document->addBackground(foreign, PDF::BackgroundMode(arguments.which % modes)); });
     require(PDF::objectsOf(_document).size() >= objectsBefore, "no object goes");
     require(_document->changed() || !wasChanged, "a background doesn't take a change back");
-    const auto pages = _document->getPages();
     if (!isAdded || pages.empty())
         return;
     require(_document->changed(), "a background is a change");
     const bool isListedAgain = std::find(pages.begin() + 1, pages.end(), pages[0]) != pages.end();
     if (!isListedAgain && foreign != _document && arguments.which % modes != 4)
-        checkContents(*pages[0], *foreign->getPages()[0]);
+        checkContents(*pages[0], own, *foreign->getPages()[0]);
 }
 
-// The content of a page begins with copies of that of the foreign one.
-void Editing::checkContents(const PDF::Object& page, const PDF::Object& foreignPage) noexcept
+// The content of a page is copies of that of the foreign one, and then its own from before.
+void Editing::checkContents(
+    const PDF::Object& page, const std::vector<Ref<PDF::Value>>& own, const PDF::Object& foreignPage) noexcept
 {
-    const auto entry = [](const PDF::Object& object) {
-        return object.valueAsDictionary()->find(::String::create("Contents"));
-    };
-    const Ref<PDF::Array> contents = PDF::valueAs<PDF::Array>(entry(page));
-    require(bool(contents), "the content of a page becomes an array");
-    const Ref<PDF::Value> foreignContents = entry(foreignPage);
-    const Ref<PDF::Array> foreignArray = PDF::valueAs<PDF::Array>(foreignContents);
+    const std::vector<Ref<PDF::Value>> contents = contentsOf(page);
+    const std::vector<Ref<PDF::Value>> foreignContents = contentsOf(foreignPage);
+    require(contents.size() == foreignContents.size() + own.size()
+            && std::equal(own.begin(), own.end(), contents.end() - own.size()),
+        "the content of a page ends with its own from before");
     const auto data = [](const Ref<PDF::Document>& document, const Ref<PDF::Value>& reference) {
         const Ref<PDF::Object> object = document->object(PDF::valueAs<PDF::ObjectRef>(reference));
         return Tests::bytesOf(document->streamData(object->valueAsStream(), false));
     };
-    for (std::uint64_t i = 0; i < (foreignArray ? foreignArray->size() : 1); ++i)
-        require(data(_document, contents->get(i))
-                == data(_foreign, foreignArray ? foreignArray->get(i) : foreignContents),
+    for (std::size_t i = 0; i < foreignContents.size(); ++i)
+        require(data(_document, contents[i]) == data(_foreign, foreignContents[i]),
             "the content of a page begins with that of the foreign one");
 }
 
