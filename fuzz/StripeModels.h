@@ -5,6 +5,7 @@
 
 #include <platform/Mem.h>
 #include <platform/Stripe.h>
+#include <platform/Windows_1252.h>
 
 #include <map>
 #include <vector>
@@ -77,6 +78,57 @@ public:
 
 private:
     BytesModel _bytes;
+};
+
+// Elements that are held as bytes, until one is written that stands for none: from then on counts and places are
+// multiplied, and cut, in 64 bits.
+class HeldModel {
+public:
+    using Element = std::uint32_t;
+    using Encoding = ::Libraries::Strings::Encodings::ANSI::Windows_1252;
+
+    explicit HeldModel(const std::vector<std::uint8_t>& bytes)
+    {
+        for (const std::uint8_t byte : bytes)
+            _elements.push_back(Encoding::toCodePoint(byte));
+    }
+
+    std::uint64_t size() const { return _elements.size(); }
+    std::uint64_t tell() const { return _place; }
+    std::uint64_t seek(std::uint64_t place) { return _place = std::min(asked(place), size()); }
+    std::uint64_t read(void* target, std::uint64_t count)
+    {
+        const std::uint64_t got = std::min(asked(count), size() - _place);
+        Mem::copy(_elements.data() + _place, target, got * sizeof(Element));
+        _place += got;
+        return got;
+    }
+    std::uint64_t write(const void* source, std::uint64_t count)
+    {
+        _elements.resize(std::max(size(), _place + count));
+        Mem::copy(source, _elements.data() + _place, count * sizeof(Element));
+        for (const std::uint64_t end = _place + count; _place < end; ++_place)
+            _isWide = _isWide || !Encoding::hasByte(_elements[_place]);
+        return count;
+    }
+    std::uint64_t resize(std::uint64_t count)
+    {
+        _elements.resize(count);
+        seek(_place);
+        return count;
+    }
+    std::uint64_t most() const { return size(); }
+    std::uint32_t codeOfNothing(std::uint64_t count) const { return asked(count) == 0 ? noCode : ErrOutOfRange; }
+
+private:
+    std::uint64_t asked(std::uint64_t count) const
+    {
+        return _isWide ? sizeof(Element) * count / sizeof(Element) : count;
+    }
+
+    std::vector<std::uint32_t> _elements;
+    bool _isWide = false;
+    std::uint64_t _place = 0;
 };
 
 // A range of elements, which may reach beyond them.

@@ -4,7 +4,7 @@
 #include <host/MemoryStripe.h>
 #include <platform/MemInStrm.h>
 #include <platform/MemoryStream.h>
-#include <platform/Windows_1252.h>
+#include <stripes/ByteElements.h>
 #include <stripes/Convert.h>
 #include <stripes/ElementSizeStripe.h>
 #include <stripes/SubStripe.h>
@@ -16,6 +16,7 @@ namespace Fuzz {
 
 namespace {
 
+using Libraries::Files::PDF::ByteElements;
 using Libraries::Files::PDF::SubStripe;
 using ElementStripe = Libraries::Adapters::ElementSize::Stripe;
 using Encoding = ::Libraries::Strings::Encodings::ANSI::Windows_1252;
@@ -197,7 +198,7 @@ private:
 
 void exercise(Input& input)
 {
-    switch (input.byte() % 6) {
+    switch (input.byte() % 7) {
     case 0:
         return exerciseShared(input);
     case 1:
@@ -213,6 +214,10 @@ void exercise(Input& input)
     case 4: {
         const std::vector<std::uint8_t> bytes = bytesFrom(input);
         return operateAll(*ElementStripe::create(memoryOf(bytes)), ElementsModel(bytes, Access::ReadOnly), input);
+    }
+    case 5: {
+        const std::vector<std::uint8_t> bytes = bytesFrom(input);
+        return operateAll(*make<ByteElements>(streamOf(bytes)), HeldModel(bytes), input);
     }
     default: {
         Conversion conversion(bytesFrom(input));
