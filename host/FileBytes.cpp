@@ -1,6 +1,7 @@
 #include <host/FileBytes.h>
 
 #include <host/ErrorWords.h>
+#include <host/ReadWatch.h>
 
 #include <fcntl.h>
 
@@ -75,6 +76,7 @@ bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
     const ssize_t got = readAt(_file.number(), _block.get(), wanted, window.start);
     if (got >= 0 && static_cast<std::uint64_t>(got) > position - window.start) {
         window.length = static_cast<std::uint64_t>(got);
+        ReadWatch::tell(window.start + window.length, size());
         return true;
     }
     if (_trouble.empty())

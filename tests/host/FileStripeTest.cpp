@@ -1,5 +1,6 @@
 #include <host/FileStripe.h>
 #include <host/MemoryStripe.h>
+#include <host/ReadWatch.h>
 #include <platform/CharReader.h>
 
 #include "../support/TestStripe.h"
@@ -11,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <thread>
 
 using namespace Tests;
 using namespace Host;
@@ -146,4 +148,28 @@ TEST(HostStripes, whatIsNoRegularFileIsUnreadable)
         ASSERT_FALSE(stripe) << path;
         EXPECT_TRUE(stripe.refusal().isUnreadable) << path;
     }
+}
+
+TEST(HostStripes, aWatchIsToldOfTheBlocksThatItsThreadReads)
+{
+    const TestFolder folder;
+    const std::string path = folder.put("text", std::string(40000, 'x'));
+    const auto read = [&path] { readAt<std::uint8_t>(**ByteFileStripe::open(path), 0, 40000); };
+    std::string told;
+    const auto note = [&told](std::uint64_t end, std::uint64_t size) {
+        told += std::to_string(end) + "/" + std::to_string(size) + " ";
+    };
+    {
+        const ReadWatch outer(note);
+        {
+            const ReadWatch newest([](std::uint64_t, std::uint64_t) {});
+            read();
+        }
+        std::thread(read).join();
+        EXPECT_EQ(told, "");
+        read();
+        EXPECT_EQ(told, "16384/40000 32768/40000 40000/40000 ");
+    }
+    read();
+    EXPECT_EQ(told, "16384/40000 32768/40000 40000/40000 ");
 }
