@@ -1,5 +1,6 @@
 #pragma once
 
+#include <examples/FileProgress.h>
 #include <host/ErrorWords.h>
 #include <host/Examine.h>
 #include <host/Save.h>
@@ -185,6 +186,12 @@ inline const std::vector<std::string> saveOptions = {"--unverified", "--partial"
     "  --partial      save also what is only in part in memory: without a catalog,\n" \
     "                 updated, encrypted, or changed on the disk meanwhile\n"
 
+// `Host::open` with a bar.
+inline Host::Result<Host::OpenedFile> open(const std::string& path)
+{
+    return withProgress("opening", [&path] { return Host::open(path); });
+}
+
 // What saving loses of the file, in words, or why that can't be told; none when it loses nothing.
 inline std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
 {
@@ -200,7 +207,7 @@ inline std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
 // comes back.
 inline std::optional<int> checkLosses(const Command& command, const Ref<Host::FileStripe>& file, const std::string& in)
 {
-    const auto losses = lossesOf(file);
+    const auto losses = withProgress("examining", [&] { return lossesOf(file); });
     if (losses && command.has("--strict"))
         return command.refuse(in, *losses);
     if (losses)
@@ -218,7 +225,7 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     Host::SaveOptions options;
     options.isUnverified = command.has("--unverified");
     options.isPartialAllowed = command.has("--partial");
-    Host::Result<Host::Saved> saved = Host::save(opened, out, options);
+    auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
         refusal.words = "can't be saved as " + out + ": " + refusal.words;

@@ -36,13 +36,14 @@ int main(int argc, char** argv)
     if (!mode)
         return command.misuse("there is no mode " + command.argument("--mode"));
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
-    Host::Result<Host::OpenedFile> foreign = Host::open(command.operand(1));
+    Host::Result<Host::OpenedFile> foreign = Examples::open(command.operand(1));
     if (!foreign)
         return command.refuse(command.operand(1), foreign.refusal());
-    const auto done = Host::background(opened->document, foreign->document, *mode, {command.has("--force")});
+    const auto done = Examples::withProgress("putting pages beneath",
+        [&] { return Host::background(opened->document, foreign->document, *mode, {command.has("--force")}); });
     if (!done)
         return command.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)

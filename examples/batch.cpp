@@ -48,7 +48,7 @@ thread_local std::vector<std::string> jobLog;
 class Lines {
 public:
     Lines(unsigned threads, std::uint64_t inputSize)
-        : _window(64 * threads), _progress(inputSize, !isatty(STDOUT_FILENO))
+        : _window(64 * threads), _inputSize(inputSize), _progress(!isatty(STDOUT_FILENO))
     {
     }
 
@@ -89,7 +89,8 @@ public:
             _isBroken = std::fflush(stdout) != 0; // each at once, for who waits for it at a pipe
         }
         _hasRoom.notify_all();
-        _progress.show(_bytesRead, std::to_string(_printed) + " jobs, " + std::to_string(_failed) + " failed");
+        _progress.show(_bytesRead, _inputSize,
+            std::to_string(_printed) + " jobs, " + std::to_string(_failed) + " failed");
     }
 
     // Once no thread is at work any more.
@@ -103,6 +104,7 @@ private:
     };
 
     const std::uint64_t _window;
+    const std::uint64_t _inputSize; // in bytes; 0 when nobody knows
     std::mutex _inputLock; // taken before the other
     Buffer _buffer;
     std::uint64_t _line = 0;

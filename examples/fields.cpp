@@ -110,7 +110,7 @@ int main(int argc, char** argv)
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(file);
+    Host::Result<Host::OpenedFile> opened = Examples::open(file);
     if (!opened)
         return command.refuse(file, opened.refusal());
     const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);

@@ -91,7 +91,7 @@ int main(int argc, char** argv)
     if (!readOperands(command, values))
         return command.misuse("expected NAME=VALUE in UTF-8 behind IN and OUT");
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
     Host::Result<Host::FormFiller> filler = Host::FormFiller::create(opened->document);

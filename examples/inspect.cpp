@@ -228,7 +228,8 @@ void printLossesAsJson(const Host::Examination& examination)
 
 int inspectLosses(const Command& command)
 {
-    const auto examination = Host::examine(command.operand(0));
+    const auto examination =
+        Examples::withProgress("examining", [&command] { return Host::examine(command.operand(0)); });
     if (!examination)
         return command.refuse(command.operand(0), examination.refusal());
     (command.has("--json") ? printLossesAsJson : printLosses)(*examination);
@@ -273,7 +274,7 @@ int main(int argc, char** argv)
         return command.misuse("these options don't go together");
     if (command.has("--losses"))
         return inspectLosses(command);
-    Host::Result<Host::OpenedFile> opened = Host::open(command.operand(0));
+    Host::Result<Host::OpenedFile> opened = Examples::open(command.operand(0));
     if (!opened)
         return command.refuse(command.operand(0), opened.refusal());
     return inspect(command, opened->document);

@@ -73,10 +73,11 @@ int main(int argc, char** argv)
         return command.misuse("expected either --flate or --none");
     const auto target = command.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
-    const auto streams = Host::recompress(opened->document, target, {command.has("--force")});
+    const auto streams = Examples::withProgress("recompressing",
+        [&] { return Host::recompress(opened->document, target, {command.has("--force")}); });
     if (!streams)
         return command.refuse(in, streams.refusal());
     const int status = Examples::save(command, *opened, in, command.operand(1));

@@ -46,7 +46,7 @@ int main(int argc, char** argv)
     const auto id = command.number(2);
     if (!id)
         return command.misuse("expected the number of an object");
-    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
     const Ref<PDF::Object> object = objectOf(opened->document, *id);

@@ -25,7 +25,7 @@ int main(int argc, char** argv)
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(in);
+    Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
     return Examples::save(command, *opened, in, command.operand(1));

@@ -25,12 +25,12 @@ int main(int argc, char** argv)
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Host::open(file);
+    Host::Result<Host::OpenedFile> opened = Examples::open(file);
     if (!opened)
         return command.refuse(file, opened.refusal());
     if (const auto status = Examples::checkLosses(command, opened->file, file))
         return *status;
-    if (const auto refusal = Host::detach(*opened))
+    if (const auto refusal = Examples::withProgress("reading", [&opened] { return Host::detach(*opened); }))
         return command.refuse(file, *refusal);
     return Examples::save(command, *opened, file, file);
 }

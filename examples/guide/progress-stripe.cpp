@@ -15,10 +15,7 @@ namespace {
 // goes through the objects, so the amount is near the size when it is done, and may exceed it.
 class CountingStripe final : public Libraries::Adapters::Base::Stripe {
 public:
-    explicit CountingStripe(Ref<Interfaces::Stripe> wrapped) noexcept
-        : Stripe(std::move(wrapped)), _progress(size())
-    {
-    }
+    explicit CountingStripe(Ref<Interfaces::Stripe> wrapped) noexcept : Stripe(std::move(wrapped)) {}
 
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override
     {
@@ -26,7 +23,7 @@ public:
         const std::uint64_t before = _read;
         _read += done;
         if (before >> 16 != _read >> 16) // a look at the clock every 64 KiB is enough
-            _progress.show(_read, std::to_string(_read >> 20) + " MiB");
+            _progress.show(_read, size(), std::to_string(_read >> 20) + " MiB");
         return done;
     }
     // In elements, which are bytes of the file.
