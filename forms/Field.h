@@ -70,6 +70,7 @@ public:
         Right = 3,
     };
 
+    // The kind by the field's own `FT`; `Generic` without one.
     virtual Type type() const noexcept = 0;
     // The integer part of `Ff`, cut to 32 bits; 0 when absent.
     virtual Flags flags() const noexcept = 0;

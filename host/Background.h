@@ -9,11 +9,13 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
+// How `background` decides.
 struct BackgroundOptions {
     // Goes on all the same where the look beforehand finds a reason not to, which becomes a warning.
     bool isForced = false;
 };
 
+// What `background` did.
 struct Underlaid {
     std::size_t pageCount; // how many pages got a background
     // What people should know of the result, in words, one line each: that each page gets copies of its

@@ -10,7 +10,9 @@ namespace Host {
 class Descriptor {
 public:
     Descriptor() noexcept = default;
+    // Takes the descriptor over; below 0 there is none.
     explicit Descriptor(int number) noexcept : _number(number) {}
+    // The other one has none afterwards; what was held here is closed.
     Descriptor(Descriptor&& other) noexcept : _number(std::exchange(other._number, -1)) {}
     Descriptor& operator=(Descriptor other) noexcept
     {
@@ -23,6 +25,7 @@ public:
             ::close(_number);
     }
 
+    // As system calls take it; -1 when there is none.
     int number() const noexcept { return _number; }
     bool isOpen() const noexcept { return _number >= 0; }
 

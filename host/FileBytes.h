@@ -19,6 +19,7 @@ public:
     // The file behind a descriptor that can be read.
     static Result<FileBytes> adopt(Descriptor file) noexcept;
 
+    // That of the file at the opening, in bytes.
     std::uint64_t size() const noexcept { return static_cast<std::uint64_t>(_opened.st_size); }
     // Puts the window over the block that holds `position`, which must be below the size. False with
     // `ErrNoResource`, and an empty window, when the system can't read it or the file ends before.

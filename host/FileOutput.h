@@ -31,6 +31,7 @@ public:
     // file can be made.
     static Result<Ref<FileOutput>> create(const std::string& path) noexcept;
 
+    // `create` makes one: of a target, and a new file of that name in its folder.
     FileOutput(Target target, Descriptor file, std::string temporaryName) noexcept;
     ~FileOutput() noexcept override;
 

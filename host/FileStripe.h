@@ -14,6 +14,7 @@ public:
     // file.
     static Result<Ref<FileStripeOf>> open(const std::string& path) noexcept;
 
+    // Of a file that is open already.
     explicit FileStripeOf(FileBytes bytes) noexcept : StripeOver<FileBytes, Element>(std::move(bytes)) {}
 
     // Whether the open file still is as it was at the opening: by its device and inode, size, and times.

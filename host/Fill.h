@@ -14,6 +14,7 @@ namespace Host {
 // box takes any text.
 using FieldValue = std::variant<std::string, bool, std::vector<std::string>>;
 
+// Who draws the new values.
 enum class Appearances {
     DrawnByViewers, // `NeedAppearances` is set in the form, so that viewers draw the new values
     LeftAsTheyAre,  // viewers may go on showing the old ones

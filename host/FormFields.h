@@ -13,6 +13,7 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
+// The kinds of fields that people tell apart, by `FT` and `Ff`.
 enum class FieldKind {
     Text,
     CheckBox,
@@ -61,6 +62,7 @@ struct FormField {
 // The flags that are set and mean something for the kind: "read-only", "required", "multiline" ...
 EXPORTED std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept;
 
+// What `fieldNames` finds.
 struct FormFields {
     std::vector<FormField> fields; // in the order of the form
     // What could not be shown, in words, the first hundred: parts of the form that lead nowhere or in circles,

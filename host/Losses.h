@@ -34,16 +34,18 @@ enum class LossKind : std::uint8_t {
     Encryption,         // Encrypt: what is in memory are ciphers
     Comment,            // says nothing to a reader of the format, so it is listed and never refused
 };
+// How many kinds there are, for tables by kind.
 constexpr std::size_t lossKindCount = std::size_t(LossKind::Comment) + 1;
 
 // The kind in a few words: "leading zeros of a fraction".
 EXPORTED std::string_view lossWords(LossKind kind) noexcept;
 
+// One thing that a save would lose.
 struct Loss {
-    LossKind kind;
-    std::uint32_t id; // of the object; 0 for the trailer and for what is in no object
-    std::uint16_t generation;
-    std::uint64_t offset; // in the file, in bytes
+    LossKind kind;            // of thing that is lost
+    std::uint32_t id;         // of the object; 0 for the trailer and for what is in no object
+    std::uint16_t generation; // of the object
+    std::uint64_t offset;     // in the file, in bytes
     // The bytes in the file, and those that would be written, as far as there are any; of a longer text
     // its beginning.
     std::string inFile;
@@ -55,9 +57,12 @@ class EXPORTED Losses {
 public:
     static constexpr std::size_t longestText = 200; // of a loss, in bytes
 
+    // Adds one at the end, and counts it.
     void add(Loss loss) noexcept;
 
+    // In the order in which they were added.
     const std::vector<Loss>& all() const noexcept { return _all; }
+    // How many there are of a kind.
     std::size_t count(LossKind kind) const noexcept { return _counts[std::size_t(kind)]; }
     // Those that change what a reader makes of the file: all but comments.
     std::size_t countOfMeaning() const noexcept { return _all.size() - count(LossKind::Comment); }

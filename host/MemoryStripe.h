@@ -9,9 +9,12 @@ namespace Host {
 // A block of bytes, all of it one window.
 class MemoryBytes {
 public:
+    // Takes the bytes over.
     explicit MemoryBytes(std::vector<std::uint8_t> bytes) noexcept : _bytes(std::move(bytes)) {}
 
+    // In bytes.
     std::uint64_t size() const noexcept { return _bytes.size(); }
+    // The window is all of them. True.
     bool load(std::uint64_t, ByteRun& window) noexcept
     {
         window = {_bytes.data(), 0, _bytes.size()};
@@ -26,6 +29,7 @@ private:
 template <class Element>
 class MemoryStripeOf final : public StripeOver<MemoryBytes, Element> {
 public:
+    // Takes the bytes over.
     explicit MemoryStripeOf(std::vector<std::uint8_t> bytes) noexcept
         : StripeOver<MemoryBytes, Element>(MemoryBytes(std::move(bytes)))
     {

@@ -16,6 +16,7 @@ public:
     // the most part, often more than once, and through more than one file. It must not throw.
     using Function = std::function<void(std::uint64_t end, std::uint64_t size)>;
 
+    // The watch is in force from now on, in place of an older one of this thread, which comes back after it.
     explicit ReadWatch(Function function) noexcept;
     ReadWatch(const ReadWatch&) = delete;
     ReadWatch& operator=(const ReadWatch&) = delete;

@@ -11,6 +11,7 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
+// How `recompress` decides.
 struct RecompressOptions {
     // Converts as well what loses the name of its filter.
     bool isForced = false;
@@ -24,9 +25,10 @@ enum class StreamOutcome {
     NoName,      // left alone: its filter is no name, as an array of filters is none
 };
 
+// A stream, and what became of it.
 struct RecompressedStream {
-    Ref<PDF::Object> object;
-    StreamOutcome outcome;
+    Ref<PDF::Object> object; // whose value is the stream
+    StreamOutcome outcome;   // what became of it
     // The name of the filter that the stream had, as names are written; empty when it had none.
     std::string filter;
     // It has decode parameters, which stay in any case. Without the filter they fit no more, and with a

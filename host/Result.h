@@ -21,9 +21,11 @@ struct Refusal {
 template <class T>
 class [[nodiscard]] Result {
 public:
+    // Of a value, or of the reason why there is none: `return` takes either.
     Result(T value) noexcept : _outcome(std::in_place_index<0>, std::move(value)) {}
     Result(Refusal refusal) noexcept : _outcome(std::in_place_index<1>, std::move(refusal)) {}
 
+    // Whether there is a value.
     explicit operator bool() const noexcept { return _outcome.index() == 0; }
     // The value; only when there is one.
     T& operator*() noexcept { return *std::get_if<0>(&_outcome); }

@@ -6,6 +6,7 @@
 
 namespace Host {
 
+// What a save looks at.
 struct SaveOptions {
     // Saves as well what is refused beforehand: a document of which only a part is in memory.
     bool isPartialAllowed = false;
@@ -17,9 +18,10 @@ struct SaveOptions {
     bool isStrict = false;
 };
 
+// What a save did.
 struct Saved {
     std::uint64_t size; // of the new file, in bytes
-    Durability durability;
+    Durability durability; // whether it survives a loss of power
 };
 
 // Writes the document as a new file that takes the place of whatever stands at `path`, as `FileOutput`

@@ -11,6 +11,7 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
+// Which data of a stream.
 enum class StreamForm {
     Stored,  // as the data stands in the file
     Decoded, // as FlateDecode gives it; as stored when the stream has no filter

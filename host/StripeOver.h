@@ -17,11 +17,12 @@ class StripeOver : public ::Object,
                    public virtual Interfaces::ShownBytes,
                    public virtual Interfaces::ByteReading {
 public:
+    // Takes the bytes over. The position is 0.
     explicit StripeOver(Bytes bytes) noexcept : _bytes(std::move(bytes)) {}
 
-    // Interfaces::Stripe. A short read leaves `ErrOutOfRange` at the end, else the code of `Bytes`;
-    // writing and resizing are not offered; a seek stops at the end.
+    // Interfaces::Stripe. Resizing is not offered.
     std::uint64_t elementSize() const noexcept final { return sizeof(Element); }
+    // A short read leaves `ErrOutOfRange` at the end, else the code of `Bytes`.
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept final
     {
         // The parser's way: one element that is already here.
@@ -32,16 +33,20 @@ public:
         ++_position;
         return 1;
     }
+    // Not offered: 0 with `ErrNotSupported`.
     std::uint64_t write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept final
     {
         Error::set(ErrNotSupported);
         return 0;
     }
+    // That of `Bytes`: in elements.
     std::uint64_t size() const noexcept final { return _bytes.size(); }
+    // Stops at the end.
     std::uint64_t seek(std::uint64_t position) noexcept final
     {
         return _position = std::min(position, _bytes.size());
     }
+    // The position, in elements.
     std::uint64_t tell() const noexcept final { return _position; }
 
     // Interfaces::ShownBytes
@@ -49,6 +54,7 @@ public:
 
     // Interfaces::ByteReading
     bool hasBytes() const noexcept final { return true; }
+    // The bytes as they are, with the codes of `read`.
     std::uint64_t readBytes(void* bytes, std::uint64_t count) noexcept final
     {
         return readRuns(count, [&](std::uint64_t done, const std::uint8_t* run, std::uint64_t length) {
@@ -58,6 +64,7 @@ public:
 
 protected:
     ~StripeOver() noexcept override = default;
+    // What the stripe reads from.
     const Bytes& bytes() const noexcept { return _bytes; }
 
 private:

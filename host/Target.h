@@ -19,6 +19,7 @@ public:
     // that the caller may not write.
     Result<std::optional<struct stat>> inspect() const noexcept;
 
+    // The descriptor of the folder, for system calls, and the name in it.
     int folder() const noexcept { return _folder.number(); }
     const char* name() const noexcept { return _name.c_str(); }
 

@@ -11,6 +11,7 @@ public:
     // stripe may.
     static Ref<CharReader> create(Ref<Interfaces::Stream> stream, std::size_t) noexcept;
 
+    // As `create`, of a stripe, which must not be null.
     explicit CharReader(Ref<Interfaces::Stripe> stripe) noexcept : _stripe(std::move(stripe)) {}
 
     // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe behind

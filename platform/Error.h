@@ -56,6 +56,8 @@ enum ErrorCode : std::uint32_t {
 // Code that tries things saves the slot with `get` and puts it back with `set`; `set(0)` clears it.
 class EXPORTED Error {
 public:
+    // Puts a code into the slot; 0 for none.
     static void set(std::uint32_t code) noexcept;
+    // The code in the slot; 0 when there is none.
     static std::uint32_t get() noexcept;
 };

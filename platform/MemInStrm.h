@@ -6,16 +6,19 @@
 // empty stripe.
 class EXPORTED MemInStrm final : public Object, public virtual Interfaces::Stripe {
 public:
+    // Frees a block of so many bytes.
     using Release = void (*)(void* block, std::size_t size);
 
     // Takes over `size` bytes; `release` is called with them when the stripe dies. Null, with
     // `ErrNullArgument` and nothing released, when block or function is null.
     static Ref<MemInStrm> create(void* block, std::size_t size, Release release) noexcept;
 
+    // As `create`, of what is not null.
     MemInStrm(void* block, std::size_t size, Release release) noexcept
         : _block(static_cast<unsigned char*>(block)), _size(size), _release(release)
     {
     }
+    // As `share`, of a stripe that owns its block.
     explicit MemInStrm(Ref<MemInStrm> owner) noexcept
         : _block(owner->_block), _size(owner->_size), _release(nullptr), _owner(std::move(owner))
     {

@@ -15,6 +15,7 @@
 // The control block of weak references: it outlives its object as long as somebody holds it.
 class EXPORTED GcProxy {
 public:
+    // Of an object whose share is counted already.
     explicit GcProxy(Object* object) noexcept : _object(object) {}
     GcProxy(const GcProxy&) = delete;
     GcProxy& operator=(const GcProxy&) = delete;
@@ -54,6 +55,7 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
+    // From the pool. The failure of an allocation ends the program.
     [[gnu::returns_nonnull]] static void* operator new(std::size_t size) noexcept;
     static void operator delete(void* memory, std::size_t size) noexcept;
 
@@ -105,6 +107,7 @@ template <class T>
 class WeakRef {
 public:
     WeakRef() noexcept = default;
+    // Weak references to the object; null is one to nothing.
     explicit WeakRef(T* object) noexcept : _object(object), _proxy(object ? object->gcproxy() : nullptr)
     {
         if (_proxy)

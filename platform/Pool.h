@@ -10,6 +10,7 @@
 // has ended, runs short. Sizes are in bytes; what is larger than `largest` comes from the C library.
 class EXPORTED Pool {
 public:
+    // The largest block of a slab, in bytes.
     static constexpr std::size_t largest = 512;
 
     // A block of `size` bytes, at least 1, aligned to 8 bytes, to 16 if `size` is a multiple of 16, or as the C
@@ -23,17 +24,21 @@ public:
 template <class T>
 struct PoolAllocator {
     static_assert(alignof(T) <= 8);
+    // What the containers ask for, in elements.
     using value_type = T;
 
     PoolAllocator() noexcept = default;
+    // All allocators of the pool are the same.
     template <class U>
     PoolAllocator(const PoolAllocator<U>&) noexcept
     {
     }
 
+    // Room for so many elements, and its release with the same number.
     T* allocate(std::size_t count) noexcept { return static_cast<T*>(Pool::alloc(count * sizeof(T))); }
     void deallocate(T* block, std::size_t count) noexcept { Pool::free(block, count * sizeof(T)); }
 
+    // True: what one has allocated another one may release.
     template <class U>
     bool operator==(const PoolAllocator<U>&) const noexcept
     {

@@ -10,6 +10,7 @@ template <class T>
 class Ref {
 public:
     Ref() noexcept = default;
+    // Null, or one count more of an object. A copy adds a count; a moved `Ref` hands its own on and is null.
     Ref(std::nullptr_t) noexcept {}
     explicit Ref(T* object) noexcept : _object(object)
     {
@@ -34,6 +35,7 @@ public:
             _object->decRef();
     }
 
+    // Lets go of what it had.
     Ref& operator=(Ref other) noexcept
     {
         std::swap(_object, other._object);
@@ -50,6 +52,7 @@ public:
     // Gives the object away with its count; the `Ref` is null afterwards.
     T* release() noexcept { return std::exchange(_object, nullptr); }
 
+    // The object, without a count for the caller; null when there is none, which `*` and `->` must not be used on.
     T* get() const noexcept { return _object; }
     T* operator->() const noexcept { return _object; }
     T& operator*() const noexcept { return *_object; }

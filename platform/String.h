@@ -11,6 +11,7 @@
 // also between threads. Lengths and indices count code points.
 class EXPORTED String final : public Object {
 public:
+    // As a length: up to the end.
     static constexpr std::size_t all = ~std::size_t(0);
 
     // The empty text.
@@ -68,6 +69,7 @@ public:
             visit(at(i));
     }
 
+    // Frees the characters along with the object.
     static void operator delete(String* string, std::destroying_delete_t) noexcept;
 
 private:

@@ -9,6 +9,7 @@
 // A text builder. Numbers print in decimal, unless `hex` says otherwise for the next one.
 class EXPORTED StringPrinter : public Object {
 public:
+    // An empty builder.
     static Ref<StringPrinter> create() noexcept { return make<StringPrinter>(); }
 
     // 8-bit text, one character per byte; a null text prints nothing.

@@ -8,6 +8,7 @@
 // A block of memory that a stripe shares with its users.
 class EXPORTED SharedMemory : public virtual RefCount {
 public:
+    // Where the block lies; it stays there as long as the object lives.
     virtual void* data() noexcept = 0;
     // In bytes.
     virtual std::uint64_t size() const noexcept = 0;
@@ -15,6 +16,7 @@ public:
 
 // Names a shared block between the two sides of a stream; all zero when there is none.
 struct SharedHandle {
+    // The block; the words behind it are the sides' own, and the last is what they tell it by.
     Ref<SharedMemory> memory;
     std::uint64_t reserved = 0;
     std::uint64_t counter = 0;
@@ -24,15 +26,18 @@ struct SharedHandle {
 
 // Describes a memory area handed to `read` and `write`.
 struct BufferDesc {
+    // What the area is: none, a block that was shared out, or plain memory at an address.
     enum Kind : std::uint32_t { None = 0, Shared = 1, Plain = 2 };
 
-    Kind kind = None;
-    std::uint64_t offset = 0; // in bytes, added to the address
-    void* pointer = nullptr;
-    Ref<RefCount> owner;
+    Kind kind = None;             // decides which of the others count
+    std::uint64_t offset = 0;     // in bytes, added to the address
+    void* pointer = nullptr;      // for plain memory: its address
+    Ref<RefCount> owner;          // for the user's own use; the library leaves it alone
     std::uint64_t shared[4] = {}; // for shared memory: the words of its handle, the id last
+    // The shared block, when it was found already.
     Ref<SharedMemory> memory;
 
+    // Plain memory at an address, which stays the caller's.
     static BufferDesc plain(void* area) noexcept
     {
         BufferDesc result;
@@ -44,9 +49,9 @@ struct BufferDesc {
 
 // A run of bytes in memory that stands for a part of a larger whole.
 struct ByteRun {
-    const std::uint8_t* bytes = nullptr;
-    std::uint64_t start = 0; // in the whole
-    std::uint64_t length = 0;
+    const std::uint8_t* bytes = nullptr; // null when there are none
+    std::uint64_t start = 0;             // in the whole
+    std::uint64_t length = 0;            // in bytes
 };
 
 // The timeout that waits without limit, the only one that the library passes.
@@ -54,6 +59,7 @@ constexpr std::uint32_t waitForever = ~std::uint32_t(0);
 
 namespace Interfaces {
 
+// What all data has: elements of one width.
 class EXPORTED Data : public virtual RefCount {
 public:
     // The width of one element in bytes.
@@ -64,6 +70,7 @@ public:
     virtual SharedHandle shareIn(SharedHandle handle) noexcept;
 };
 
+// Data that is moved through memory from where the stream stands.
 class EXPORTED Stream : public virtual Data {
 public:
     // Move `count` elements between the area and the present position, and return how many were
@@ -76,8 +83,10 @@ public:
     virtual std::uint64_t skipWrite(std::uint64_t count, std::uint32_t timeout) noexcept;
 };
 
+// Data of a size.
 class EXPORTED Extent : public virtual RefCount {
 public:
+    // In elements.
     virtual std::uint64_t size() const noexcept = 0;
     // The elements that fit without growing, and those that there can ever be; `size()` unless
     // overridden. The library never calls these.

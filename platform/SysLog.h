@@ -6,9 +6,9 @@
 
 // The levels of log lines; higher is more severe.
 namespace LogLevel {
-constexpr std::size_t failure = 4;
-constexpr std::size_t oddity = 3; // survived
-constexpr std::size_t information = 1;
+constexpr std::size_t failure = 4;     // something was not done
+constexpr std::size_t oddity = 3;      // survived
+constexpr std::size_t information = 1; // nothing is wrong
 } // namespace LogLevel
 
 // The log. A line has a level and belongs to a filter, "PDF" or "Lib.File.PDF.Form". Nothing is logged
@@ -41,8 +41,10 @@ private:
     std::size_t _level = 0;
 };
 
+// Where the lines go.
 class EXPORTED SysLogStream {
 public:
+    // Takes a complete line, without a line ending, and its level.
     using Sink = std::function<void(std::size_t level, Ref<String> line)>;
 
     // Where complete lines go, one call at a time; an empty function stands for standard error. A

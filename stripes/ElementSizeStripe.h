@@ -15,6 +15,7 @@ public:
     // taken, and 4 of its elements then make one of the adapter.
     static Ref<Interfaces::Stripe> create(Ref<Interfaces::Stripe> source) noexcept;
 
+    // As `create`, of a source that it takes.
     explicit Stripe(Ref<Interfaces::Stripe> source) noexcept : _source(std::move(source)) {}
 
     // Interfaces::Data

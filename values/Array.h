@@ -13,6 +13,7 @@ class String;
 // An ordered list of values. It can grow; elements are neither replaced nor removed.
 class EXPORTED Array : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::Array;
     static constexpr const char* kindName = "Array";
 

@@ -5,8 +5,10 @@
 
 namespace Libraries::Files::PDF {
 
+// A truth value that an application makes.
 class EXPORTED BooleanObj final : public ValueObj, public virtual Boolean {
 public:
+    // Of this value.
     explicit BooleanObj(bool value) noexcept : ValueObj(kind), _value(value) {}
 
     // Boolean

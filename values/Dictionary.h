@@ -15,6 +15,7 @@ class String;
 // had. Keys carry no leading solidus. Entries are shared, never copied, and never null.
 class EXPORTED Dictionary : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::Dictionary;
     static constexpr const char* kindName = "Dictionary";
 

@@ -7,6 +7,7 @@ namespace Libraries::Files::PDF {
 // The null value. `NullObj` makes one.
 class EXPORTED Null : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::Null;
     static constexpr const char* kindName = "Null";
 

@@ -5,6 +5,7 @@
 
 namespace Libraries::Files::PDF {
 
+// A null value that an application makes.
 class EXPORTED NullObj final : public ValueObj, public virtual Null {
 public:
     NullObj() noexcept : ValueObj(kind) {}

@@ -10,9 +10,11 @@ namespace Libraries::Files::PDF {
 // as in -0.5. `NumberObj` makes one.
 class EXPORTED Number : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::Number;
     static constexpr const char* kindName = "Number";
 
+    // The digits before the point with the sign, and those behind it, each as an integer; 0 without any.
     virtual std::int64_t intPart() const noexcept = 0;
     virtual std::uint64_t fracPart() const noexcept = 0;
 

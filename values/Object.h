@@ -12,6 +12,7 @@ class Stream;
 // itself: in arrays and dictionaries an `ObjectRef` stands for it.
 class EXPORTED Object : public virtual RefCount {
 public:
+    // The two numbers that references name it by.
     virtual std::uint32_t id() const noexcept = 0;
     virtual std::uint16_t generation() const noexcept = 0;
     // Every object of a document that was opened has a value.

@@ -8,9 +8,11 @@ namespace Libraries::Files::PDF {
 // one.
 class EXPORTED ObjectRef : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::ObjectRef;
     static constexpr const char* kindName = "ObjectRef";
 
+    // The two numbers of the object, which need not be there.
     virtual std::uint32_t id() const noexcept = 0;
     virtual std::uint16_t generation() const noexcept = 0;
 

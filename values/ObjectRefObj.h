@@ -5,8 +5,10 @@
 
 namespace Libraries::Files::PDF {
 
+// A reference that an application makes.
 class EXPORTED ObjectRefObj final : public ValueObj, public virtual ObjectRef {
 public:
+    // To the object of these numbers, which need not be there.
     ObjectRefObj(std::uint32_t id, std::uint16_t generation) noexcept
         : ValueObj(kind), _id(id), _generation(generation)
     {

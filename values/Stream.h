@@ -11,6 +11,7 @@ class Dictionary;
 // data, ask `Document::streamData`.
 class EXPORTED Stream : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::Stream;
     static constexpr const char* kindName = "Stream";
 

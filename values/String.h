@@ -10,6 +10,7 @@ namespace Libraries::Files::PDF {
 // equal, even if they read the same.
 class EXPORTED String : public virtual Value {
 public:
+    // The kind in `type`, and its name in log lines.
     static constexpr Type kind = Type::String;
     static constexpr const char* kindName = "String";
 

@@ -29,6 +29,7 @@ public:
         Null = 9,
     };
 
+    // The kind, by which `valueAs` and the typed accessors go.
     virtual Type type() const noexcept = 0;
     // A text for logs and diagnostics. It is not PDF syntax, which `writtenText` gives.
     virtual Ref<::String> asText() const noexcept = 0;

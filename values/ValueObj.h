@@ -12,6 +12,7 @@ public:
     bool changed() const noexcept override { return false; }
 
 protected:
+    // Of a kind, which stays.
     explicit ValueObj(Type type) noexcept : _type(type) {}
 
 private:
