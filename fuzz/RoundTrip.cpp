@@ -145,7 +145,8 @@ const char* reasonForLoss(const Host::Examination& examination)
     using Host::LossKind;
     if (!examination.tableTrouble.empty())
         return "a table that can't show the numbers";
-    for (const LossKind kind : {LossKind::ReopenedBackslash, LossKind::StreamData})
+    for (const LossKind kind : {LossKind::ReopenedBackslash, LossKind::TrailerBrackets, LossKind::OtherValue,
+             LossKind::StreamData})
         if (examination.losses.count(kind) != 0)
             return "a loss that a second reading brings";
     return nullptr;

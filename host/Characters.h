@@ -2,6 +2,8 @@
 
 #include <platform/Windows_1252.h>
 
+#include <string_view>
+
 namespace Host {
 
 // The byte that an element of a file stands for; -1 when it stands for none.
@@ -10,5 +12,11 @@ inline int byteOfElement(std::uint32_t element) noexcept
     using Libraries::Strings::Encodings::ANSI::Windows_1252;
     return Windows_1252::hasByte(element) ? Windows_1252::toByte(element) : -1;
 }
+
+// The value of a hexadecimal digit; -1 for what is none.
+int hexDigit(int c) noexcept;
+
+// Whether a name as it stands in a file, without its solidus, is this one: "Pr#65v" is Prev.
+bool isSameName(std::string_view written, std::string_view name) noexcept;
 
 } // namespace Host

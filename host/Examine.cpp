@@ -1,12 +1,12 @@
 #include <host/Examine.h>
 
 #include <document/Inspection.h>
-#include <document/Keys.h>
 #include <host/Comparison.h>
 #include <host/ErrorWords.h>
 #include <host/MeaningComparison.h>
 #include <host/ObjectExamination.h>
 #include <host/Open.h>
+#include <host/PartialMarks.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 
@@ -19,13 +19,6 @@ namespace {
 using namespace Libraries::Files::PDF;
 
 constexpr std::uint64_t largestOffset = 9'999'999'999; // that ten digits tell
-
-// Entries of a trailer that say that there is more than what is in memory.
-constexpr std::pair<const char*, LossKind> marks[] = {
-    {"Prev", LossKind::EarlierRevision},
-    {"XRefStm", LossKind::ObjectStream},
-    {"Encrypt", LossKind::Encryption},
-};
 
 // Takes a written file and keeps nothing but its size.
 class Counter final : public ::Object, public virtual Interfaces::Stream {
@@ -43,13 +36,18 @@ private:
     std::uint64_t _count = 0;
 };
 
-// The comments between the header line and the first object.
+// The comments that belong to no object: between the header line and the first one, and in the newest table.
 void examineHeader(FileExamination& file)
 {
     file.text().moveTo(0);
     MeaningReader reader(file.text(), 0);
     reader.skipSpace();
     file.addComments(reader.takeComments());
+    for (const MeaningReader::Range& comment : file.chain().comments()) {
+        file.text().moveTo(comment.begin);
+        file.text().at(comment.end - 1);
+        file.addComments({comment});
+    }
 }
 
 // Gives the first row of the new table that stands for another number, in words.
@@ -75,9 +73,9 @@ void removeMarks(Meaning& trailer)
 {
     std::vector<Meaning> parts;
     for (std::size_t i = 0; i + 1 < trailer.parts.size(); i += 2) {
-        const std::string& key = trailer.parts[i].text;
-        const auto isKey = [&key](const auto& mark) { return key == mark.first; };
-        if (Keys::size->equals(key.c_str()) || std::any_of(std::begin(marks), std::end(marks), isKey))
+        const Meaning& key = trailer.parts[i];
+        const auto isKey = [&key](const auto& mark) { return key.isName(mark.key); };
+        if (key.text == "Size" || std::any_of(std::begin(partialMarks), std::end(partialMarks), isKey))
             continue;
         parts.push_back(std::move(trailer.parts[i]));
         parts.push_back(std::move(trailer.parts[i + 1]));
@@ -85,11 +83,29 @@ void removeMarks(Meaning& trailer)
     trailer.parts = std::move(parts);
 }
 
+// Whether the reader, which looks for the keyword before a trailer by counting brackets backwards, those in strings
+// too, passes over just the trailer.
+bool isPassedOver(const std::string& trailer)
+{
+    std::int64_t depth = 0;
+    for (std::size_t i = trailer.size(); i-- > 1;) {
+        const std::string_view pair(trailer.data() + i - 1, 2);
+        depth += pair == ">>";
+        depth -= pair == "<<";
+        if (depth == 0 && pair == "<<")
+            return i == 1;
+    }
+    return false;
+}
+
 void examineTrailer(FileExamination& file)
 {
+    if (file.chain().trailer().kind == Meaning::Kind::Nothing)
+        return; // the library found one without the table
     SourceText& text = file.text();
     const auto elements = writtenText(file.document(), file.document()->trailer());
-    SourceText writtenBytes(elements ? bytesOf(*elements) : std::string());
+    const std::string bytes = elements ? bytesOf(*elements) : std::string();
+    SourceText writtenBytes(bytes);
     Meaning written = MeaningReader(writtenBytes, 0).readValue();
     const std::uint64_t begin = file.chain().trailer().begin;
     text.moveTo(begin);
@@ -98,7 +114,7 @@ void examineTrailer(FileExamination& file)
     reader.skipSpace();
     file.turnToNoObject();
     file.addComments(reader.takeComments());
-    for (const auto& [key, kind] : marks) {
+    for (const auto& [key, kind, words] : partialMarks) {
         const Meaning* mark = meant.find(key);
         const Meaning* kept = written.find(key);
         const std::string start = std::string("/") + key + " ";
@@ -109,23 +125,22 @@ void examineTrailer(FileExamination& file)
     file.addLostReferences(meant);
     removeMarks(meant);
     removeMarks(written);
+    if (!isPassedOver(bytes))
+        file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Losses::longestText),
+            writtenBytes.slice(written.begin, written.end, Losses::longestText));
     MeaningComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
 }
 
 // An object that the tables have and the document doesn't.
 void examineMissing(FileExamination& file, std::uint32_t id, const TableChain::Row& row)
 {
-    file.text().moveTo(row.offset);
-    MeaningReader reader(file.text(), row.offset);
-    std::uint64_t foundId = 0;
-    std::uint64_t generation = 0;
-    if (!reader.readCount(foundId) || foundId != id || !reader.readCount(generation)
-        || generation != row.generation || !reader.skipKeyword("obj"))
-        return; // there is no object in the file, either
+    if (!file.isInFile(id, row))
+        return;
     const bool isEarlier = row.place == TableChain::Place::EarlierTable;
+    file.text().moveTo(row.offset);
     file.text().at(row.offset + Losses::longestText - 1);
     file.losses().add({isEarlier ? LossKind::EarlierRevision : LossKind::SecondSubsection, id,
-        static_cast<std::uint16_t>(generation), row.offset,
+        static_cast<std::uint16_t>(row.generation), row.offset,
         file.text().slice(row.offset, file.text().size(), Losses::longestText), {}});
 }
 

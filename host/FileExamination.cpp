@@ -22,7 +22,7 @@ std::string numberOf(std::uint64_t id, std::uint64_t generation)
 } // namespace
 
 FileExamination::FileExamination(Ref<Document> document, Ref<FileStripe> file) noexcept
-    : _document(std::move(document)), _text(std::move(file)), _chain(_text), _takenByChain(_text.taken())
+    : _document(std::move(document)), _text(file), _headers(std::move(file)), _chain(_text), _takenByChain(_text.taken())
 {
     for (const auto& object : objectsOf(_document))
         _numbers.insert(numberOf(object->id(), object->generation()));
@@ -55,14 +55,29 @@ void FileExamination::addLostReferences(const Meaning& value) noexcept
         addLostReferences(part);
 }
 
-bool FileExamination::isLost(const std::string& reference) const noexcept
+bool FileExamination::isInFile(std::uint32_t id, const TableChain::Row& row) noexcept
+{
+    const auto [known, isNew] = _areInFile.emplace(id, false);
+    if (!isNew)
+        return known->second;
+    _headers.moveTo(row.offset);
+    MeaningReader reader(_headers, row.offset);
+    std::uint64_t foundId = 0;
+    std::uint64_t generation = 0;
+    known->second = reader.readCount(foundId) && foundId == id && reader.readCount(generation)
+        && generation == row.generation && reader.skipKeyword("obj");
+    return known->second;
+}
+
+bool FileExamination::isLost(const std::string& reference) noexcept
 {
     if (_numbers.count(reference) != 0)
         return false;
     const auto row = _chain.rows().find(static_cast<std::uint32_t>(std::stoull(reference)));
     if (row == _chain.rows().end())
         return !_chain.isWhole();
-    return row->second.inUse && reference == numberOf(row->first, row->second.generation);
+    return row->second.inUse && reference == numberOf(row->first, row->second.generation)
+        && isInFile(row->first, row->second);
 }
 
 bool FileExamination::hasObject(std::uint64_t id, std::uint64_t generation) const noexcept

@@ -4,6 +4,7 @@
 #include <host/Losses.h>
 #include <host/TableChain.h>
 
+#include <unordered_map>
 #include <unordered_set>
 
 namespace Host {
@@ -31,15 +32,19 @@ public:
     // Lists the references in a value that lead to something in the file and to nothing in the document.
     void addLostReferences(const Meaning& value) noexcept;
     bool hasObject(std::uint64_t id, std::uint64_t generation) const noexcept;
+    // Whether an object with the numbers of a row stands where the row says.
+    bool isInFile(std::uint32_t id, const TableChain::Row& row) noexcept;
 
     // Objects lie inside each other, and have been read so often that it would go on without end.
     bool isEndless() const noexcept;
 
 private:
-    bool isLost(const std::string& reference) const noexcept;
+    bool isLost(const std::string& reference) noexcept;
 
     const Ref<PDF::Document> _document;
     SourceText _text;
+    SourceText _headers; // the same file, to look at single objects without letting go of what `_text` holds
+    std::unordered_map<std::uint32_t, bool> _areInFile; // what was found out of rows without an object here
     const TableChain _chain;
     const std::uint64_t _takenByChain;
     std::unordered_set<std::string> _numbers; // of the document's objects

@@ -48,7 +48,9 @@ bool writeAll(int file, const std::uint8_t* bytes, std::size_t count)
 {
     while (count > 0) {
         const ssize_t written = ::write(file, bytes, count);
-        if (written < 0 && errno != EINTR)
+        if (written == 0)
+            errno = EIO; // it would go on like that for ever
+        if (written == 0 || (written < 0 && errno != EINTR))
             return false;
         if (written > 0) {
             bytes += written;

@@ -11,6 +11,7 @@ std::string_view lossWords(LossKind kind) noexcept
         "octal bytes of a string",
         "doubled backslashes of a string",
         "backslash of a string, when opened again",
+        "brackets in trailer, when opened again",
         "odd hexadecimal digit",
         "word glued to a bracket",
         "reference as an object",

@@ -18,6 +18,7 @@ enum class LossKind : std::uint8_t {
     UndefinedOctals,    // octal escapes of 129, 141, 143, 144 and 157
     DoubledBackslash,   // two backslashes in a literal string, which stand for one
     ReopenedBackslash,  // a backslash that goes out as it was meant, and is read otherwise by this library
+    TrailerBrackets,    // brackets in strings of the trailer, for which this library can't open the new file
     OddDigits,          // a hexadecimal string without its last digit, which stands for 0
     GluedWord,          // a word that ends at a bracket, and is put together with what stands behind
     ObjectReference,    // an object that is a reference, of which the number remains

@@ -106,15 +106,17 @@ void MeaningComparison::compareDictionaries(const Meaning& meant, const Meaning&
         add(LossKind::GluedWord, meant, written);
         return;
     }
+    Meaning missing; // stands where the dictionary does
+    missing.begin = missing.end = meant.begin;
     auto next = other.begin();
     for (const auto& [key, value] : own) {
         for (; next != other.end() && next->first < key; ++next)
-            add(LossKind::OtherValue, nothing, *next->second);
+            add(LossKind::OtherValue, missing, *next->second);
         const bool isThere = next != other.end() && next->first == key;
         compare(*value, isThere ? *next++->second : nothing);
     }
     for (; next != other.end(); ++next)
-        add(LossKind::OtherValue, nothing, *next->second);
+        add(LossKind::OtherValue, missing, *next->second);
 }
 
 } // namespace Host

@@ -1,6 +1,7 @@
 #include <host/MeaningReader.h>
 
 #include <document/Syntax.h>
+#include <host/Characters.h>
 
 #include <algorithm>
 
@@ -11,21 +12,9 @@ namespace {
 namespace Syntax = Libraries::Files::PDF::Syntax;
 using Kind = Meaning::Kind;
 
-bool isSpace(int c)
-{
-    return c == 0 || c == '\t' || c == '\n' || c == '\f' || c == '\r' || c == ' ';
-}
-
 bool isLineEnd(int c)
 {
     return c == '\r' || c == '\n';
-}
-
-// Part of a word or a name.
-bool isRegular(int c)
-{
-    constexpr std::string_view delimiters = "()<>[]{}/%";
-    return c != SourceText::end && !isSpace(c) && delimiters.find(static_cast<char>(c)) == delimiters.npos;
 }
 
 bool opensBracket(int c)
@@ -41,15 +30,6 @@ bool isDigit(int c)
 bool isOctalDigit(int c)
 {
     return c >= '0' && c <= '7';
-}
-
-// -1 for what is none.
-int hexDigit(int c)
-{
-    if (isDigit(c))
-        return c - '0';
-    const int letter = c | 0x20;
-    return c > 0 && letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 // The character that stands behind a backslash for another one; other characters stand for themselves.
@@ -103,13 +83,18 @@ bool makeReference(std::vector<Meaning>& parts, const Meaning& word)
 
 } // namespace
 
+bool Meaning::isName(std::string_view name) const noexcept
+{
+    return kind == Kind::Name && isSameName(text, name);
+}
+
 const Meaning* Meaning::find(std::string_view key) const noexcept
 {
     const Meaning* found = nullptr;
     for (std::size_t i = 0; kind == Kind::Dictionary && i < parts.size(); i += 2)
-        if (parts[i].text == key)
+        if (parts[i].isName(key))
             found = &parts[i + 1];
-    return found;
+    return found && found->kind != Kind::Null ? found : nullptr;
 }
 
 bool Meaning::isCount() const noexcept
@@ -123,6 +108,17 @@ Meaning MeaningReader::readValue() noexcept
     if (value.isCount())
         readReferenceTail(value);
     return value;
+}
+
+bool MeaningReader::isSpace(int c) noexcept
+{
+    return c == 0 || c == '\t' || c == '\n' || c == '\f' || c == '\r' || c == ' ';
+}
+
+bool MeaningReader::isRegular(int c) noexcept
+{
+    constexpr std::string_view delimiters = "()<>[]{}/%";
+    return c != SourceText::end && !isSpace(c) && delimiters.find(static_cast<char>(c)) == delimiters.npos;
 }
 
 void MeaningReader::skipSpace() noexcept

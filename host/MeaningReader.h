@@ -34,7 +34,10 @@ struct Meaning {
     std::vector<Meaning> parts;
 
     bool is(Trait trait) const noexcept { return (traits & trait) != 0; }
-    // The value under a key of a dictionary, the last one of several; null when there is none.
+    // Whether it is this name, however that is written: "/Pr#65v" is Prev.
+    bool isName(std::string_view name) const noexcept;
+    // The value under a key of a dictionary, the last one of several; null when there is none, or the null value,
+    // which means the same.
     const Meaning* find(std::string_view key) const noexcept;
     // A number that is whole, not negative and has at most 18 digits.
     bool isCount() const noexcept;
@@ -54,6 +57,10 @@ public:
     Meaning readValue() noexcept;
     // Passes white space and comments.
     void skipSpace() noexcept;
+    // Whether a character separates words.
+    static bool isSpace(int c) noexcept;
+    // Whether it can be part of a word or a name.
+    static bool isRegular(int c) noexcept;
     // Passes these, and the keyword; false, and nothing of it is passed, when it doesn't follow.
     bool skipKeyword(std::string_view keyword) noexcept;
     // The whole number that follows, not negative; false, with the reader where it was, when it is none.

@@ -24,6 +24,7 @@ struct Source {
     Meaning value;
     bool isStream = false;
     std::uint64_t dataOffset = 0; // of a stream
+    std::uint64_t rest = 0;       // where something stands between the value and the object's end; 0 when nothing does
 };
 
 // Behind "stream": the data begins behind one line ending, and blanks before it.
@@ -35,6 +36,18 @@ std::uint64_t findData(SourceText& text, std::uint64_t behindKeyword)
     if (text.at(position) == '\r')
         return position + (text.at(position + 1) == '\n' ? 2 : 1);
     return text.at(position) == '\n' ? position + 1 : behindKeyword;
+}
+
+// Whether an object without an end of its own ends here: in front of the next one, or behind all of them.
+bool isAtEnd(MeaningReader& reader, SourceText& text)
+{
+    reader.skipSpace();
+    const std::uint64_t here = reader.position();
+    MeaningReader next(text, here);
+    std::uint64_t number = 0;
+    return text.at(here) == SourceText::end || text.isAt(here, Syntax::xrefKeyword)
+        || text.isAt(here, Syntax::startXrefKeyword) || text.isAt(here, Syntax::trailerKeyword)
+        || (next.readCount(number) && next.readCount(number) && next.skipKeyword("obj"));
 }
 
 Source readSource(FileExamination& file, std::uint64_t offset)
@@ -52,6 +65,8 @@ Source readSource(FileExamination& file, std::uint64_t offset)
         source.dataOffset = findData(file.text(), reader.position());
     else if (reader.skipKeyword(Syntax::objectEnd))
         reader.skipSpace();
+    else if (!isAtEnd(reader, file.text()))
+        source.rest = reader.position();
     file.addComments(reader.takeComments());
     return source;
 }
@@ -91,19 +106,21 @@ void compareValue(FileExamination& file, const Ref<Value>& value, const Source& 
         comparison.compare(meant, written);
 }
 
-// Behind the data that the Length counts the stream ends. Where it doesn't, readers that look for its end
-// find more data, or less.
+// Behind the data that the Length counts the stream ends, and an object where the keyword for that is missing.
+// Where it doesn't, readers that look for its end find more data, or less.
 void examineDataEnd(FileExamination& file, std::uint64_t end)
 {
     SourceText& text = file.text();
     text.moveTo(end);
     std::uint64_t position = end;
-    for (int c = text.at(position); c >= 0 && Syntax::isSpace(static_cast<unsigned>(c)); c = text.at(position))
+    while (MeaningReader::isSpace(text.at(position)))
         ++position;
     MeaningReader reader(text, position);
-    const bool isEnd = text.isAt(position, Syntax::streamEnd) && reader.skipKeyword(Syntax::streamEnd);
+    bool isEnd = text.isAt(position, Syntax::streamEnd) && reader.skipKeyword(Syntax::streamEnd);
+    isEnd = isEnd && (!MeaningReader::isRegular(text.at(reader.position()))
+        || text.isAt(reader.position(), Syntax::objectEnd));
     const bool isObjectEnd = (isEnd || text.isAt(position, Syntax::objectEnd)) && reader.skipKeyword(Syntax::objectEnd);
-    if (!isEnd && !isObjectEnd)
+    if (!isEnd && !(isObjectEnd && isAtEnd(reader, text)))
         file.add(LossKind::StreamData, end, text.slice(end, end + excerpt, excerpt));
     if (isObjectEnd)
         reader.skipSpace();
@@ -147,10 +164,13 @@ void examineObject(FileExamination& file, const PDF::Object& object) noexcept
     const auto row = file.chain().rows().find(object.id());
     const Source source = row == file.chain().rows().end() ? Source() : readSource(file, row->second.offset);
     const Ref<Stream> stream = valueAs<Stream>(object.value());
+    const std::size_t lossCount = file.losses().all().size();
     compareValue(file, stream ? Ref<Value>(stream->dict()) : object.value(), source);
+    if (source.rest != 0 && file.losses().all().size() == lossCount)
+        file.add(LossKind::OtherValue, source.rest, file.text().slice(source.rest, source.rest + excerpt, excerpt));
     file.addLostReferences(source.value);
     const Meaning* type = source.isStream ? source.value.find("Type") : nullptr;
-    if (type && type->text == "ObjStm")
+    if (type && type->isName("ObjStm") && !file.chain().isWhole()) // nobody finds the objects in it otherwise
         file.add(LossKind::ObjectStream, source.value.begin, textOf(file.text(), source.value));
     const std::uint64_t end = source.value.end;
     if (source.isStream != bool(stream))

@@ -1,9 +1,12 @@
 #include <host/Save.h>
 
 #include <document/Inspection.h>
+#include <host/Characters.h>
 #include <host/Comparison.h>
 #include <host/ErrorWords.h>
 #include <host/Examine.h>
+#include <host/PartialMarks.h>
+#include <host/Utf8.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 #include <values/Stream.h>
@@ -14,16 +17,6 @@ namespace {
 
 using namespace Libraries::Files::PDF;
 
-// Entries of a trailer that say that what is in memory is not the whole file.
-constexpr struct {
-    const char* key;
-    const char* words;
-} partialMarks[] = {
-    {"Prev", "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
-    {"XRefStm", "the document has further objects in streams, and they would be lost (XRefStm)"},
-    {"Encrypt", "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
-};
-
 bool isChanged(const Ref<FileStripe>& source)
 {
     return source && !source->isUnchanged();
@@ -31,13 +24,23 @@ bool isChanged(const Ref<FileStripe>& source)
 
 const Refusal changedSource{"the file that the document was opened from was changed since"};
 
+// Why a document with this trailer isn't all in memory; null when it is.
+const char* wordsOfMark(const Dictionary& trailer)
+{
+    const auto keys = trailer.keys();
+    for (const Ref<::String>& key : *keys)
+        for (const auto& mark : partialMarks)
+            if (isSameName(toUtf8(key), mark.key) && trailer.find(key)->type() != Value::Type::Null)
+                return mark.words;
+    return nullptr;
+}
+
 std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref<FileStripe>& source)
 {
     if (objectsOf(document).empty())
         return Refusal{"the document has no objects"};
-    for (const auto& mark : partialMarks)
-        if (document->trailer()->find(::String::create(mark.key)))
-            return Refusal{mark.words};
+    if (const char* words = wordsOfMark(*document->trailer()))
+        return Refusal{words};
     if (!document->getCatalog())
         return codeRefusal(Error::get(), "the document has no catalog: ");
     if (isChanged(source))

@@ -68,7 +68,12 @@ Meaning TableChain::readTable(std::uint64_t offset, bool isNewest) noexcept
                 return {};
         place = isNewest ? Place::FurtherSubsection : Place::EarlierTable;
     }
-    return reader.skipKeyword("trailer") ? reader.readValue() : Meaning();
+    if (!reader.skipKeyword("trailer"))
+        return {};
+    reader.skipSpace();
+    if (isNewest)
+        _comments = reader.takeComments();
+    return reader.readValue();
 }
 
 bool TableChain::readRow(MeaningReader& reader, std::uint32_t id, Place place) noexcept

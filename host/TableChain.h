@@ -28,6 +28,8 @@ public:
     std::uint32_t first() const noexcept { return _first; }
     // The trailer of the newest table; `Nothing` when there is none behind it.
     const Meaning& trailer() const noexcept { return _trailer; }
+    // Comments between the rows of the newest table and before its trailer.
+    const std::vector<MeaningReader::Range>& comments() const noexcept { return _comments; }
     // Whether there is no more than what was read.
     bool isWhole() const noexcept { return _isWhole; }
 
@@ -40,6 +42,7 @@ private:
     std::map<std::uint32_t, Row> _rows;
     std::uint32_t _first = 0;
     Meaning _trailer;
+    std::vector<MeaningReader::Range> _comments;
     bool _isWhole = true;
 };
 

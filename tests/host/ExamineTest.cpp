@@ -68,6 +68,7 @@ TEST(Examine, listsWhatGoesOutWithAnotherMeaning)
         {with("<< %[ 1.05\n/A (%) %b\n>> % endobj"),
             "3 comment: %[ 1.05 > \n3 comment: %b > \n3 comment: % endobj > \n"},
         {with("1 0 R"), "3 reference as an object: 1 0 R > 1\n"},
+        {with("[ 1 ] (" + std::string(40, 'x') + ")"), "3 other value: (" + std::string(39, 'x') + " > \n"},
         {with("<< /A 1 /A 2 >>"), "3 repeated key: 1 > \n"},
         {with("<< /D << /K [ << /L -.5 >> (\x80) ] >> /E [[<415>]] >>"),
             "3 sign of a number between -1 and 0: -.5 > 0.5\n"
@@ -109,11 +110,15 @@ TEST(Examine, looksAtTheDataOfStreams)
             "3 data of a stream: data\nendstream\nendobj\nxref\n0 4\n000000000 > \n"},
         {"<< /Length 4 >> %c\nstream\ndata\nendstream",
             "3 comment: %c > \n3 data of a stream:  %c\nstream\ndata\nendstream\nendobj\nxref\n0  > \n"},
-        {"<< /Type /ObjStm /N 2 /Length 0 >> stream\nendstream",
-            "3 objects in streams: << /Type /ObjStm /N 2 /Length 0 >> > \n"},
+        {"<< /Type /ObjStm /N 2 /Length 0 >> stream\nendstream", ""}, // nothing leads to the objects in it
+        {"<< /Length 4 >> stream\ndata endstreamendobj", ""},
+        {"<< /Length 4 >> stream\ndata\nendobj 4 0 obj", ""},
     };
     for (const auto& [value, losses] : cases)
         EXPECT_EQ(lossesOf(with(value)), losses) << value;
+    for (const char* rest : {"\x0b\nendstream", " endstreamer endstream", " endobj BT endstream"})
+        EXPECT_EQ(lossesOf(with(std::string("<< /Length 4 >> stream\ndata") + rest)).substr(0, 21 + std::strlen(rest)),
+            std::string("3 data of a stream: ") + rest + "\n");
     const std::string crFile = PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream");
     EXPECT_EQ(lossesOf(crFile).substr(0, 27), "3 data of a stream: \ndata\re");
 }
@@ -123,6 +128,16 @@ TEST(Examine, looksAtTheTableAndTheTrailer)
     const std::pair<std::string, std::string> cases[] = {
         {with("1").object(5, "2"), "5 object with another row of the table: object 5 > row 4\n"},
         {with("[ 9 0 R ]"), ""}, // leads nowhere in the file, either
+        {damaged(with("[ 4 0 R ]"), "trailer", "4 1\n0000000009 00000 n\ntrailer"), ""}, // nor does this
+        {damaged(with("1"), "trailer", "%r\ntrailer"), "0 comment: %r > \n"},
+        {with("1").trailer("/ID [ (\\74\\74) ]"),
+            "0 brackets in trailer, when opened again: << /Root 1 0 R /ID [ (\\74\\74) ] >> > "
+            "<< /ID [ (<<) ] /Root 1 0 R >>\n"},
+        {with("1").trailer("/Prev null /Encrypt null /XRefStm null"), ""},
+        {with("1").trailer("/Pr#65v 9"), "0 earlier revision: /Prev 9 > /Prev 9\n"},
+        {with("<< /Type /Obj#53tm /N 2 /Length 0 >> stream\nendstream").trailer("/XRefStm 9"),
+            "3 objects in streams: << /Type /Obj#53tm /N 2 /Length 0 >> > \n"
+            "0 objects in streams: /XRefStm 9 > /XRefStm 9\n"},
         {with("1").trailer("/ID [ <5> ] /Size 9"), "0 odd hexadecimal digit: <5> > <32>\n"},
         {with("1").trailer("/Encrypt 3 0 R"), "0 encryption: /Encrypt 3 0 R > /Encrypt 3 0 R\n"},
         {with("[ 9 0 R ]").trailer("/XRefStm 9"),
