@@ -61,7 +61,7 @@ private:
 Ref<Interfaces::Stream> bytesOf(const Ref<Interfaces::Stripe>& elements)
 {
     auto* const reading = dynamic_cast<Interfaces::ByteReading*>(elements.get());
-    if (reading && reading->hasBytes())
+    if (reading && reading->hasBytes() && elements->elementSize() == sizeof(std::uint32_t))
         return make<GivenBytes>(elements, *reading);
     return ByteConverter::create(elements, ToByte(), ToCodePoint());
 }
@@ -229,8 +229,6 @@ bool DocumentObj::setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data
 {
     if (!stream || !data)
         return refuse(ErrNullArgument);
-    if (data->elementSize() != sizeof(std::uint8_t))
-        return refuse(ErrInvalidArgument);
     const Ref<StreamObj> holder = stream.cast<StreamObj>();
     if (!holder)
         return report.fail(ErrInvalidArgument, "Failed to cast Stream to StreamObj");
@@ -247,11 +245,13 @@ bool DocumentObj::setStreamData(Ref<Stream> stream, Ref<Interfaces::Stripe> data
     const Ref<MemoryStream> target = MemoryStream::create(0, 1);
     if (!target)
         return report.fail(ErrStreamLength, "Failed to create encoding converter for stream ", name);
+    if (data->elementSize() != sizeof(std::uint8_t))
+        return refuse(ErrInvalidArgument); // wider elements would not fit where they are read to
     const std::uint64_t position = data->tell();
     const PumpResult result = pump(*data, data->size() - position, compressor.get(), *target);
     if (result.end == PumpEnd::Read)
         return report.fail(ErrStreamConvert, "Failed to read updated stream data of stream ", name, "; read ",
-            result.got, ", of ", result.asked, "; error: ", result.code);
+            result.got, " of ", result.asked, "; error: ", result.code);
     if (result.end != PumpEnd::Done)
         return report.fail(ErrStreamConvert, pumpFailure(result.end), " ", name);
     // Nothing fails from here on: a run that failed has changed neither data nor length.

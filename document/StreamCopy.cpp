@@ -21,13 +21,14 @@ StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) no
         return {};
     }
     const std::uint64_t count = data.size();
-    if (count > std::numeric_limits<std::uint32_t>::max()) {
+    const std::uint64_t width = data.elementSize();
+    if (count > std::numeric_limits<std::uint32_t>::max() || width > sizeof(std::uint32_t)) {
         report.fail(ErrOutOfRange, "Stream size is too large: ", count);
         return {};
     }
     auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&data);
-    const bool isNarrow = reading && reading->hasBytes();
-    const std::size_t size = isNarrow ? count : data.elementSize() * count;
+    const bool isNarrow = reading && reading->hasBytes() && width == sizeof(std::uint32_t);
+    const std::size_t size = isNarrow ? count : width * count;
     void* block = Heap::alloc(size, Heap::Array, __builtin_return_address(0));
     Ref<MemInStrm> copy = MemInStrm::create(
         block, size, [](void* held, std::size_t bytes) { Heap::free(held, Heap::Array, nullptr, bytes); });

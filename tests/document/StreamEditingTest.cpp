@@ -1,3 +1,4 @@
+#include <host/MemoryStripe.h>
 #include <values/NameObj.h>
 #include <values/NumberObj.h>
 
@@ -51,7 +52,7 @@ TEST(ReplacedData, aFailureLeavesTheStreamAsItWas)
         {"/Length 3 /Filter /LZWDecode", ErrStreamConvert, "Compression method not supported LZWDecode"},
         {"/Length 3 /Filter [ /FlateDecode ]", ErrStreamConvert, "Compression method not supported Unknown"},
         {"/Length 3 /Filter /FlateDecode", ErrStreamConvert,
-            "Failed to read updated stream data of stream @; read 0h (0), of 10000h (65536); error: 7777h (30583)",
+            "Failed to read updated stream data of stream @; read 0h (0) of 10000h (65536); error: 7777h (30583)",
             {.read = 1}},
     };
     LogCapture log;
@@ -117,6 +118,11 @@ TEST(Recompression, leavesWhatItCantOrNeedNotConvert)
     EXPECT_TRUE(again->recompress(PDF::Compression::None));
     EXPECT_EQ(stored(again, 2), "text");
     EXPECT_EQ(stored(again, 3), "jpeg") << "compressed as it stood, the name lost";
+    const Ref<Interfaces::Stripe> bytes[] = {narrow("data"), make<Host::ByteMemoryStripe>(std::vector<std::uint8_t>(4))};
+    for (const Ref<Interfaces::Stripe>& data : bytes) {
+        streamOf(again).cast<PDF::StreamObj>()->strmData(data);
+        EXPECT_EQ(codeOf(again->recompress(PDF::Compression::Flate)), ErrStreamLength) << "elements of another width";
+    }
     for (const auto target : {PDF::Compression::Unknown, PDF::Compression(7)})
         EXPECT_EQ(codeOf(again->recompress(target)), ErrInvalidArgument);
 }
