@@ -175,6 +175,8 @@ public:
             refusal.words = _job.foreign + ": " + refusal.words;
             return refusal;
         }
+        if (auto losses = checkLosses(foreign->file, _job.foreign + ": "))
+            return losses;
         const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
         if (!done)
             return done.refusal();
@@ -192,12 +194,8 @@ public:
     {
         if (_job.out.empty())
             return {};
-        if (_options.isExamined)
-            if (auto losses = lossesOf(_opened.file)) {
-                if (_options.save.isStrict)
-                    return losses;
-                warn({losses->words});
-            }
+        if (auto losses = checkLosses(_opened.file, ""))
+            return losses;
         Host::SaveOptions options = _options.save;
         options.isStrict = false; // examined above
         const auto saved = Host::save(_opened, _job.out, options);
@@ -210,6 +208,18 @@ public:
     }
 
 private:
+    // What goes into the new file is examined: a warning, or the end of a strict job.
+    std::optional<Host::Refusal> checkLosses(const Ref<Host::FileStripe>& file, const std::string& prefix)
+    {
+        auto losses = _options.isExamined ? lossesOf(file) : std::nullopt;
+        if (!losses)
+            return {};
+        losses->words = prefix + losses->words;
+        if (_options.save.isStrict)
+            return losses;
+        warn({losses->words});
+        return {};
+    }
     void warn(const std::vector<std::string>& words)
     {
         _result.warnings.insert(_result.warnings.end(), words.begin(), words.end());

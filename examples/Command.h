@@ -126,7 +126,7 @@ public:
         const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
         std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.words).c_str(),
             code.c_str());
-        return refusal.isUnreadable ? Unusable : Refused;
+        return refusal.isUnusable ? Unusable : Refused;
     }
     // One line that names the file; the run goes on.
     void warn(const std::string& file, const std::string& words) const
@@ -229,7 +229,6 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
         refusal.words = "can't be saved as " + out + ": " + refusal.words;
-        refusal.isUnreadable = false;
         return command.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

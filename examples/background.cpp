@@ -42,6 +42,8 @@ int main(int argc, char** argv)
     Host::Result<Host::OpenedFile> foreign = Examples::open(command.operand(1));
     if (!foreign)
         return command.refuse(command.operand(1), foreign.refusal());
+    if (const auto status = Examples::checkLosses(command, foreign->file, command.operand(1)))
+        return *status; // what lies beneath goes into the new file, too
     const auto done = Examples::withProgress("putting pages beneath",
         [&] { return Host::background(opened->document, foreign->document, *mode, {command.has("--force")}); });
     if (!done)

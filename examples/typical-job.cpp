@@ -18,7 +18,7 @@ const char help[] =
     "beneath all its pages, saves it as OUT, opens that again, and prints a line for\n"
     "each of the five steps.\n"
     "\n"
-    "  --strict       refuse a form that loses some of its meaning when it is saved\n"
+    "  --strict       refuse files that lose some of their meaning when they are saved\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
     "Exit status: 0; 1 when a step is refused; 2 for wrong use and unreadable files.\n";
@@ -125,6 +125,11 @@ private:
         auto letterhead = Host::open(*_file);
         if (!letterhead)
             return letterhead.refusal();
+        const Outcome losses = Examples::lossesOf(letterhead->file);
+        if (losses && _command.has("--strict"))
+            return losses;
+        if (losses)
+            _command.warn(*_file, losses->words);
         _file = &_command.operand(0); // its pages are named
         auto done = Host::background(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
         if (!done)

@@ -27,7 +27,8 @@ struct Underlaid {
 
 // Puts content of pages of `foreign` beneath the pages of the document, as `Document::addBackground` does,
 // but looks first whether the pages will show it as the foreign document does. `foreign` and its file may
-// go away afterwards.
+// go away afterwards. What the library reads otherwise than the file of `foreign` means it goes into the document
+// as it was read: `examine` tells of such places.
 //
 // Refused before anything is changed, with page, category and name in the words:
 // - a name that is taken, by the library's rule: it stands in any category of the page's resources, and

@@ -11,6 +11,9 @@ namespace Host {
 // The one table of words. There is no default, so that the compiler complains about a code without words.
 std::string_view errorWords(std::uint32_t code) noexcept
 {
+    constexpr std::uint32_t foreign = 0x100; // is added where the page list of a foreign document fails
+    if (code >= ErrNoTrailerDict + foreign && code <= ErrBadPages + foreign && code != ErrForeignPage)
+        return "the pages of the other document can't be listed";
     switch (static_cast<ErrorCode>(code)) {
     case ErrNoHeaderLine: return "the first line is missing or empty";
     case ErrBadHeader: return "the first line is no PDF header of a known version";

@@ -16,7 +16,7 @@ constexpr std::uint64_t blockSize = 16384;
 
 Refusal unreadable(Refusal refusal)
 {
-    refusal.isUnreadable = true;
+    refusal.isUnusable = true;
     return refusal;
 }
 

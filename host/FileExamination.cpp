@@ -22,7 +22,8 @@ std::string numberOf(std::uint64_t id, std::uint64_t generation)
 } // namespace
 
 FileExamination::FileExamination(Ref<Document> document, Ref<FileStripe> file) noexcept
-    : _document(std::move(document)), _text(file), _headers(std::move(file)), _chain(_text), _takenByChain(_text.taken())
+    : _document(std::move(document)), _text(file), _headers(std::move(file)), _chain(_text),
+      _takenByChain(_text.taken())
 {
     for (const auto& object : objectsOf(_document))
         _numbers.insert(numberOf(object->id(), object->generation()));

@@ -13,8 +13,9 @@ struct Refusal {
     std::string words;
     // The library's code behind it; 0 when there is none.
     std::uint32_t code = 0;
-    // The file itself could not be read, so that nothing is known about what is in it.
-    bool isUnreadable = false;
+    // The file itself is no use: it could not be read, so that nothing is known about what is in it, or nothing
+    // can be written at its place.
+    bool isUnusable = false;
 };
 
 // What an operation gives: a value, or the reason why there is none.

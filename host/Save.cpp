@@ -102,8 +102,11 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
         if (auto refusal = refuseLosses(options.source))
             return *refusal;
     Result<Ref<FileOutput>> out = FileOutput::create(path);
-    if (!out)
-        return out.refusal();
+    if (!out) {
+        Refusal refusal = out.refusal();
+        refusal.isUnusable = true;
+        return refusal;
+    }
     if (!document->write(*out))
         return whyUnwritten(document, **out, options.source);
     if (!options.isUnverified)

@@ -14,7 +14,8 @@ struct SaveOptions {
     bool isUnverified = false;
     // The file that the document was opened from; null when it didn't come from one.
     Ref<FileStripe> source;
-    // Refuses a document whose source says anything that the new file would not give back as it was meant.
+    // Refuses a document whose source says anything that the new file would not give back as it was meant. Files
+    // whose pages were put beneath are not asked; `examine` them before.
     bool isStrict = false;
 };
 

@@ -208,7 +208,7 @@ TEST(Examine, leavesADocumentThatIsInUseAlone)
 TEST(Examine, refusesWhatCantBeRead)
 {
     const TestFolder folder;
-    EXPECT_TRUE(examine(folder.path("none.pdf")).refusal().isUnreadable);
+    EXPECT_TRUE(examine(folder.path("none.pdf")).refusal().isUnusable);
     EXPECT_EQ(examine(folder.put("file.pdf", "%PDF-1.4\n")).refusal().code, ErrNoEofMarker);
     const auto file = *FileStripe::open(folder.put("file.pdf", with("1")));
     fs::resize_file(folder.path("file.pdf"), 20);

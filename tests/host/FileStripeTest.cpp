@@ -146,7 +146,7 @@ TEST(HostStripes, whatIsNoRegularFileIsUnreadable)
     for (const std::string& path : {folder.path(""), folder.path("fifo"), folder.path("nothing"), device}) {
         const auto stripe = FileStripe::open(path); // and doesn't wait for a writer
         ASSERT_FALSE(stripe) << path;
-        EXPECT_TRUE(stripe.refusal().isUnreadable) << path;
+        EXPECT_TRUE(stripe.refusal().isUnusable) << path;
     }
 }
 

@@ -130,7 +130,9 @@ TEST(Save, whenStrictRefusesWhatLosesItsMeaning)
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.refusal().words,
         "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
+    EXPECT_FALSE(refused.refusal().isUnusable);
     EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
+    EXPECT_TRUE(save(*bad, folder.path("none/out.pdf")).refusal().isUnusable);
     EXPECT_TRUE(save(*bad, folder.path("bad.pdf")));
     EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
 }
