@@ -5,6 +5,7 @@
 #include <platform/MemoryStream.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace Libraries::Files::PDF {
 
@@ -36,23 +37,25 @@ public:
     explicit Outlet(Interfaces::Stream& target) noexcept
         : _target(target), _memory(dynamic_cast<MemoryStream*>(&target))
     {
+        if (!_memory)
+            _block.emplace();
     }
 
     // Room for a block of the filter's output.
-    unsigned char* room() noexcept { return _memory ? _memory->room(blockSize) : _block.bytes; }
+    unsigned char* room() noexcept { return _memory ? _memory->room(blockSize) : _block->bytes; }
     // Passes on what stands there; false when it can't be written.
     bool pass(std::size_t count) noexcept
     {
         if (!_memory)
-            return writeAll(_target, _block, count);
+            return writeAll(_target, *_block, count);
         _memory->extend(count);
         return true;
     }
 
 private:
     Interfaces::Stream& _target;
-    MemoryStream* const _memory; // the target, if it is memory
-    Block _block;
+    MemoryStream* const _memory;  // the target, if it is memory
+    std::optional<Block> _block; // if it is none
 };
 
 // Feeds one block to the filter: `count` bytes that stand behind `carried` ones, which are the rest of

@@ -12,10 +12,11 @@ public:
     MemoryStream() noexcept = default;
     ~MemoryStream() noexcept override;
 
-    // The bytes written so far, null before the first; valid until the next write, append or resize.
+    // The bytes written so far; null when there is no memory yet. Valid until the next write, append, resize, room
+    // or fit.
     const unsigned char* data() const noexcept { return _block; }
-    // Room for `count` bytes at the present position, to be filled, and the taking over of as many of them as
-    // were; `append` without a copy.
+    // Room for `count` bytes at the present position, to be filled, never null, and the taking over of as many of
+    // them as were, at most those that `room` was asked for; `append` without a copy.
     unsigned char* room(std::size_t count) noexcept;
     void extend(std::size_t count) noexcept;
     // Gives back memory beyond what was written.
