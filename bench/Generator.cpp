@@ -33,18 +33,19 @@ std::string references(const std::vector<unsigned>& ids)
     return text + ']';
 }
 
-std::string compressed(const std::string& data)
+std::string compressed(const std::string& data, int level)
 {
     std::string out(compressBound(data.size()), 0);
     uLongf size = out.size();
-    if (compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(data.data()), data.size())
+    if (compress2(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(data.data()), data.size(),
+            level)
         != Z_OK)
         std::abort();
     out.resize(size);
     return out;
 }
 
-enum class Storage { Plain, Flate };
+enum class Storage { Plain, Flate, FastFlate };
 
 // The text of a file in the making. Ids may be given out before their objects are written.
 class FileText {
@@ -70,8 +71,9 @@ public:
     // `entries` go into the stream's dictionary besides `Length` and `Filter`.
     void putStream(unsigned id, const std::string& data, Storage storage, const std::string& entries = "")
     {
-        const std::string stored = storage == Storage::Flate ? compressed(data) : data;
-        const std::string filter = storage == Storage::Flate ? " /Filter /FlateDecode" : "";
+        const int level = storage == Storage::FastFlate ? Z_BEST_SPEED : Z_DEFAULT_COMPRESSION;
+        const std::string stored = storage == Storage::Plain ? data : compressed(data, level);
+        const std::string filter = storage == Storage::Plain ? "" : " /Filter /FlateDecode";
         put(id, "<< /Length " + number(stored.size()) + filter + entries + " >>\nstream\n" + stored + "\nendstream");
     }
     unsigned addStream(const std::string& data, Storage storage, const std::string& entries = "")
@@ -373,6 +375,8 @@ constexpr Workload all[] = {
         [](std::size_t count) { return pages(count, ResourcePlace::EachPage); }},
     {"streams", "bytes of text in each of 20 Flate streams",
         [](std::size_t count) { return streams(count, Storage::Flate); }},
+    {"streams-fast", "bytes of text in each of 20 Flate streams of the fastest level",
+        [](std::size_t count) { return streams(count, Storage::FastFlate); }},
     {"streams-plain", "bytes of text in each of 20 streams without filter",
         [](std::size_t count) { return streams(count, Storage::Plain); }},
     {"form", "text fields, in groups of 100", form},

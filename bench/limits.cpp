@@ -100,10 +100,10 @@ void measure(std::size_t count, Work work)
 void convert(Job& job)
 {
     std::array<std::uint32_t, 256> elementOfByte;
-    std::vector<std::int16_t> byteOfElement(0x2200, -1);
+    std::array<std::uint8_t, 0x2123> byteOfElement{};
     for (std::uint32_t byte = 0; byte < 256; ++byte) {
         elementOfByte[byte] = byte < 128 || byte >= 160 ? byte : 0x2000 + byte;
-        byteOfElement[elementOfByte[byte]] = static_cast<std::int16_t>(byte);
+        byteOfElement[elementOfByte[byte]] = static_cast<std::uint8_t>(byte);
     }
     measure(job.bytes.size(), [&] {
         static std::array<std::uint32_t, blockSize> elements;
@@ -114,7 +114,7 @@ void convert(Job& job)
             for (std::size_t i = 0; i < count; ++i)
                 elements[i] = elementOfByte[job.bytes[done + i]];
             for (std::size_t i = 0; i < count; ++i)
-                back[i] = static_cast<std::uint8_t>(byteOfElement[elements[i]]);
+                back[i] = byteOfElement[elements[i]];
             sum += back[count - 1];
         }
         return sum;

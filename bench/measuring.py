@@ -12,6 +12,7 @@ from pathlib import Path
 from verification import syntax_fault, written_faults
 
 PROGRAMS = {"ours": "ours", "M": "mupdf", "Q": "qpdf"}  # by the letters of the table; Z is `limits`
+NEEDED = ["generate", "limits", "ours"]  # the programs that there must be
 SAVES = {"rewrite", "uncompress", "compress", "recompress", "background", "form"}
 # libmupdf reads values up to a depth of some 250 only.
 REFUSED = {("M", "depth-400")}
@@ -40,14 +41,15 @@ class Measurement:
         return statistics.median(run.peak for run in self.runs[letter])
 
     def ratios(self, of=lambda run: run.seconds):
-        """By letter: median, least and greatest ratio of ours to that program; B is the best of M and Q."""
+        """By letter: median, least and greatest ratio of ours to that program; with both M and Q B is the best."""
         found = {}
         for letter, runs in self.runs.items():
             if letter != "ours":
                 values = [of(a) / max(of(b), 1e-6) for a, b in zip(self.runs["ours"], runs)]
                 found[letter] = (statistics.median(values), min(values), max(values))
-        peers = [found[letter] for letter in ("M", "Q") if letter in found]
-        return {**found, "B": max(peers)} if peers else found
+        if {"M", "Q"} <= set(found):
+            found["B"] = max(found["M"], found["Q"])
+        return found
 
 
 class Measurer:
@@ -65,11 +67,13 @@ class Measurer:
     def file_of(self, workload, count):
         path = self.files / f"{workload}-{count}.pdf"
         if not path.exists():
-            subprocess.run([self.folder / "generate", workload, str(count), path], check=True)
-            fault = syntax_fault(path)
+            made = path.with_suffix(".new")  # so that a run that is interrupted leaves no half file
+            done = subprocess.run([self.folder / "generate", workload, str(count), made])
+            fault = syntax_fault(made) if done.returncode == 0 else f"{path.name} can't be generated"
             if fault:
-                path.unlink()
+                made.unlink(missing_ok=True)
                 sys.exit(f"compare: {fault}")
+            made.rename(path)
         return path
 
     def run(self, program, *arguments):
@@ -89,6 +93,11 @@ class Measurer:
         values = {name: float(value) for name, value in (line.split() for line in printed.splitlines())}
         return Run(usage.ru_utime + usage.ru_stime, values["peak_bytes"], values)
 
+    def run_needed(self, program, *arguments):
+        """The run, without which there is nothing to go on with."""
+        found = self.run(program, *arguments)
+        return found or sys.exit(f"compare: {program} failed")
+
     def add_faults(self, faults):
         for fault in faults:
             print(f"FAULT: {fault}", file=sys.stderr)
@@ -97,7 +106,7 @@ class Measurer:
 
     def measure(self, operation, workload, count, foreign=None, limit=""):
         """The measurement of one operation on one file. `foreign` is a file, `limit` the same work in `limits`."""
-        key = (operation, workload, count, limit)
+        key = (operation, workload, count, foreign, limit)
         if key not in self.measured:
             self.measured[key] = self.measure_anew(operation, workload, count, foreign, limit)
         return self.measured[key]
@@ -130,20 +139,26 @@ class Measurer:
 
     def faults_of(self, operation, source, foreign, jobs, runs):
         if operation in SAVES:
-            paths = [self.written_by(name) for letter, (name, _) in jobs.items() if letter != "Z"]
-            for letter, found in runs.items():
-                if letter != "Z":
-                    found[0].printed["written_bytes"] = self.written_by(jobs[letter][0]).stat().st_size
-            faults = written_faults(operation, source, foreign, paths)
-            for path in paths:
-                path.unlink()
-            return faults
+            return self.faults_of_written(operation, source, foreign, jobs, runs)
         if operation == "decode":
             checked = [self.run(name, "--check", job, source) for name, job in jobs.values()]
             return disagreements(checked, ["decoded_bytes", "checksum"], operation, source)
         return disagreements([run for found in runs.values() for run in found],
                              ["values", "text_length", "fractions", "integer_sum", "booleans", "id_sum"],
                              operation, source)
+
+    def faults_of_written(self, operation, source, foreign, jobs, runs):
+        paths = {letter: self.written_by(name) for letter, (name, _) in jobs.items() if letter != "Z"}
+        for letter, path in paths.items():
+            runs[letter][0].printed["written_bytes"] = path.stat().st_size
+        faults = written_faults(operation, source, foreign, paths.values())
+        if "Z" in runs:
+            share = runs["Z"][0].printed["stored_bytes"] / min(path.stat().st_size for path in paths.values())
+            if not 0.98 < share < 1.02:
+                faults.append(f"{operation} {source.name}: the raw loop makes {share:.2f} of the bytes of the others")
+        for path in paths.values():
+            path.unlink()
+        return faults
 
     def share_of_others(self):
         """How much of the machine's processor time since the start went to what isn't ours, in percent."""
@@ -163,6 +178,12 @@ def processor_seconds():
     whole = user + nice + system + idle + wait + sum(rest[:3])
     ticks = os.sysconf("SC_CLK_TCK")
     return (whole - idle - wait) / ticks, whole / ticks, sum(os.times()[:4])
+
+
+def curves(series, of):
+    """Points by letter, of pairs of a size and a measurement; where a program has no figure there is no point."""
+    return {letter: [(size, of(found, letter)) for size, found in series if letter in found.runs]
+            for letter in series[0][1].runs}
 
 
 def exponent(points):

@@ -34,22 +34,33 @@ void require(bool isDone, const char* words)
         fail(std::string(words) + ", code " + std::to_string(Error::get()));
 }
 
-using ByteTable = std::array<std::uint8_t, 0x4000>; // by element: a power of two above the highest
+constexpr std::size_t blockSize = OutputFile::bufferSize; // the bytes that are read and written at a time
+using Block = std::array<std::uint8_t, blockSize>;
 
-const ByteTable byteOfElement = [] {
-    ByteTable table{};
-    for (unsigned byte = 0; byte < 256; ++byte) {
-        const auto value = static_cast<std::uint8_t>(byte);
-        table[Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint(value)] = value;
-    }
+constexpr std::size_t elementEnd = 0x2123; // behind the highest element that stands for a byte
+
+// By element, -1 for one that stands for no byte; the last is for all from `elementEnd` on.
+const std::array<std::int16_t, elementEnd + 1> byteOfElement = [] {
+    std::array<std::int16_t, elementEnd + 1> table;
+    table.fill(-1);
+    using Libraries::Strings::Encodings::ANSI::Windows_1252;
+    for (std::int16_t byte = 0; byte < 256; ++byte)
+        table.at(Windows_1252::toCodePoint(static_cast<std::uint8_t>(byte))) = byte;
     return table;
 }();
 
-std::uint8_t byteOf(const unsigned char* element)
+// The bytes that `count` elements stand for. False when one of them stands for none.
+bool toBytes(const unsigned char* elements, std::uint64_t count, std::uint8_t* bytes)
 {
-    std::uint32_t value;
-    Mem::copy(element, &value, sizeof value);
-    return byteOfElement[value % byteOfElement.size()];
+    int signs = 0;
+    for (std::uint64_t i = 0; i < count; ++i) {
+        std::uint32_t element;
+        Mem::copy(elements + i * sizeof element, &element, sizeof element);
+        const int byte = byteOfElement[std::min<std::size_t>(element, elementEnd)];
+        signs |= byte;
+        bytes[i] = static_cast<std::uint8_t>(byte);
+    }
+    return signs >= 0;
 }
 
 // A file to be written, and neither synced nor renamed: the other libraries' files aren't either.
@@ -65,9 +76,10 @@ public:
         const auto* elements = static_cast<const unsigned char*>(area.pointer) + area.offset;
         for (std::uint64_t done = 0; done < count;) {
             const std::uint64_t taken = std::min<std::uint64_t>(count - done, _block.size() - _used);
-            std::uint8_t* bytes = _block.data() + _used;
-            for (std::uint64_t i = 0; i < taken; ++i)
-                bytes[i] = byteOf(elements + (done + i) * sizeof(std::uint32_t));
+            if (!toBytes(elements + done * sizeof(std::uint32_t), taken, _block.data() + _used)) {
+                Error::set(ErrInvalidArgument);
+                return 0;
+            }
             done += taken;
             _used += taken;
             if (_used == _block.size())
@@ -86,7 +98,7 @@ private:
     void flush() noexcept { _file.write(_block.data(), std::exchange(_used, 0)); }
 
     OutputFile _file;
-    std::array<std::uint8_t, OutputFile::bufferSize> _block;
+    Block _block;
     std::size_t _used = 0;
 };
 
@@ -181,16 +193,28 @@ Tally walk(const Ref<PDF::Document>& document)
     return tally;
 }
 
-// The bytes that the elements of a stripe stand for.
-Bytes bytesOf(Interfaces::Stripe& stripe)
+std::uint64_t readElements(Interfaces::Stripe& stripe, std::uint64_t count, std::uint8_t* bytes)
 {
-    std::vector<std::uint32_t> elements(stripe.size());
+    static std::array<std::uint32_t, blockSize> elements;
     BufferDesc area = BufferDesc::plain(elements.data());
-    require(stripe.read(area, elements.size(), waitForever) == elements.size(), "data can't be read");
-    Bytes bytes;
-    for (const std::uint32_t element : elements)
-        bytes.push_back(byteOfElement.at(element));
-    return bytes;
+    const std::uint64_t got = stripe.read(area, count, waitForever);
+    return toBytes(static_cast<const unsigned char*>(area.pointer), got, bytes) ? got : 0;
+}
+
+// Reads all of a stripe: as bytes, which is what the other libraries hand over, or where it has none as elements.
+void readOut(Interfaces::Stripe& stripe, DecodedData& decoded, bool isChecked)
+{
+    static Block block;
+    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&stripe);
+    const bool givesBytes = reading && reading->hasBytes();
+    for (std::uint64_t left = stripe.size(); left > 0;) {
+        const std::uint64_t count = std::min<std::uint64_t>(left, blockSize);
+        const std::uint64_t got
+            = givesBytes ? reading->readBytes(block.data(), count) : readElements(stripe, count, block.data());
+        require(got == count, "data can't be read");
+        decoded.add(block.data(), count, isChecked);
+        left -= count;
+    }
 }
 
 } // namespace
@@ -205,10 +229,7 @@ void decode(Job& job)
             continue;
         const Ref<Interfaces::Stripe> data = document->streamData(stream, true);
         require(bool(data), "a stream can't be decoded");
-        if (job.isChecked)
-            decoded.add(bytesOf(*data).data(), data->size(), true);
-        else
-            decoded.add(nullptr, data->size(), false);
+        readOut(*data, decoded, job.isChecked);
     }
     decoded.print(job.isChecked);
 }

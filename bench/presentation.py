@@ -7,9 +7,10 @@ import shutil
 import subprocess
 from pathlib import Path
 
-from measuring import PROGRAMS
+from measuring import PROGRAMS, Measurement, curves
 
 MEGABYTE = 1e6
+BEGIN, END = "<!-- results -->\n", "<!-- end of results -->\n"  # of the table in a document
 COLOURS = {"ours": "#0060ad", "M": "#dd181f", "Q": "#55aa33"}
 
 
@@ -56,43 +57,43 @@ def line_plot(path, title, settings, points):
 
 def plot_growth(folder, workload, operation, series):
     """`series` are sizes with their measurements."""
-    letters = series[0][1].runs
     things = workload.split("-")[0]
-    for what, unit, of in (("time", "s", lambda found, letter: found.seconds(letter)),
+    for what, unit, of in (("time", "s", Measurement.seconds),
                            ("memory", "MB", lambda found, letter: found.peak(letter) / MEGABYTE)):
         line_plot(folder / f"growth-{things}-{what}.svg", f"{operation}: {what} by the number of {things}",
-                  f"set logscale xy\nset xlabel '{things}'\nset ylabel '{unit}'",
-                  {letter: [(size, of(found, letter)) for size, found in series] for letter in letters})
+                  f"set logscale xy\nset xlabel '{things}'\nset ylabel '{unit}'", curves(series, of))
 
 
 def plot_depth(folder, operation, series):
-    letters = series[0][1].runs
     line_plot(folder / f"depth-{operation}.svg", f"{operation}: time by the depth of the values, same bytes",
-              "set yrange [0:*]\nset xlabel 'depth'\nset ylabel 's'",
-              {letter: [(depth, found.seconds(letter)) for depth, found in series if letter in found.runs]
-               for letter in letters})
+              "set yrange [0:*]\nset xlabel 'depth'\nset ylabel 's'", curves(series, Measurement.seconds))
 
 
 def plot_ratios(folder, ratios):
     """`ratios` are titles with median, least and greatest by letter: a row each, with a bar from least to greatest."""
-    curves = []
+    bars = []
     for letter in ("M", "Q"):
         rows = [f"{row} {' '.join(map(str, found[letter]))} \"{title}\"" for row, (title, found) in enumerate(ratios)
                 if letter in found]
         if rows:
-            curves.append(("\n".join(rows), f"using 2:1:3:4:ytic(5) with xerrorbars pt 7 lc rgb '{COLOURS[letter]}' "
-                           f"title 'ours / {PROGRAMS[letter]}'"))
-    if curves:
+            bars.append(("\n".join(rows), f"using 2:1:3:4:ytic(5) with xerrorbars pt 7 lc rgb '{COLOURS[letter]}' "
+                         f"title 'ours / {PROGRAMS[letter]}'"))
+    if bars:
         plot(folder / "ratios.svg", "time of ours over that of the others, with least and greatest",
              f"set logscale x 2\nset yrange [{len(ratios) - 0.5}:-0.5]\nset lmargin 45\nset key below\n"
-             "set arrow from 1, graph 0 to 1, graph 1 nohead lw 2", curves)
+             "set arrow from 1, graph 0 to 1, graph 1 nohead lw 2", bars)
+
+
+def has_marks(document):
+    text = document.read_text() if document.is_file() else ""
+    return BEGIN in text and END in text[text.index(BEGIN):]
 
 
 def publish(document, body, plots):
     """Puts the results between the marks of the document, and the plots beside it."""
-    begin, end = "<!-- results -->\n", "<!-- end of results -->\n"
     text = document.read_text()
-    document.write_text(text[:text.index(begin) + len(begin)] + body + text[text.index(end):])
+    begin = text.index(BEGIN) + len(BEGIN)
+    document.write_text(text[:begin] + body + text[text.index(END, begin):])
     folder = document.with_suffix("")
     folder.mkdir(exist_ok=True)
     for path in plots:
