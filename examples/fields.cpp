@@ -1,6 +1,7 @@
 // Prints the fields of the form of a PDF file.
 
 #include <examples/Command.h>
+#include <examples/Identifiers.h>
 #include <examples/Json.h>
 #include <examples/Table.h>
 #include <host/FormFields.h>
@@ -51,7 +52,7 @@ std::string jsonField(const Host::FormField& field)
     const auto option = [](const Host::FieldOption& each) {
         return "{\"export\": " + json(each.exported) + ", \"text\": " + json(each.displayed) + "}";
     };
-    return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Host::kindWords(field.kind))
+    return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Examples::identifierOf(field.kind))
         + ", \"flags\": " + jsonList(Host::flagWords(field.kind, field.flags))
         + ", \"flagBits\": " + std::to_string(field.flags) + ", \"value\": " + jsonValue(field.value)
         + ", \"default\": " + jsonValue(field.defaultValue)
@@ -121,6 +122,6 @@ int main(int argc, char** argv)
     else
         printTable(*form);
     for (const std::string& what : form->passedOver)
-        std::fprintf(stderr, "fields: %s: %s\n", Examples::shown(file).c_str(), Examples::shown(what).c_str());
+        command.warn(file, what);
     return command.finish();
 }

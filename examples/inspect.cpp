@@ -3,6 +3,7 @@
 #include <document/Inspection.h>
 #include <document/Version.h>
 #include <examples/Command.h>
+#include <examples/Identifiers.h>
 #include <examples/Json.h>
 #include <examples/Table.h>
 #include <host/StreamBytes.h>
@@ -94,6 +95,12 @@ std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& obje
     return line;
 }
 
+// A code as text; null for none.
+std::string jsonCode(std::uint32_t code)
+{
+    return code ? json(Host::codeText(code)) : "null";
+}
+
 std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& object)
 {
     std::string out = "{\"id\": " + std::to_string(object.id())
@@ -105,8 +112,7 @@ std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& ob
         out += ", \"stored\": " + (stored ? std::to_string(*stored) : "null");
         out += ", \"decoded\": " + (decoded ? std::to_string(*decoded) : "null");
         if (!decoded)
-            out += ", \"error\": " + json(decoded.refusal().words)
-                + ", \"code\": " + std::to_string(decoded.refusal().code);
+            out += ", \"error\": " + json(decoded.refusal().words) + ", \"code\": " + jsonCode(decoded.refusal().code);
     }
     return out + "}";
 }
@@ -164,7 +170,7 @@ void printJson(const Ref<PDF::Document>& document, const Objects& objects, Exten
         for (const auto& page : pagesOf(document, code))
             std::printf("%s{\"id\": %u, \"generation\": %u}", std::exchange(separator, ", "), page->id(),
                 page->generation());
-        std::printf("],\n\"pagesCode\": %u}", code);
+        std::printf("],\n\"pagesCode\": %s}", jsonCode(code).c_str());
     }
     std::printf("\n");
 }
@@ -210,16 +216,17 @@ void printLossesAsJson(const Host::Examination& examination)
     const char* separator = "";
     std::printf("{\"losses\": [");
     for (const Host::Loss& loss : examination.losses.all())
-        std::printf("%s\n{\"id\": %u, \"generation\": %u, \"kind\": %s, \"offset\": %s, \"inFile\": %s, "
-                    "\"written\": %s}",
-            std::exchange(separator, ","), loss.id, loss.generation, json(Host::lossWords(loss.kind)).c_str(),
+        std::printf("%s\n{\"id\": %u, \"generation\": %u, \"kind\": %s, \"words\": %s, \"offset\": %s, "
+                    "\"inFile\": %s, \"written\": %s}",
+            std::exchange(separator, ","), loss.id, loss.generation,
+            json(Examples::identifierOf(loss.kind)).c_str(), json(Host::lossWords(loss.kind)).c_str(),
             std::to_string(loss.offset).c_str(), text(loss.inFile).c_str(), text(loss.written).c_str());
     std::printf("],\n\"counts\": {");
     separator = "";
     for (std::size_t i = 0; i < Host::lossKindCount; ++i) {
         const auto kind = Host::LossKind(i);
         if (const std::size_t count = examination.losses.count(kind))
-            std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Host::lossWords(kind)).c_str(), count);
+            std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Examples::identifierOf(kind)).c_str(), count);
     }
     std::printf("},\n\"size\": %s, \"table\": %s}\n",
         examination.size == 0 ? "null" : std::to_string(examination.size).c_str(),
@@ -231,7 +238,7 @@ int inspectLosses(const Command& command)
     const auto examination =
         Examples::withProgress("examining", [&command] { return Host::examine(command.operand(0)); });
     if (!examination)
-        return command.refuse(command.operand(0), examination.refusal());
+        return command.refuse(command.operand(0), Examples::withOpeningHint(examination.refusal()));
     (command.has("--json") ? printLossesAsJson : printLosses)(*examination);
     return command.finish();
 }
@@ -243,9 +250,10 @@ int inspect(const Command& command, const Ref<PDF::Document>& document)
     const bool isOne = isStream || command.has("--object");
     Objects objects = PDF::objectsOf(document);
     if (isOne) {
-        const auto id = command.number(isStream ? "--stream" : "--object");
+        const std::string option = isStream ? "--stream" : "--object";
+        const auto id = command.number(option);
         if (!id)
-            return command.misuse("expected the number of an object");
+            return command.misuse(option + " takes the number of an object");
         std::erase_if(objects, [&id](const auto& object) { return object->id() != *id; });
         if (objects.empty())
             return command.refuse(file, Host::codeRefusal(ErrNotFound));
@@ -260,6 +268,22 @@ int inspect(const Command& command, const Ref<PDF::Document>& document)
     return command.finish();
 }
 
+// What is wrong with the options together; empty when nothing is.
+std::string clashOf(const Command& command)
+{
+    std::vector<std::string> kinds;
+    for (const char* kind : {"--objects", "--object", "--stream", "--losses"})
+        if (command.has(kind))
+            kinds.push_back(kind);
+    if (kinds.size() > 1)
+        return kinds[0] + " and " + kinds[1] + " don't go together";
+    if (command.has("--stream") && command.has("--json"))
+        return "--stream and --json don't go together";
+    if (command.has("--stored") && !command.has("--stream"))
+        return "--stored goes only with --stream";
+    return "";
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -267,11 +291,8 @@ int main(int argc, char** argv)
     Command command("inspect", help, 1, {"--objects", "--object=", "--stream=", "--stored", "--losses", "--json"});
     if (const auto status = command.parse(argc, argv))
         return *status;
-    const int kinds =
-        command.has("--objects") + command.has("--object") + command.has("--stream") + command.has("--losses");
-    if (kinds > 1 || (command.has("--stream") && command.has("--json"))
-        || (command.has("--stored") && !command.has("--stream")))
-        return command.misuse("these options don't go together");
+    if (const std::string clash = clashOf(command); !clash.empty())
+        return command.misuse(clash);
     if (command.has("--losses"))
         return inspectLosses(command);
     Host::Result<Host::OpenedFile> opened = Examples::open(command.operand(0));

@@ -1,12 +1,20 @@
 #!/usr/bin/env python3
 """Tries how the example programs meet bad input: programs.py FOLDER"""
+import fcntl
+import json
 import os
+import pathlib
+import pty
+import re
+import struct
 import subprocess
 import sys
 import tempfile
+import termios
 import unittest
 
 FOLDER = sys.argv[1]
+TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAMS = {  # and operands that each is content with
     "inspect": ["form.pdf"],
     "fields": ["form.pdf"],
@@ -23,6 +31,21 @@ PROGRAMS = {  # and operands that each is content with
 def run(name, *operands):
     done = subprocess.run([os.path.join(FOLDER, name), *operands], capture_output=True, timeout=60)
     return done.returncode, done.stdout, done.stderr
+
+
+def on_terminal(name, *operands):
+    """The lines that it prints on a terminal of 80 columns."""
+    screen, slave = pty.openpty()
+    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 80, 0, 0))
+    out = b""
+    with subprocess.Popen([os.path.join(FOLDER, name), *operands], stdout=slave):
+        os.close(slave)
+        try:
+            while part := os.read(screen, 4096):
+                out += part
+        except OSError:  # how a terminal that nobody has any more ends
+            os.close(screen)
+    return out.decode().splitlines()
 
 
 class Programs(unittest.TestCase):
@@ -53,8 +76,9 @@ class Programs(unittest.TestCase):
             lines = out.decode().splitlines()
             self.assertEqual((status, err), (0, b""))
             self.assertTrue(lines[0].startswith("Usage: " + name), lines[0])
-            self.assertLessEqual(len(lines), 24, name)
+            self.assertLessEqual(len(lines), 23, name)
             self.assertLessEqual(max(map(len, lines)), 80, name)
+            self.assertEqual(run(name, "-h")[1], out)
 
     def test_wrong_use_is_refused(self):
         for name, operands in PROGRAMS.items():
@@ -62,6 +86,75 @@ class Programs(unittest.TestCase):
             self.refuses(name)
             for bad in "missing.pdf", "folder":
                 self.refuses(name, *[bad if operand == "form.pdf" else operand for operand in operands])
+
+    def test_a_refusal_says_what_to_do(self):
+        with open("form.pdf", "rb") as file:
+            form = file.read()
+        for name, old, new in [("broken.pdf", b"1 0 obj", b"1 0 obx"), ("part.pdf", b"<< /Root", b"<< /Prev 5 /Root"),
+                               ("lossy.pdf", b"/Rect [ 56 562 ", b"/Rect [ 56 .05 ")]:
+            with open(name, "wb") as file:
+                file.write(form.replace(old, new, 1))
+        cases = [  # status, what it says, operands
+            (2, "unknown option --bogus;", "inspect --bogus=3 form.pdf"),
+            (2, "--object needs an argument;", "inspect form.pdf --object"),
+            (2, "--json takes no argument;", "inspect --json=yes form.pdf"),
+            (2, "--object and --losses don't go together;", "inspect --losses --object=3 form.pdf"),
+            (2, "--stored goes only with --stream;", "inspect --stored form.pdf"),
+            (2, "gone.json: can't be opened: No such file", "fill --values=gone.json form.pdf out.pdf"),
+            (2, "folder: can't be read: Is a directory", "fill --values folder form.pdf out.pdf"),
+            (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
+            (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
+            (1, "; --partial saves", "rewrite part.pdf out.pdf"),
+            (1, "files-pdf-inspect --losses FILE", "rewrite --strict lossy.pdf out.pdf"),
+            (0, "warning: saving loses", "rewrite lossy.pdf out.pdf"),
+        ]
+        for status, words, line in cases:
+            got, _, err = run(*line.split())
+            self.assertEqual(got, status, line)
+            self.assertIn(words, err.decode(), line)
+
+    def test_json_is_as_its_document_says(self):
+        document = (TREE / "docs/json.md").read_text()
+        run("recompress", "--flate", "form.pdf", "odd.pdf")
+        with open("odd.pdf", "rb") as file:
+            odd = file.read().replace(b"/Rect [ 56 562 ", b"/Rect [ 56 .05 ", 1)
+        with open("odd.pdf", "wb") as file:
+            file.write(odd.replace(b"/Filter /FlateDecode", b"/Filter /OtherFilter", 1))
+        whole, losses, fields = (json.loads(run(*line.split())[1]) for line in (
+            "inspect --json odd.pdf", "inspect --losses --json odd.pdf", "fields --json odd.pdf"))
+        keys = [  # of an object, or of all objects of a list together
+            (whole, "version lineEnding trailer objects pages pagesCode"),
+            (whole["objects"], "id generation text stored decoded error code"),
+            (whole["pages"], "id generation"),
+            (losses, "losses counts size table"),
+            (losses["losses"], "id generation kind words offset inFile written"),
+            (fields, "fields passedOver"),
+            (fields["fields"], "path kind flags flagBits value default signed options states maxLength tooltip "
+                               "appearance alignment widgets"),
+        ]
+        for value, names in keys:
+            found = {key for each in (value if isinstance(value, list) else [value]) for key in each}
+            self.assertEqual(found, set(names.split()))
+        identifiers = re.findall(r'return "(\w+)"', (TREE / "examples/Identifiers.h").read_text())
+        self.assertGreater(len(identifiers), 20)
+        for name in [*identifiers, *(name for _, names in keys for name in names.split())]:
+            self.assertIn(f"`{name}`", document)
+        self.assertEqual({o["code"] for o in whole["objects"] if "code" in o}, {"0x519"})
+        self.assertEqual((losses["losses"][0]["kind"], losses["counts"]), ("fractionZeros", {"fractionZeros": 1}))
+        self.assertLessEqual({f["kind"] for f in fields["fields"]}, set(identifiers))
+
+    def test_tables_are_aligned_and_fit_a_terminal(self):
+        long = "a text that goes on for longer than a line of the terminal does, " * 5
+        self.assertEqual(run("fill", "form.pdf", "long.pdf", "remarks=" + long, "billTo=" + long)[0], 0)
+        shown = on_terminal("fields", "long.pdf")
+        whole = run("fields", "long.pdf")[1].decode().splitlines()
+        self.assertLessEqual(max(map(len, shown)), 80)
+        self.assertIn("...", "".join(shown))
+        self.assertEqual("\n".join(whole).count(long.strip()), 2)
+        for lines in shown, [line for line in whole if long.strip() not in line]:
+            starts = [match.start() for match in re.finditer(r"\w+", lines[0])][1:]
+            for line in lines:
+                self.assertTrue(all(line[start - 2:start].strip() == "" for start in starts), line)
 
     def test_values_that_are_no_values_are_refused(self):
         for values in "missing.json", "folder", "bad.json", "bytes.json", "text":
