@@ -157,7 +157,7 @@ public:
             return filler.refusal();
         for (const auto& [name, value] : _job.values)
             if (auto refusal = filler->fill(name, value, _options.appearances)) {
-                refusal->words = name + ": " + refusal->words;
+                refusal->words = name + ": " + refusal->words + fieldHint;
                 return refusal;
             }
         warn(filler->warnings());
@@ -199,8 +199,11 @@ public:
         Host::SaveOptions options = _options.save;
         options.isStrict = false; // examined above
         const auto saved = Host::save(_opened, _job.out, options);
-        if (!saved)
-            return saved.refusal();
+        if (!saved) {
+            Host::Refusal refusal = saved.refusal();
+            refusal.words += partialHint(*_opened.document, options);
+            return refusal;
+        }
         _result.size = saved->size;
         if (saved->durability == Host::Durability::Unknown)
             warn({"the folder of the new file can't be synced"});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <examples/FileProgress.h>
+#include <examples/Hints.h>
 #include <host/ErrorWords.h>
 #include <host/Examine.h>
 #include <host/Save.h>
@@ -48,12 +49,12 @@ inline std::string shown(const std::string& text)
     return shown(characters);
 }
 
-// The command line of one run. Every program knows --help and -v besides its own options.
+// The command line of one run. Every program knows --help, or -h, and -v besides its own options.
 class Command {
 public:
     enum class Operands { Exact, More };
     // `help` is what --help prints, and begins with "Usage: " and the name; `operands` is how many there have
-    // to be, and `More` lets others follow them. An option that ends in "=" takes the argument behind it.
+    // to be, and `More` lets others follow them. An option that ends in "=" takes an argument, behind it or in it.
     Command(std::string name, const char* help, std::size_t operands, std::vector<std::string> options,
         Operands further = Operands::Exact)
         : _name(std::move(name)), _help(help), _operandCount(operands), _further(further),
@@ -81,18 +82,14 @@ public:
         if (argc > 0)
             _name = std::filesystem::path(argv[0]).filename(); // the name that it is installed by
         bool areOptionsOver = false;
-        for (int i = 1; i < argc; ++i) {
-            const std::string argument = argv[i];
+        for (char** next = argv + std::min(argc, 1); *next;) {
+            const std::string argument = *next++;
             if (areOptionsOver || argument.size() < 2 || argument[0] != '-')
                 _operands.push_back(argument);
             else if (argument == "--")
                 areOptionsOver = true;
-            else if (isKnown(argument))
-                _given[argument];
-            else if (isKnown(argument + "=") && i + 1 < argc)
-                _given[argument] = argv[++i];
-            else
-                return misuse("unknown or incomplete option " + argument);
+            else if (const std::string trouble = takeOption(argument, next); !trouble.empty())
+                return misuse(trouble);
         }
         if (has("--help")) {
             std::printf("Usage: %s%s", _name.c_str(), rest.c_str());
@@ -131,7 +128,7 @@ public:
     // One line that names the file; the run goes on.
     void warn(const std::string& file, const std::string& words) const
     {
-        std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), words.c_str());
+        std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), shown(words).c_str());
     }
     // The status of a run that went well, unless what it printed did not arrive.
     int finish() const
@@ -149,6 +146,24 @@ private:
         if (!StrConv::num(::String::create(text.c_str()), &value, nullptr))
             return {};
         return value;
+    }
+
+    // What is wrong with the option; empty when it was taken, and with it the argument at `next` if it needs one.
+    std::string takeOption(const std::string& argument, char**& next)
+    {
+        const std::size_t sign = argument.find('=');
+        const bool hasArgument = sign != argument.npos;
+        const std::string option = argument == "-h" ? "--help" : argument.substr(0, sign);
+        if (isKnown(option)) {
+            _given[option];
+            return hasArgument ? option + " takes no argument" : "";
+        }
+        if (!isKnown(option + "="))
+            return "unknown option " + option;
+        if (!hasArgument && !*next)
+            return option + " needs an argument";
+        _given[option] = hasArgument ? argument.substr(sign + 1) : *next++;
+        return "";
     }
 
     bool isKnown(const std::string& option) const
@@ -181,7 +196,7 @@ private:
 // The options of every program that saves, and the lines of its help about them.
 inline const std::vector<std::string> saveOptions = {"--unverified", "--partial", "--strict"};
 #define SAVE_OPTIONS_HELP \
-    "  --strict       refuse what `inspect --losses` lists, instead of a warning\n" \
+    "  --strict       refuse what `files-pdf-inspect --losses` lists\n" \
     "  --unverified   don't compare the new file with the document\n" \
     "  --partial      save also what is only in part in memory: without a catalog,\n" \
     "                 updated, encrypted, or changed on the disk meanwhile\n"
@@ -189,7 +204,8 @@ inline const std::vector<std::string> saveOptions = {"--unverified", "--partial"
 // `Host::open` with a bar.
 inline Host::Result<Host::OpenedFile> open(const std::string& path)
 {
-    return withProgress("opening", [&path] { return Host::open(path); });
+    auto opened = withProgress("opening", [&path] { return Host::open(path); });
+    return opened ? std::move(opened) : withOpeningHint(opened.refusal());
 }
 
 // What saving loses of the file, in words, or why that can't be told; none when it loses nothing.
@@ -200,7 +216,7 @@ inline std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
         return examination.refusal();
     if (examination->losses.countOfMeaning() == 0)
         return {};
-    return Host::Refusal{"saving loses " + examination->losses.summary()};
+    return Host::Refusal{"saving loses " + examination->losses.summary() + lossesHint};
 }
 
 // Says in one line what saving loses of the file, if anything. With --strict that is the end, and the status
@@ -228,11 +244,11 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
-        refusal.words = "can't be saved as " + out + ": " + refusal.words;
+        refusal.words = "can't be saved as " + out + ": " + refusal.words + partialHint(*opened.document, options);
         return command.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)
-        std::fprintf(stderr, "%s was written, but its folder can't be synced\n", shown(out).c_str());
+        command.warn(out, "was written, but its folder can't be synced");
     return command.finish();
 }
 

@@ -49,7 +49,6 @@ int main(int argc, char** argv)
     if (!done)
         return command.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)
-        std::fprintf(
-            stderr, "background: %s: warning: %s\n", Examples::shown(in).c_str(), Examples::shown(warning).c_str());
+        command.warn(in, warning);
     return Examples::save(command, *opened, in, command.operand(2));
 }

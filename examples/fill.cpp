@@ -3,7 +3,8 @@
 #include <examples/Command.h>
 #include <examples/FieldValues.h>
 
-#include <fstream>
+#include <cerrno>
+#include <memory>
 
 namespace {
 
@@ -14,10 +15,10 @@ const char help[] =
     "Usage: fill [options] IN OUT [NAME=VALUE ...]\n"
     "\n"
     "Opens a PDF file, sets values of the fields of its form, and saves it as OUT,\n"
-    "which may be the same file. `fields` prints the names, and what the fields\n"
-    "take. A check box takes on, off or the name of a state; a list box with several\n"
-    "choices takes NAME=VALUE once for each of them. When one value is refused\n"
-    "nothing is saved.\n"
+    "which may be the same file. `files-pdf-fields` prints the names, and what the\n"
+    "fields take. A check box takes on, off or the name of a state; a list box with\n"
+    "several choices takes NAME=VALUE once for each of them. When one value is\n"
+    "refused nothing is saved.\n"
     "\n"
     "  --values FILE  values from a JSON object: from a name to a text, true, false,\n"
     "                 or a list of texts\n"
@@ -31,12 +32,15 @@ const char help[] =
 // Takes the values of a file; the reason when that can't be done.
 std::optional<Host::Refusal> readFile(const std::string& path, FieldValues& values)
 {
-    std::ifstream file(path);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
+    if (!file)
+        return Host::Refusal{Host::systemRefusal("can't be opened", errno).words, 0, true};
     std::string text;
-    for (char block[4096]; file.read(block, sizeof block), file.gcount() > 0;)
-        text.append(block, std::size_t(file.gcount()));
-    if (!file.is_open() || file.bad())
-        return Host::Refusal{"can't be read", 0, true};
+    char block[4096];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
+        text.append(block, count);
+    if (std::ferror(file.get()))
+        return Host::Refusal{Host::systemRefusal("can't be read", errno).words, 0, true};
     auto read = Examples::valuesOf(nlohmann::json::parse(text, nullptr, false));
     if (!read)
         return Host::Refusal{read.refusal().words, 0, true}; // the same status as a file that can't be read
@@ -69,7 +73,7 @@ std::optional<int> fillAll(
     std::optional<int> status;
     for (const auto& [name, value] : values)
         if (auto refusal = filler.fill(name, value, appearances)) {
-            refusal->words = name + ": " + refusal->words;
+            refusal->words = name + ": " + refusal->words + Examples::fieldHint;
             status = command.refuse(in, *refusal);
         }
     return status;
@@ -100,6 +104,6 @@ int main(int argc, char** argv)
     if (const auto status = fillAll(command, in, *filler, values))
         return *status;
     for (const std::string& warning : filler->warnings())
-        std::fprintf(stderr, "fill: %s: warning: %s\n", Examples::shown(in).c_str(), warning.c_str());
+        command.warn(in, warning);
     return Examples::save(command, *opened, in, command.operand(1));
 }

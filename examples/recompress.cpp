@@ -69,7 +69,9 @@ int main(int argc, char** argv)
     Examples::Command command("recompress", help, 2, options);
     if (const auto status = command.parse(argc, argv))
         return *status;
-    if (command.has("--flate") == command.has("--none"))
+    if (command.has("--flate") && command.has("--none"))
+        return command.misuse("--flate and --none don't go together");
+    if (!command.has("--flate") && !command.has("--none"))
         return command.misuse("expected either --flate or --none");
     const auto target = command.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
     const std::string& in = command.operand(0);

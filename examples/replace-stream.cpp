@@ -45,7 +45,7 @@ int main(int argc, char** argv)
     const std::string& dataFile = command.operand(3);
     const auto id = command.number(2);
     if (!id)
-        return command.misuse("expected the number of an object");
+        return command.misuse("N is the number of an object");
     Host::Result<Host::OpenedFile> opened = Examples::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
@@ -67,7 +67,6 @@ int main(int argc, char** argv)
                                : command.refuse(dataFile, {trouble, 0, true});
     }
     if (Host::hasDecodeParameters(*stream))
-        std::fprintf(stderr, "%s: %s has decode parameters, which stay: the data has to fit them\n",
-            Examples::shown(in).c_str(), Host::nameOf(*object).c_str());
+        command.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data has to fit them");
     return Examples::save(command, *opened, in, command.operand(1));
 }

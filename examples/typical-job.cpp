@@ -14,9 +14,9 @@ using Host::FieldValue;
 const char help[] =
     "Usage: typical-job FORM LETTERHEAD OUT\n"
     "\n"
-    "Fills the form of an invoice that `make-invoice` wrote, puts the letterhead\n"
-    "beneath all its pages, saves it as OUT, opens that again, and prints a line for\n"
-    "each of the five steps.\n"
+    "Fills the form of an invoice that `files-pdf-make-invoice` wrote, puts the\n"
+    "letterhead beneath all its pages, saves it as OUT, opens that again, and prints\n"
+    "a line for each of the five steps.\n"
     "\n"
     "  --strict       refuse files that lose some of their meaning when they are saved\n"
     "  -v             print the library's log lines at the end\n"
@@ -136,7 +136,7 @@ private:
             return done.refusal();
         std::printf("underlaid    %s beneath %zu pages\n", shown(_command.operand(1)).c_str(), done->pageCount);
         for (const std::string& warning : done->warnings)
-            std::fprintf(stderr, "warning: %s\n", shown(warning).c_str());
+            _command.warn(*_file, warning);
         return {};
     }
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <document/Document.h>
+#include <host/Result.h>
+#include <host/Save.h>
+#include <platform/Error.h>
+#include <values/Dictionary.h>
+
+#include <string>
+
+namespace Examples {
+
+// What stands behind a refusal, in its line: what people may do about it.
+
+// Behind that of a value of a field.
+constexpr const char* fieldHint = "; files-pdf-fields prints the names of fields and what they take";
+// Behind what saving loses.
+constexpr const char* lossesHint = "; files-pdf-inspect --losses FILE shows where";
+
+// The refusal of an opening. A file that can't be read at all has no code, and no hint; one that doesn't begin as a
+// PDF file is most often none.
+inline Host::Refusal withOpeningHint(Host::Refusal refusal)
+{
+    if (refusal.code == ErrNoHeaderLine || refusal.code == ErrBadHeader || refusal.code == ErrBadLineEnding)
+        refusal.words += "; docs/errors.md has the usual causes";
+    else if (refusal.code >= ErrNoEofMarker && refusal.code <= ErrBadObject)
+        refusal.words += "; written anew by another program it may open, see docs/errors.md";
+    return refusal;
+}
+
+// Behind the refusal of a save; empty unless the document is one that the option would let through.
+inline const char* partialHint(Host::PDF::Document& document, const Host::SaveOptions& options)
+{
+    if (!options.isPartialAllowed)
+        for (const char* key : {"Prev", "XRefStm", "Encrypt"})
+            if (document.trailer()->find(::String::create(key)))
+                return "; --partial saves what is there all the same";
+    return "";
+}
+
+} // namespace Examples
