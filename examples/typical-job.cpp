@@ -18,7 +18,7 @@ const char help[] =
     "letterhead beneath all its pages, saves it as OUT, opens that again, and prints\n"
     "a line for each of the five steps.\n"
     "\n"
-    "  --strict       refuse files that lose some of their meaning when they are saved\n"
+    "  --strict       refuse files that lose some of their meaning when saved\n"
     "  -v             print the library's log lines at the end\n"
     "\n"
     "Exit status: 0; 1 when a step is refused; 2 for wrong use and unreadable files.\n";
