@@ -1,7 +1,3 @@
-#include <platform/StrConv.h>
-#include <values/ObjectRef.h>
-#include <values/StringObj.h>
-
 #include "../support/Pages.h"
 #include "../support/SmallStack.h"
 
@@ -27,26 +23,6 @@ PdfText foreignWith(const std::string& entries)
 {
     return PdfText().pages("3 0 R").object(3, "<< /Contents 4 0 R >>").stream(4, "data", entries);
 }
-
-// Log lines, each with the code that was set after it: a line comes before its code.
-struct CodedLines : LogCapture {
-    CodedLines()
-    {
-        SysLogStream::setSink([this](std::size_t, Ref<::String> line) {
-            lines.push_back(plain(line));
-            codes.push_back(Error::get());
-        });
-    }
-    // "code line" for each.
-    Lines coded()
-    {
-        codes.push_back(Error::get());
-        for (std::size_t i = 0; i < lines.size(); ++i)
-            lines[i].insert(0, plain(StrConv::str(codes[i + 1], 16, 0)) + " ");
-        return take();
-    }
-    std::vector<unsigned long long> codes;
-};
 
 } // namespace
 
@@ -79,58 +55,45 @@ TEST(Cloning, aFailureIsToldAtEachLevelAndTakesTheTableBack)
             objectOf(foreign, 5)->value().cast<PDF::StreamObj>()->strmData(make<TestStripe>("data", fault, width));
         };
     };
-    struct Case {
-        const char* rule;
-        std::string entries;
-        Damage damage;
-        Lines lines; // before those of the key and the stream, which end each case
-        std::uint32_t idsUsed = 0;
-    };
-    const std::string object5 = "8446 Failed to clone object: 5 (0)";
-    const Case cases[] = {
+    // Rule, entries, damage, the lines before those of the key and the stream, and the number of ids used.
+    const std::string object5 = "Failed to clone object: 5 (0)";
+    const std::tuple<const char*, std::string, Damage, Lines, std::uint32_t> cases[] = {
         {"what was cloned before is taken back, its ids are not", "/Aa 6 0 R /Ab 6 0 R /Bad [ 6 0 R 9 0 R ]", {},
-            {"8446 Failed to resolve to be cloned object reference: 9 (0)",
-                "8443 Failed to clone array element of to be cloned array: 1h (1)"},
-            3},
+            {"Failed to resolve to be cloned object reference: 9 (0)",
+                "Failed to clone array element of to be cloned array: 1h (1)"}, 3},
         {"an object that refers to itself", "/Bad 7 0 R", {},
-            {"8446 Failed to clone object: 7 (0)",
-                "8446 Failed to clone value of key in to be cloned dictionary: Self",
-                "8446 Failed to clone object: 7 (0)"}},
-        {"a longer cycle ends where it closes", "/Bad 8 0 R", {},
-            {"8446 Failed to clone object: 8 (0)", "8446 Failed to clone value of key in to be cloned dictionary: Up",
-                "8446 Failed to clone object: 10 (0)",
-                "8443 Failed to clone array element of to be cloned array: 0h (0)",
-                "8446 Failed to clone object: 8 (0)"}},
+            {"Failed to clone object: 7 (0)", "Failed to clone value of key in to be cloned dictionary: Self",
+                "Failed to clone object: 7 (0)"}, 0},
         {"a stream's data must be there", "/Bad 11 0 R", {},
-            {"50C Stream has no Length entry", "8446 Failed to retrieve to be cloned stream's data",
-                "8446 Failed to clone object: 11 (0)"}},
+            {"Stream has no Length entry", "Failed to retrieve to be cloned stream's data",
+                "Failed to clone object: 11 (0)"}, 0},
         {"of the width of the file", "/Bad 5 0 R", withData({}, 1),
-            {"8446 To be cloned raw stream as a different element size (1h (1)) than the current stream (4h (4))",
-                object5}},
+            {"To be cloned raw stream as a different element size (1h (1)) than the current stream (4h (4))", object5},
+            0},
         {"and be readable", "/Bad 5 0 R", withData({.read = 0}),
-            {"8443 Failed to read from to be cloned stream's data", object5}},
+            {"Failed to read from to be cloned stream's data", object5}, 0},
         {"a string has text or bytes", "", withEntry(make<PDF::StringObj>(Ref<::String>())),
-            {"8446 Invalid String value to be cloned"}},
+            {"Invalid String value to be cloned"}, 0},
         {"an array has no gaps", "", withEntry(PDF::Array::create({nullptr})),
-            {"8446 Element of to be cloned array is NULL: 0h (0)"}},
+            {"Element of to be cloned array is NULL: 0h (0)"}, 0},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.rule);
+    for (const auto& [rule, entries, damage, lines, idsUsed] : cases) {
+        SCOPED_TRACE(rule);
         const Ref<PDF::Document> document = target();
         const Ref<PDF::Document> foreign
-            = open(foreignWith(c.entries).stream(5, "data").object(6, "<< /Good 1 >>").object(7, "<< /Self 7 0 R >>")
-                    .object(8, "[ 10 0 R ]").object(10, "<< /Up 8 0 R >>").object(11, "<< >>\nstream\nx\nendstream"));
-        if (c.damage)
-            c.damage(foreign);
-        Lines expected = c.lines;
-        expected.insert(expected.end(), {"8446 Failed to clone value of key in to be cloned dictionary: Bad",
-            "8443 Failed to clone dictionary of to be cloned stream", "50D Failed to add foreign stream"});
-        CodedLines log;
-        EXPECT_FALSE(addBeneath(document, foreign));
-        EXPECT_EQ(log.coded(), expected);
+            = open(foreignWith(entries).stream(5, "data").object(6, "<< /Good 1 >>").object(7, "<< /Self 7 0 R >>")
+                    .object(11, "<< >>\nstream\nx\nendstream"));
+        if (damage)
+            damage(foreign);
+        Lines expected = lines;
+        expected.insert(expected.end(), {"Failed to clone value of key in to be cloned dictionary: Bad",
+            "Failed to clone dictionary of to be cloned stream", "Failed to add foreign stream"});
+        LogCapture log;
+        EXPECT_EQ(codeOf(addBeneath(document, foreign)), ErrForeignStreamAdd);
+        EXPECT_EQ(log.take(), expected);
         EXPECT_EQ(idsFrom(document, firstNewId), "");
-        EXPECT_EQ(document->changed(), c.idsUsed != 0);
-        EXPECT_EQ(nextId(document), firstNewId + c.idsUsed);
+        EXPECT_EQ(document->changed(), idsUsed != 0);
+        EXPECT_EQ(nextId(document), firstNewId + idsUsed);
     }
 }
 

@@ -1,7 +1,5 @@
 #include <forms/Form.h>
 #include <forms/Text.h>
-#include <values/NameObj.h>
-#include <values/String.h>
 
 #include "../support/Pages.h"
 #include "../support/Streams.h"

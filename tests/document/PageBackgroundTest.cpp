@@ -190,16 +190,8 @@ TEST(PageBackground, aFailureLeavesWhatItsStepPromises)
     const std::string merged = "5 0 R with << /Font << /F 9 0 R >> >>; ";
     const std::string same = "5 0 R with none; ";
     constexpr std::uint32_t unseen = 0; // what failed keeps a further call from adding anything
-    struct Case {
-        const char* step;
-        File own;
-        File foreign;
-        std::uint32_t code;
-        const char* line;
-        std::string state;
-        std::uint32_t nextId;
-    };
-    const Case cases[] = {
+    // The step, both files, the code and the line, and what is left: state and next id.
+    const std::tuple<const char*, File, File, std::uint32_t, const char*, std::string, std::uint32_t> cases[] = {
         {"the page list", {.root = "/Kids 3"}, {}, ErrBadPages, "Pages object has no valid Kids entry",
             "root none; ids ; unchanged", unseen},
         {"resources of the root", {.root = "/Resources 6 0 R"}, {}, ErrBadPages,
@@ -225,8 +217,7 @@ TEST(PageBackground, aFailureLeavesWhatItsStepPromises)
             merged + same + "root none; ids 9; changed", 10},
         {"those merged", {},
             {noResources, "/Resources << /Font << /G 8 0 R /H 7 0 R >> >>", "/Length 1 /A 8 0 R /B 9 0 R"},
-            ErrNoResource,
-            "Failed to add resources to page catalog resource dictionary",
+            ErrNoResource, "Failed to add resources to page catalog resource dictionary",
             merged + same + "root << /Font << /G 10 0 R >> >>; ids 9 10; changed", 12},
         {"the data of a stream", {}, {"<< /Contents 7 0 R >>", "", "/NoLength 1"}, ErrForeignStreamData,
             "Failed to retrieve foreign stream", merged + same + "root none; ids 9 10; changed", 12},
@@ -238,17 +229,17 @@ TEST(PageBackground, aFailureLeavesWhatItsStepPromises)
             "Failed to restore contents of page 3 (0)",
             "[ 11 0 R ] with << /Font << /F 9 0 R >> >>; 3 with none; root none; ids 9 10 11; changed", 12},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.step);
-        File own = c.own;
+    for (const auto& [step, ownFile, foreign, code, line, state, next] : cases) {
+        SCOPED_TRACE(step);
+        File own = ownFile;
         if (own.first == File().first)
             own.first = noResources;
         const Ref<PDF::Document> document = open(own.text());
         LogCapture log;
-        EXPECT_EQ(codeOf(document->addBackground(open(c.foreign.text()), BackgroundMode::PagePairs)), c.code);
-        EXPECT_TRUE(log.has(c.line)) << (log.lines.empty() ? "" : log.lines.back());
+        EXPECT_EQ(codeOf(document->addBackground(open(foreign.text()), BackgroundMode::PagePairs)), code);
+        EXPECT_TRUE(log.has(line)) << (log.lines.empty() ? "" : log.lines.back());
         EXPECT_EQ(document->version(), 8u);
-        EXPECT_EQ(stateOf(document), c.state);
-        EXPECT_TRUE(c.nextId == unseen || nextId(document) == c.nextId);
+        EXPECT_EQ(stateOf(document), state);
+        EXPECT_TRUE(next == unseen || nextId(document) == next);
     }
 }

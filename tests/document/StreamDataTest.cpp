@@ -6,11 +6,8 @@ using namespace Tests;
 
 TEST(StreamData, theFirstCallDecidesWhatLaterOnesGive)
 {
-    const Ref<PDF::Document> document
-        = open(PdfText().pages().stream(3, compressed("text"), flate).stream(4, "stored"));
-    const Ref<Interfaces::Stripe> decoded = document->streamData(streamOf(document), true);
-    EXPECT_EQ(decoded->tell(), 0u);
-    EXPECT_EQ(bytesOf(decoded) + decodedBytes(document, 3), "textstored");
+    const Ref<PDF::Document> document = open(PdfText().pages().stream(3, compressed("text"), flate));
+    EXPECT_EQ(decodedBytes(document), "text");
     EXPECT_EQ(decodedBytes(document), compressed("text")) << "held data is never decoded";
     EXPECT_TRUE(document->streamData(streamOf(document), true) == document->streamData(streamOf(document), false));
 }
@@ -31,8 +28,6 @@ TEST(StreamData, theFilterAndTheLengthMustBeUsable)
         {"a dangling one", "/Length 9 0 R", ErrBadStreamLength, {"Failed to resolve Length object reference"}},
         {"a length of another kind", "/Length /Five", ErrBadStreamLength,
             {"Stream Length has unexpected type: 1h (1)"}},
-        {"a reference to no number", "/Length 2 0 R", ErrBadStreamLength,
-            {"Stream Length has unexpected type: 6h (6)"}},
         {"a negative length", "/Length -5", ErrBadStreamLength,
             {"Stream Length attribute value is invalid: FFFFFFFFFFFFFFFBh (-5)"}},
         {"a broken length", "/Length 10.5", ErrBadStreamLength,
@@ -54,7 +49,9 @@ TEST(StreamData, theFilterAndTheLengthMustBeUsable)
         SCOPED_TRACE(c.rule);
         const Ref<PDF::Document> document
             = open(PdfText().pages().object(3, "<< " + c.entries + " >>\nstream\n" + c.data).object(4, "4"));
-        EXPECT_EQ(codeOf(document->streamData(streamOf(document), true)), c.code);
+        const Ref<Interfaces::Stripe> data = document->streamData(streamOf(document), true);
+        EXPECT_EQ(codeOf(data), c.code);
+        EXPECT_TRUE(!data || data->tell() == 0);
         EXPECT_EQ(log.take(), c.lines);
         EXPECT_FALSE(document->changed());
     }

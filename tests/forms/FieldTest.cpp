@@ -2,9 +2,6 @@
 
 #include <forms/Signature.h>
 #include <forms/Text.h>
-#include <values/Array.h>
-#include <values/Name.h>
-#include <values/Number.h>
 
 #include <gtest/gtest.h>
 
@@ -19,14 +16,9 @@ TEST(Field, AnAttributeOfTheWrongKindIsToldOnceAndCountsAsAbsent)
     // Key, value, the kinds expected and got, and whether the attribute is absent.
     const std::tuple<std::string, const char*, const char*, std::function<bool(const Form&, const Field&)>> cases[] = {
         {"T", "/N", "41", [](auto&, auto& field) { return !field.name(); }},
-        {"TU", "null", "49", [](auto&, auto& field) { return !field.alternateName(); }},
-        {"TM", "3 0 R", "45", [](auto&, auto& field) { return !field.mappingName(); }},
-        {"DR", "[ ]", "68", [](auto&, auto& field) { return !field.defaultResources(); }},
         {"DA", "<< >>", "46", [](auto&, auto& field) { return !field.defaultAppearance(); }},
         {"Q", "(0)", "34", [=](auto&, auto& field) { return field.quadding() == notSet; }},
         {"Q", "true", "32", [](auto& form, auto&) { return !form.quadding(); }},
-        {"DA", "1", "43", [](auto& form, auto&) { return !form.defaultAppearance(); }},
-        {"DR", "3 0 R", "65", [](auto& form, auto&) { return !form.defaultResources(); }},
         {"CO", "<< >>", "86", [](auto& form, auto&) { return !form.calculationOrder(); }},
         {"NeedAppearances", "1", "23", [](auto& form, auto&) { return !form.needAppearances(); }},
     };

@@ -1,5 +1,6 @@
 #include <host/FileOutput.h>
 
+#include "../support/FlateData.h"
 #include "../support/LogCapture.h"
 #include "../support/TestStripe.h"
 #include "TestFolder.h"
@@ -53,13 +54,9 @@ TEST(FileOutput, theTargetChangesOnlyWithTheCommit)
     ::chmod(path.c_str(), 0604);
     const auto keeper = *FileStripe::open(path);
     auto out = *FileOutput::create(path);
-    std::u32string text;
-    std::string bytes;
-    for (int i = 0; i < 256000; ++i) {
-        text += encoding().codePoint(static_cast<std::uint8_t>(i));
-        bytes += static_cast<char>(i);
-    }
-    ASSERT_TRUE(write(*out, text));
+    const std::string bytes = incompressible(256000);
+    const std::vector<std::uint32_t> text = TestStripe(bytes).elements;
+    ASSERT_TRUE(write(*out, std::u32string(text.begin(), text.end())));
     EXPECT_EQ(folder.get("target"), "old");
     EXPECT_EQ((*out->reopen())->size(), 256000u);
     ASSERT_TRUE(out->commit());

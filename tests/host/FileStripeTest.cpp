@@ -1,7 +1,6 @@
 #include <host/FileStripe.h>
 #include <host/MemoryStripe.h>
 #include <host/ReadWatch.h>
-#include <platform/CharReader.h>
 
 #include "../support/TestStripe.h"
 #include "TestFolder.h"
@@ -61,15 +60,6 @@ TEST(HostStripes, everyKindReadsTheSameBytes)
     expectReads<std::uint32_t>(*make<MemoryStripe>(bytes), elements);
     expectReads<std::uint8_t>(*make<ByteMemoryStripe>(bytes), bytes);
     EXPECT_TRUE(readAt<std::uint8_t>(*make<ByteMemoryStripe>(std::vector<std::uint8_t>()), 0, 1).empty());
-}
-
-TEST(HostStripes, aLineBehindTheEndLeavesTheCodeOfAReading)
-{
-    const Ref<CharReader> lines = CharReader::create(make<MemoryStripe>(std::vector<std::uint8_t>{'a'}), 0);
-    EXPECT_TRUE(lines->readLine());
-    Error::set(0);
-    EXPECT_FALSE(lines->readLine());
-    EXPECT_EQ(Error::get(), ErrOutOfRange);
 }
 
 TEST(HostStripes, aFileBeyondFourGigabytesIsReadAtItsEnd)

@@ -14,14 +14,14 @@ namespace {
 
 using List = std::vector<std::string>;
 
-// The written text of all objects from number 3 on.
-std::string written(const Ref<PDF::Document>& document)
+// The written texts of all objects from number 3 on.
+List written(const Ref<PDF::Document>& document)
 {
-    std::string out;
+    List texts;
     for (const auto& object : PDF::objectsOf(document))
         if (object->id() >= 3)
-            out += valueText(document, object->value()) + "\n";
-    return out;
+            texts.push_back(valueText(document, object->value()));
+    return texts;
 }
 
 // A form with the objects in `kids` below object 3.
@@ -41,11 +41,8 @@ TEST(Fill, aFieldTakesWhatItsKindTakes)
     const std::string choice = "/FT /Ch " + options;
     const std::string check = looks + "/Off /FT /Btn /T (a) >>";
     const std::string several = "<< " + choice + "/Ff 2097152 /V (old) >>";
-    const struct {
-        std::string field;
-        FieldValue value;
-        std::string after; // what the field consists of then, or the beginning of the refusal
-    } cases[] = {
+    // The field, the value, and what the field consists of then, or the beginning of the refusal.
+    const std::tuple<std::string, FieldValue, std::string> cases[] = {
         {"<< /FT /Tx /T (a) >>", "t(", "<< /FT /Tx /T (a) /V (t\\() >>"},
         {"<< /FT /Tx /T (a) /V 9 0 R /RV (rich) >>", "", "<< /FT /Tx /T (a) /V () >>"},
         {"<< /FT /Tx /T (a) /Ff 1 >>", "\\", "<< /FT /Tx /Ff 1 /T (a) /V <FEFF005C> >>"},
@@ -79,54 +76,46 @@ TEST(Fill, aFieldTakesWhatItsKindTakes)
         {"<< /FT /Btn /Ff 65536 /T (a) >>", "on", "a field of the kind push button can't be filled"},
         {"<< /T (a) >>", "x", "a field of the kind unknown can't be filled"},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.field + " -> " + row.after);
-        const auto document = formWith(row.field);
-        const std::string before = written(document);
-        const auto filled = fill(document, "a", row.value);
-        const bool isRefusal = !row.after.starts_with("<<");
+    for (const auto& [field, value, after] : cases) {
+        SCOPED_TRACE(field + " -> " + after);
+        const auto document = formWith(field);
+        const List before = written(document);
+        const auto filled = fill(document, "a", value);
+        const bool isRefusal = !after.starts_with("<<");
         EXPECT_EQ(bool(filled), !isRefusal);
         EXPECT_EQ(document->changed(), !isRefusal);
-        EXPECT_EQ(written(document), isRefusal ? before : row.after + "\n");
-        EXPECT_TRUE(filled || filled.refusal().words.starts_with(row.after)) << filled.refusal().words;
+        EXPECT_EQ(written(document), isRefusal ? before : List{after});
+        EXPECT_TRUE(filled || filled.refusal().words.starts_with(after)) << filled.refusal().words;
     }
 }
 
 TEST(Fill, whatStandsBesideTheFieldIsKeptInStep)
 {
-    const auto widget = [](const std::string& states) { return "<< /AP << /N << " + states + " >> >> /AS /x >>"; };
-    const auto shownAs = [](const std::string& states, const std::string& state) {
-        return "<< /AP << /N << " + states + " >> >> /AS /" + state + " >>\n";
+    const auto widget = [](const std::string& state, const std::string& shown = "x") {
+        return "<< /AP << /N << /" + state + " 9 0 R >> >> /AS /" + shown + " >>";
     };
-    const struct {
-        const char* rule;
-        std::string field;
-        std::vector<std::string> kids;
-        FieldValue value;
-        std::string after;
-    } cases[] = {
+    // The field, its kids, the value, and what all of them consist of then.
+    const std::tuple<const char*, std::string, List, FieldValue, List> cases[] = {
         {"the widget with the state is on, the others are off",
-            "<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /T (a) >>", {widget("/r 9 0 R"), widget("/g 9 0 R")}, "g",
-            "<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /T (a) /V /g >>\n" + shownAs("/r 9 0 R", "Off")
-                + shownAs("/g 9 0 R", "g")},
+            "<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /T (a) >>", {widget("r"), widget("g")}, "r",
+            {"<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /T (a) /V /r >>", widget("r", "r"), widget("g", "Off")}},
         {"an export value is that of the widget in its place",
             "<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /Opt [ (red) (green) ] /T (a) >>",
-            {widget("/0 9 0 R"), widget("/1 9 0 R")}, "green",
-            "<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /Opt [ (red) (green) ] /T (a) /V /1 >>\n"
-                + shownAs("/0 9 0 R", "Off") + shownAs("/1 9 0 R", "1")},
+            {widget("0"), widget("1")}, "green",
+            {"<< /FT /Btn /Ff 32768 /Kids [ 4 0 R 5 0 R ] /Opt [ (red) (green) ] /T (a) /V /1 >>",
+                widget("0", "Off"), widget("1", "1")}},
         {"a widget's own value follows", "<< /FT /Tx /Kids [ 4 0 R 5 0 R ] /T (a) >>", {"<< /V (old) >>", "<< >>"},
-            "new",
-            "<< /FT /Tx /Kids [ 4 0 R 5 0 R ] /T (a) /V (new) >>\n<< /V (new) >>\n<< >>\n"},
+            "new", {"<< /FT /Tx /Kids [ 4 0 R 5 0 R ] /T (a) /V (new) >>", "<< /V (new) >>", "<< >>"}},
         {"a value above stays, and doesn't show through", "<< /FT /Ch /Kids [ 4 0 R ] /Opt [ (x) ] /T (b) /V (x) >>",
             {"<< /T (a) >>"}, List{},
-            "<< /FT /Ch /Kids [ 4 0 R ] /Opt [ (x) ] /T (b) /V (x) >>\n<< /T (a) /V [ ] >>\n"},
+            {"<< /FT /Ch /Kids [ 4 0 R ] /Opt [ (x) ] /T (b) /V (x) >>", "<< /T (a) /V [ ] >>"}},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.rule);
-        const auto document = formWith(row.field, row.kids);
-        const auto filled = fill(document, row.field.find("(b)") == row.field.npos ? "a" : "b.a", row.value);
+    for (const auto& [rule, field, kids, value, after] : cases) {
+        SCOPED_TRACE(rule);
+        const auto document = formWith(field, kids);
+        const auto filled = fill(document, field.find("(b)") == field.npos ? "a" : "b.a", value);
         EXPECT_TRUE(filled) << filled.refusal().words;
-        EXPECT_EQ(written(document), row.after);
+        EXPECT_EQ(written(document), after);
     }
 }
 
@@ -137,7 +126,7 @@ TEST(Fill, allFieldsOfAPathGetTheValueOrNone)
     };
     const auto alike = formOf("<< /FT /Tx /T (a) /V (old) >>");
     EXPECT_TRUE(fill(alike, "a", "new"));
-    EXPECT_EQ(written(alike), "<< /FT /Tx /T (a) /V (new) >>\n<< /FT /Tx /T (a) /V (new) >>\n");
+    EXPECT_EQ(written(alike), List(2, "<< /FT /Tx /T (a) /V (new) >>"));
     const auto unlike = formOf("<< /FT /Btn /T (a) >>");
     EXPECT_FALSE(fill(unlike, "a", "new"));
     EXPECT_FALSE(unlike->changed());

@@ -24,16 +24,16 @@ TEST(CharReader, linesEndAtEachKindOfTerminatorAndNoFurther)
     EXPECT_EQ(plain(CharReader::create(make<TestStripe>("last"), 0)->readLine()), "last");
 }
 
-TEST(CharReader, aFailingReadOrSeekIsNotTheEnd)
-{
-    for (const auto& [file, fault] : {std::pair("abc", Fault{.read = 2}), {"a\rbc", Fault{.read = 2}},
-             {"a\rbc", Fault{.seek = 0}}})
-        EXPECT_FALSE(CharReader::create(make<TestStripe>(file, fault), 0)->readLine());
-    EXPECT_FALSE(CharReader::create(nullptr, 0));
-}
-
-TEST(CharReader, aLineThatNeverEndsIsAFailure)
+TEST(CharReader, aFailureIsNotTheEndAndKeepsItsCode)
 {
     const Fault endless{.read = 3, .answer = Answer::Pretend, .isLasting = true};
-    EXPECT_FALSE(CharReader::create(make<TestStripe>("abc", endless), 0)->readLine());
+    constexpr std::uint32_t failure = TestStripe::failureCode;
+    const std::tuple<const char*, Fault, std::uint32_t> cases[]
+        = {{"abc", {.read = 2}, failure}, {"a\rbc", {.read = 2}, failure}, {"a\rbc", {.seek = 0}, failure},
+            {"abc", endless, 77}};
+    for (const auto& [file, fault, code] : cases) {
+        Error::set(77);
+        EXPECT_EQ(codeOf(CharReader::create(make<TestStripe>(file, fault), 0)->readLine()), code) << file;
+    }
+    EXPECT_FALSE(CharReader::create(nullptr, 0));
 }

@@ -2,13 +2,8 @@
 
 #include <forms/Field.h>
 #include <forms/Form.h>
-#include <values/Dictionary.h>
-#include <values/Object.h>
-#include <values/ObjectRefObj.h>
-#include <values/String.h>
 
-#include "LogCapture.h"
-#include "PdfText.h"
+#include "Documents.h"
 
 #include <functional>
 #include <tuple>

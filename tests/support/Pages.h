@@ -1,13 +1,6 @@
 #pragma once
 
-#include <document/Inspection.h>
-#include <values/Array.h>
-#include <values/Dictionary.h>
-#include <values/Object.h>
-#include <values/StreamObj.h>
-
-#include "LogCapture.h"
-#include "PdfText.h"
+#include "Documents.h"
 
 namespace Tests {
 

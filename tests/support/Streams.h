@@ -1,13 +1,7 @@
 #pragma once
 
-#include <document/Inspection.h>
-#include <values/Dictionary.h>
-#include <values/Object.h>
-#include <values/StreamObj.h>
-
+#include "Documents.h"
 #include "FlateData.h"
-#include "LogCapture.h"
-#include "PdfText.h"
 
 namespace Tests {
 

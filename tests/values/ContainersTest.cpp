@@ -1,19 +1,7 @@
-#include <values/ArrayObj.h>
-#include <values/DictionaryObj.h>
-#include <values/NameObj.h>
-#include <values/NullObj.h>
-#include <values/NumberObj.h>
-#include <values/ObjectObj.h>
-#include <values/ObjectRefObj.h>
-#include <values/StreamObj.h>
-#include <values/StringObj.h>
-
-#include "../support/LogCapture.h"
-#include "../support/TestStripe.h"
+#include "../support/Documents.h"
 
 #include <gtest/gtest.h>
 
-using namespace Libraries::Files;
 using namespace Tests;
 
 namespace {

@@ -1,16 +1,7 @@
-#include <values/BooleanObj.h>
-#include <values/NameObj.h>
-#include <values/NullObj.h>
-#include <values/NumberObj.h>
-#include <values/ObjectObj.h>
-#include <values/ObjectRefObj.h>
-#include <values/StringObj.h>
-
-#include "../support/LogCapture.h"
+#include "../support/Documents.h"
 
 #include <gtest/gtest.h>
 
-using namespace Libraries::Files;
 using namespace Tests;
 
 namespace {

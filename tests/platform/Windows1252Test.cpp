@@ -1,33 +1,6 @@
-#include <platform/Object.h>
-#include <platform/String.h>
 #include <platform/Windows_1252.h>
 
 #include <gtest/gtest.h>
-
-namespace {
-
-class Probe final : public Object {
-public:
-    explicit Probe(int& alive) : _alive(alive) { ++_alive; }
-    ~Probe() noexcept override { --_alive; }
-
-private:
-    int& _alive;
-};
-
-} // namespace
-
-TEST(Object, livesAsLongAsSomebodyHoldsIt)
-{
-    int alive = 0;
-    Ref<Probe> first = make<Probe>(alive);
-    Ref<Object> second = first;
-    const WeakRef<Object> weak(second.get());
-    first = nullptr;
-    EXPECT_TRUE(alive == 1 && weak.lock() == second);
-    second = std::move(first);
-    EXPECT_TRUE(alive == 0 && !weak.lock());
-}
 
 TEST(Windows1252, everyByteSurvivesAndOtherCharactersAreMarked)
 {
