@@ -102,6 +102,7 @@ class Programs(unittest.TestCase):
             (2, "--stored goes only with --stream;", "inspect --stored form.pdf"),
             (2, "gone.json: can't be opened: No such file", "fill --values=gone.json form.pdf out.pdf"),
             (2, "folder: can't be read: Is a directory", "fill --values folder form.pdf out.pdf"),
+            (2, "can't be saved as folder: is a folder", "rewrite form.pdf folder"),
             (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
             (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
             (1, "; --partial saves", "rewrite part.pdf out.pdf"),
