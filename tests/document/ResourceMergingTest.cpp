@@ -15,7 +15,8 @@ Ref<PDF::Document> targetWith(const std::string& resources)
 Ref<PDF::Document> foreignWith(const std::string& resources)
 {
     const std::string page = "<< /Contents 6 0 R /Resources " + resources + " >>";
-    return open(PdfText().pages("3 0 R").object(3, page).object(4, "<< /N 9 >>").object(5, "8").stream(6, ""));
+    return open(PdfText().pages("3 0 R").object(3, page).object(4, "<< /N 9 >>").object(5, "8").stream(6, "")
+            .object(7, "[ /Text ]"));
 }
 
 } // namespace
@@ -34,6 +35,7 @@ TEST(ResourceMerging, addsWhatIsFreeAndKeepsWhatIsThere)
         {"references are equal by their numbers", "<< /Font << /F 4 0 R >> >>", "<< /Font << /F 4 0 R >> >>",
             "<< /Font << /F 4 0 R >> >>"},
         {"of arrays the foreign one grows", "<< /P [ /PDF /Text ] >>", grown, "<< /P [ /PDF /Text ] >>"},
+        {"so does one behind a reference", "<< /P [ /PDF ] >>", "<< /P 7 0 R >>", "<< /P [ /PDF ] >>"},
         {"a new array category arrives empty", "<< >>", "<< /P [ /PDF ] >>", "<< /P [ ] >>"},
     };
     for (const auto& [rule, own, added, result] : cases) {

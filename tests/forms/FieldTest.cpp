@@ -1,5 +1,7 @@
 #include "../support/FormText.h"
 
+#include <forms/Button.h>
+#include <forms/Choice.h>
 #include <forms/Signature.h>
 #include <forms/Text.h>
 
@@ -36,6 +38,8 @@ TEST(Field, AnAttributeOfTheWrongKindIsToldOnceAndCountsAsAbsent)
 
 TEST(Field, AQuaddingOutsideTheThreeIsToldOnceAndNotSet)
 {
+    EXPECT_EQ(OneField("<< /FT /Tx /Q 0 >>").field->quadding(), Field::Quadding::Left);
+    EXPECT_EQ(OneField("<< /FT /Tx /Q 1 >>").field->quadding(), Field::Quadding::Centred);
     const OneField one("<< /FT /Tx /Q 4 >>");
     LogCapture log(formFilter);
     for (int round = 0; round < 2; ++round)
@@ -59,6 +63,17 @@ TEST(Field, AttributesStayAsTheyWereReadFirst)
     EXPECT_EQ(shown(form->defaultAppearance()) + shown(form->defaultResources()), "d<< >>");
     EXPECT_EQ(shown(form->calculationOrder()) + shown(form->quadding()), "[1.0 ]7.0");
     EXPECT_TRUE(form->needAppearances());
+}
+
+TEST(Field, TheDefaultValueIsOfTheKindOfTheField)
+{
+    const auto defaultOf = []<class Kind>(const std::string& entries, const Ref<Kind>&) {
+        return shown(OneField("<< " + entries + " >>").field.cast<Kind>()->defaultValue());
+    };
+    EXPECT_EQ(defaultOf("/FT /Btn /DV /On", Ref<Fields::Button>()), "On");
+    EXPECT_EQ(defaultOf("/FT /Btn /DV (On)", Ref<Fields::Button>()), "(null)");
+    EXPECT_EQ(defaultOf("/FT /Tx /DV (text)", Ref<Fields::Text>()), "text");
+    EXPECT_EQ(defaultOf("/FT /Ch /DV [ (a) ]", Ref<Fields::Choice>()), "[a ]");
 }
 
 TEST(Field, EachKindHasItsNumberAndItsKids)
