@@ -65,3 +65,14 @@ TEST(SysLog, linesOfSeveralThreadsStayWhole)
     EXPECT_EQ(log.lines.size(), 400u);
     EXPECT_EQ(std::set<std::string>(log.lines.begin(), log.lines.end()).size(), 4u);
 }
+
+TEST(SysLog, withoutASinkALineGoesToStandardErrorInUtf8)
+{
+    SysLogStream::setSink({});
+    testing::internal::CaptureStderr();
+    SysLogPrinter& printer = SysLogStream::stdOutPrinter();
+    printer.begin(LogLevel::failure, SysLogFilter::id(0), 255).print("a ");
+    printer.begin(LogLevel::failure, SysLogFilter::id(0), 255);
+    printer.print(::String::create(U"\u00E4\u20AC\U0001F600")).endl();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a \u00E4\u20AC\U0001F600\n");
+}
