@@ -20,6 +20,8 @@ using namespace Libraries::Files::PDF;
 
 constexpr std::uint64_t largestOffset = 9'999'999'999; // that ten digits tell
 
+const Refusal endless{"has objects that overlap too often to be examined"};
+
 // Takes a written file and keeps nothing but its size.
 class Counter final : public ::Object, public virtual Interfaces::Stream {
 public:
@@ -157,12 +159,14 @@ Result<Examination> examine(FileExamination& file)
     for (const auto& object : objectsAsWritten(file.document())) {
         examineObject(file, *object);
         if (file.isEndless())
-            return Refusal{"has objects that overlap too often to be examined"};
+            return endless;
     }
     Examination result;
     result.tableTrouble = examineRows(file);
     examineTrailer(file);
     examineMissing(file);
+    if (file.isEndless())
+        return endless;
     const Ref<Counter> counter = make<Counter>();
     if (file.losses().count(LossKind::Unwritable) == 0 && file.document()->write(counter))
         result.size = counter->count();

@@ -22,7 +22,7 @@ struct Examination {
 // with what saving would write. The file is opened for that, and nothing is changed. All of it takes time and
 // memory that grow with the file.
 //
-// Refused: what `open` refuses; a file that changed meanwhile; and one whose objects lie inside each other so
+// Refused: what `open` refuses; a file that changed meanwhile; and one whose objects overlap, or lead into blanks, so
 // often that reading them takes more than 16 times its size.
 EXPORTED Result<Examination> examine(const std::string& path) noexcept;
 // The same for a file that is open. A document that was opened from it may be in use; its changes don't count.

@@ -59,7 +59,7 @@ void FileExamination::addLostReferences(const Meaning& value) noexcept
 bool FileExamination::isInFile(std::uint32_t id, const TableChain::Row& row) noexcept
 {
     const auto [known, isNew] = _areInFile.emplace(id, false);
-    if (!isNew)
+    if (!isNew || isTooMuch(_headers.taken()))
         return known->second;
     _headers.moveTo(row.offset);
     MeaningReader reader(_headers, row.offset);
@@ -88,7 +88,12 @@ bool FileExamination::hasObject(std::uint64_t id, std::uint64_t generation) cons
 
 bool FileExamination::isEndless() const noexcept
 {
-    return (_text.taken() - _takenByChain) / mostReadings > _text.size() + firstAllowance;
+    return isTooMuch(_text.taken() - _takenByChain) || isTooMuch(_headers.taken());
+}
+
+bool FileExamination::isTooMuch(std::uint64_t taken) const noexcept
+{
+    return taken / mostReadings > _text.size() + firstAllowance;
 }
 
 } // namespace Host

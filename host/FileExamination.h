@@ -35,11 +35,13 @@ public:
     // Whether an object with the numbers of a row stands where the row says.
     bool isInFile(std::uint32_t id, const TableChain::Row& row) noexcept;
 
-    // Objects lie inside each other, and have been read so often that it would go on without end.
+    // Objects lie inside each other, or rows lead into the same blanks, and the file has been read so often that it
+    // would go on without end. What was asked since then has no answer.
     bool isEndless() const noexcept;
 
 private:
     bool isLost(const std::string& reference) noexcept;
+    bool isTooMuch(std::uint64_t taken) const noexcept;
 
     const Ref<PDF::Document> _document;
     SourceText _text;

@@ -221,5 +221,12 @@ TEST(Examine, takesTimeThatGrowsWithTheFile)
         small.stream(id, "");
     }
     EXPECT_EQ(lossesOf(small), "");
-    EXPECT_EQ(lossesOf(objects), "refused: has objects that overlap too often to be examined");
+    const char* const refused = "refused: has objects that overlap too often to be examined";
+    EXPECT_EQ(lossesOf(objects), refused);
+
+    const std::string blanks = with("1" + std::string(100'000, ' '));
+    std::string rows = "10 99\n";
+    for (int i = 0; i < 99; ++i)
+        rows += std::to_string(blanks.find("    ")) + " 0 n\n";
+    EXPECT_EQ(lossesOf(damaged(blanks, "trailer", rows + "trailer")), refused);
 }
