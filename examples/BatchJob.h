@@ -201,7 +201,7 @@ public:
         const auto saved = Host::save(_opened, _job.out, options);
         if (!saved) {
             Host::Refusal refusal = saved.refusal();
-            refusal.words += partialHint(*_opened.document, options);
+            refusal.words += partialHint(saved.refusal());
             return refusal;
         }
         _result.size = saved->size;

@@ -244,7 +244,7 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
-        refusal.words = "can't be saved as " + out + ": " + refusal.words + partialHint(*opened.document, options);
+        refusal.words = "can't be saved as " + out + ": " + refusal.words + partialHint(saved.refusal());
         return command.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

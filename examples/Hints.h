@@ -1,10 +1,8 @@
 #pragma once
 
-#include <document/Document.h>
+#include <host/PartialMarks.h>
 #include <host/Result.h>
-#include <host/Save.h>
 #include <platform/Error.h>
-#include <values/Dictionary.h>
 
 #include <string>
 
@@ -28,13 +26,12 @@ inline Host::Refusal withOpeningHint(Host::Refusal refusal)
     return refusal;
 }
 
-// Behind the refusal of a save; empty unless the document is one that the option would let through.
-inline const char* partialHint(Host::PDF::Document& document, const Host::SaveOptions& options)
+// Behind the refusal of a save; empty unless the option would let the document through.
+inline const char* partialHint(const Host::Refusal& refusal)
 {
-    if (!options.isPartialAllowed)
-        for (const char* key : {"Prev", "XRefStm", "Encrypt"})
-            if (document.trailer()->find(::String::create(key)))
-                return "; --partial saves what is there all the same";
+    for (const auto& mark : Host::partialMarks)
+        if (refusal.words == mark.words)
+            return "; --partial saves what is there all the same";
     return "";
 }
 
