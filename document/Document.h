@@ -126,8 +126,8 @@ public:
     // stored one or 4 as `cacheStreams` tells, are held once however often their stream was copied. Time
     // grows with the copies and, for each page, with the number of names in its resources, and with the
     // product of the lengths where arrays meet. A file made for it can bring any number of copies, each
-    // object referring twice to the next; and values that nest close to the 500 levels may nest deeper than that where they are put, so
-    // that what is saved can't be opened again.
+    // object referring twice to the next; and values that nest close to the 500 levels may nest deeper than
+    // that where they are put, so that what is saved can't be opened again.
     //
     // False with a code, by what failed, in the order of the work:
     // - reading, which changes nothing: `ErrNullArgument`; 0x706 for the foreign page list, 0x100 above the

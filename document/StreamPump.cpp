@@ -54,7 +54,7 @@ public:
 
 private:
     Interfaces::Stream& _target;
-    MemoryStream* const _memory;  // the target, if it is memory
+    MemoryStream* const _memory; // the target, if it is memory
     std::optional<Block> _block; // if it is none
 };
 
