@@ -5,7 +5,7 @@
 #include <document/Inspection.h>
 #include <forms/Form.h>
 #include <forms/Text.h>
-#include <host/MemoryStripe.h>
+#include <host/files/MemoryStripe.h>
 #include <platform/Mem.h>
 #include <platform/Windows_1252.h>
 #include <values/Array.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <host/Background.h>
+#include <host/pages/Background.h>
 
 #include <map>
 #include <optional>

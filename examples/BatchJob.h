@@ -3,7 +3,7 @@
 #include <examples/BackgroundModes.h>
 #include <examples/Command.h>
 #include <examples/FieldValues.h>
-#include <host/Recompress.h>
+#include <host/streams/Recompress.h>
 
 namespace Examples {
 

@@ -2,10 +2,10 @@
 
 #include <examples/FileProgress.h>
 #include <examples/Hints.h>
-#include <host/ErrorWords.h>
-#include <host/Examine.h>
-#include <host/Save.h>
-#include <host/Utf8.h>
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
+#include <host/losses/Examine.h>
+#include <host/saving/Save.h>
 #include <platform/StrConv.h>
 #include <platform/SysLog.h>
 

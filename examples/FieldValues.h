@@ -1,6 +1,6 @@
 #pragma once
 
-#include <host/Fill.h>
+#include <host/fields/Fill.h>
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <examples/Progress.h>
-#include <host/ReadWatch.h>
+#include <host/files/ReadWatch.h>
 
 namespace Examples {
 

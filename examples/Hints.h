@@ -1,7 +1,7 @@
 #pragma once
 
-#include <host/PartialMarks.h>
-#include <host/Result.h>
+#include <host/base/Result.h>
+#include <host/losses/PartialMarks.h>
 #include <platform/Error.h>
 
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <host/FormFields.h>
-#include <host/Losses.h>
+#include <host/fields/FormFields.h>
+#include <host/losses/Losses.h>
 
 namespace Examples {
 

@@ -4,7 +4,7 @@
 #include <examples/Identifiers.h>
 #include <examples/Json.h>
 #include <examples/Table.h>
-#include <host/FormFields.h>
+#include <host/fields/FormFields.h>
 
 namespace {
 

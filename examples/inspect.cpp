@@ -6,7 +6,7 @@
 #include <examples/Identifiers.h>
 #include <examples/Json.h>
 #include <examples/Table.h>
-#include <host/StreamBytes.h>
+#include <host/streams/StreamBytes.h>
 #include <platform/Windows_1252.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>

@@ -1,7 +1,7 @@
 // Brings the data of all streams of a PDF file to one compression.
 
 #include <examples/Command.h>
-#include <host/Recompress.h>
+#include <host/streams/Recompress.h>
 
 namespace {
 

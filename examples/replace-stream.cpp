@@ -2,7 +2,7 @@
 
 #include <document/Inspection.h>
 #include <examples/Command.h>
-#include <host/StreamChecks.h>
+#include <host/streams/StreamChecks.h>
 
 namespace {
 

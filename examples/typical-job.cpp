@@ -2,8 +2,8 @@
 // pages, saves, and opens what was saved.
 
 #include <examples/Command.h>
-#include <host/Background.h>
-#include <host/Fill.h>
+#include <host/fields/Fill.h>
+#include <host/pages/Background.h>
 #include <values/Object.h>
 
 namespace {

@@ -1,9 +1,9 @@
 #include "RoundTrip.h"
 
-#include "../tests/support/PdfText.h"
+#include <tests/support/PdfText.h>
 
 #include <document/Syntax.h>
-#include <host/Examine.h>
+#include <host/losses/Examine.h>
 
 #include <sys/mman.h>
 

@@ -1,7 +1,7 @@
 #include "SeedFiles.h"
 
-#include "../tests/support/FlateData.h"
-#include "../tests/support/PdfText.h"
+#include <tests/support/FlateData.h>
+#include <tests/support/PdfText.h>
 
 namespace Fuzz {
 

@@ -1,6 +1,6 @@
 #include "StreamEdits.h"
 
-#include <host/Recompress.h>
+#include <host/streams/Recompress.h>
 
 #include <map>
 

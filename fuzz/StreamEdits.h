@@ -3,7 +3,7 @@
 #include "Check.h"
 #include "Forecast.h"
 
-#include "../tests/support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 namespace Fuzz {
 

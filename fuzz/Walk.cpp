@@ -1,6 +1,6 @@
 #include "Walk.h"
 
-#include "../tests/support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 #include <forms/Button.h>
 #include <forms/Choice.h>

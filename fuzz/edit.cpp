@@ -7,8 +7,8 @@
 #include <forms/Button.h>
 #include <forms/Choice.h>
 #include <forms/Text.h>
-#include <host/Background.h>
-#include <host/Fill.h>
+#include <host/fields/Fill.h>
+#include <host/pages/Background.h>
 #include <values/ArrayObj.h>
 
 #include <algorithm>

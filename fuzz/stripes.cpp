@@ -1,7 +1,7 @@
 #include "Input.h"
 #include "StripeModels.h"
 
-#include <host/MemoryStripe.h>
+#include <host/files/MemoryStripe.h>
 #include <platform/MemInStrm.h>
 #include <platform/MemoryStream.h>
 #include <stripes/ByteElements.h>

@@ -1,7 +1,7 @@
 #include "Check.h"
 #include "Input.h"
 
-#include "../tests/support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 #include <platform/CharReader.h>
 #include <platform/Heap.h>

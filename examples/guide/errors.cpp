@@ -1,8 +1,8 @@
 // Opens a file with the log switched on, and says why it is refused.
 
-#include <host/ErrorWords.h>
-#include <host/Open.h>
-#include <host/Utf8.h>
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
+#include <host/files/Open.h>
 #include <platform/SysLog.h>
 
 #include <cstdio>

@@ -1,8 +1,8 @@
 // Lists the fields of a form, fills some, and saves.
 
-#include <host/Fill.h>
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/fields/Fill.h>
+#include <host/files/Open.h>
+#include <host/saving/Save.h>
 
 #include <cstdio>
 

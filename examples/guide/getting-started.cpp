@@ -1,7 +1,7 @@
 // Opens a file and prints its pages.
 
-#include <host/Open.h>
-#include <host/Utf8.h>
+#include <host/base/Utf8.h>
+#include <host/files/Open.h>
 #include <values/Object.h>
 
 #include <cstdio>

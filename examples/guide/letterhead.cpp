@@ -1,8 +1,8 @@
 // Puts a letterhead beneath all pages.
 
-#include <host/Background.h>
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/files/Open.h>
+#include <host/pages/Background.h>
+#include <host/saving/Save.h>
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 // Says what saving a file would lose, before anything is done.
 
-#include <host/Examine.h>
+#include <host/losses/Examine.h>
 
 #include <cstdio>
 

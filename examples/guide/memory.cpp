@@ -1,7 +1,7 @@
 // Prints what opening a file takes of memory.
 
 #include <document/Inspection.h>
-#include <host/Open.h>
+#include <host/files/Open.h>
 #include <values/Object.h>
 
 #include <unistd.h>

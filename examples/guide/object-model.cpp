@@ -1,8 +1,8 @@
 // Walks all values of a document, and changes one.
 
 #include <document/Inspection.h>
-#include <host/Open.h>
-#include <host/TextString.h>
+#include <host/fields/TextString.h>
+#include <host/files/Open.h>
 #include <values/Array.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>

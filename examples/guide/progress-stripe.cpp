@@ -2,8 +2,8 @@
 
 #include <document/Document.h>
 #include <examples/Progress.h>
-#include <host/ErrorWords.h>
-#include <host/FileStripe.h>
+#include <host/base/ErrorWords.h>
+#include <host/files/FileStripe.h>
 #include <stripes/BaseStripe.h>
 #include <values/Object.h>
 

@@ -1,7 +1,7 @@
 // Saves a file over itself, and says why when that is refused.
 
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/files/Open.h>
+#include <host/saving/Save.h>
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 // Reads the content of the first page, and puts a line in front of it.
 
-#include <host/Open.h>
-#include <host/Save.h>
-#include <host/StreamBytes.h>
+#include <host/files/Open.h>
+#include <host/saving/Save.h>
+#include <host/streams/StreamBytes.h>
 #include <platform/MemoryStream.h>
 #include <values/Array.h>
 #include <values/Dictionary.h>

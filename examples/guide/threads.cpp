@@ -1,6 +1,6 @@
 // Opens many files on several threads, and counts their pages.
 
-#include <host/Open.h>
+#include <host/files/Open.h>
 #include <values/Object.h>
 
 #include <atomic>

@@ -1,7 +1,7 @@
 // Opens a file and saves it as another: save IN OUT.
 
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/files/Open.h>
+#include <host/saving/Save.h>
 
 #include <cstdio>
 

@@ -8,13 +8,13 @@
 // too early may be the right one.
 
 #include <document/Inspection.h>
-#include <host/ErrorWords.h>
-#include <host/Examine.h>
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/base/ErrorWords.h>
+#include <host/files/Open.h>
+#include <host/losses/Examine.h>
+#include <host/saving/Save.h>
 #include <values/Object.h>
 
-#include "../host/TestFolder.h"
+#include <tests/support/TestFolder.h>
 
 #include <cstdio>
 #include <set>

@@ -1,5 +1,5 @@
-#include "../support/Pages.h"
-#include "../support/SmallStack.h"
+#include <tests/support/Pages.h>
+#include <tests/support/SmallStack.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include <forms/Form.h>
 #include <forms/Text.h>
 
-#include "../support/Pages.h"
-#include "../support/Streams.h"
+#include <tests/support/Pages.h>
+#include <tests/support/Streams.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "../support/Pages.h"
-#include "../support/Streams.h"
+#include <tests/support/Pages.h>
+#include <tests/support/Streams.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <document/Version.h>
 
-#include "../support/Documents.h"
+#include <tests/support/Documents.h>
 
 #include <gtest/gtest.h>
 

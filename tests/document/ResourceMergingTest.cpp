@@ -1,4 +1,4 @@
-#include "../support/Pages.h"
+#include <tests/support/Pages.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "../support/Streams.h"
+#include <tests/support/Streams.h>
 
 #include <gtest/gtest.h>
 

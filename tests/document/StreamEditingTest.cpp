@@ -1,6 +1,6 @@
-#include <host/MemoryStripe.h>
+#include <host/files/MemoryStripe.h>
 
-#include "../support/Streams.h"
+#include <tests/support/Streams.h>
 
 #include <gtest/gtest.h>
 

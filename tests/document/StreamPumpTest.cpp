@@ -1,7 +1,7 @@
 #include <document/StreamPump.h>
 #include <platform/Object.h>
 
-#include "../support/Streams.h"
+#include <tests/support/Streams.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "../support/Streams.h"
-#include "../support/WholeJob.h"
+#include <tests/support/Streams.h>
+#include <tests/support/WholeJob.h>
 
 #include <gtest/gtest.h>
 

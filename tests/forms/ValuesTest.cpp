@@ -1,4 +1,4 @@
-#include "../support/FormText.h"
+#include <tests/support/FormText.h>
 
 #include <forms/Button.h>
 #include <forms/Choice.h>

@@ -1,7 +1,7 @@
 #include <platform/CharReader.h>
 
-#include "../support/LogCapture.h"
-#include "../support/TestStripe.h"
+#include <tests/support/LogCapture.h>
+#include <tests/support/TestStripe.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <platform/ElementReader.h>
 
-#include "../support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 #include <gtest/gtest.h>
 

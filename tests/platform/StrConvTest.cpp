@@ -1,7 +1,7 @@
 #include <platform/StrConv.h>
 #include <platform/StringPrinter.h>
 
-#include "../support/LogCapture.h"
+#include <tests/support/LogCapture.h>
 
 #include <gtest/gtest.h>
 

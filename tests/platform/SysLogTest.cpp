@@ -1,6 +1,6 @@
 #include <platform/Reporter.h>
 
-#include "../support/LogCapture.h"
+#include <tests/support/LogCapture.h>
 
 #include <gtest/gtest.h>
 

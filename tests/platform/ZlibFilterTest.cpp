@@ -1,4 +1,4 @@
-#include "../support/FlateData.h"
+#include <tests/support/FlateData.h>
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,11 @@
 // Prints the resident memory and the number of open descriptors at each tenth of the way; exits with 1 when
 // they grow behind the first one, or when anything fails.
 
-#include <host/Open.h>
-#include <host/Save.h>
+#include <host/files/Open.h>
+#include <host/saving/Save.h>
 
-#include "../host/TestFolder.h"
-#include "../support/WholeJob.h"
+#include <tests/support/TestFolder.h>
+#include <tests/support/WholeJob.h>
 
 #include <unistd.h>
 

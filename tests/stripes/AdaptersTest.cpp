@@ -1,7 +1,7 @@
 #include <stripes/BaseStripe.h>
 #include <stripes/ElementSizeStripe.h>
 
-#include "../support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <platform/MemoryStream.h>
 
-#include "../support/TestStripe.h"
+#include <tests/support/TestStripe.h>
 
 #include <gtest/gtest.h>
 

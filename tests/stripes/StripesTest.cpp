@@ -3,8 +3,8 @@
 #include <stripes/ElementSizeStripe.h>
 #include <stripes/SubStripe.h>
 
-#include "../support/LogCapture.h"
-#include "../support/TestStripe.h"
+#include <tests/support/LogCapture.h>
+#include <tests/support/TestStripe.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "../support/Documents.h"
+#include <tests/support/Documents.h>
 
 #include <gtest/gtest.h>
 

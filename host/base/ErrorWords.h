@@ -1,0 +1,29 @@
+#pragma once
+
+#include <host/base/Result.h>
+#include <platform/Export.h>
+
+#include <string>
+#include <string_view>
+
+namespace Libraries::Files::PDF {
+class Object;
+}
+
+namespace Host {
+
+// What a code of the library says, in words: "the first line is missing or empty".
+// A code that the library doesn't have gives a text that says so.
+EXPORTED std::string_view errorWords(std::uint32_t code) noexcept;
+// The code as people write it: "0x507".
+EXPORTED std::string codeText(std::uint32_t code) noexcept;
+
+// A refusal for what the library left in `Error`, its words behind `prefix`.
+EXPORTED Refusal codeRefusal(std::uint32_t code, std::string_view prefix = {}) noexcept;
+// A refusal for what the system answered, as `errno` holds it: "can't be opened: Permission denied".
+EXPORTED Refusal systemRefusal(std::string_view what, int systemError) noexcept;
+
+// "object 12", and the generation if it isn't 0.
+EXPORTED std::string nameOf(const Libraries::Files::PDF::Object& object) noexcept;
+
+} // namespace Host

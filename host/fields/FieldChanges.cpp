@@ -1,0 +1,275 @@
+#include <host/fields/FieldChanges.h>
+
+#include <forms/FormKeys.h>
+#include <host/fields/FieldReading.h>
+#include <host/fields/TextString.h>
+#include <values/Array.h>
+#include <values/Name.h>
+#include <values/NumberObj.h>
+
+#include <algorithm>
+#include <set>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+const Ref<::String> richValue = ::String::create("RV");
+const Ref<::String> topIndex = ::String::create("TI"); // the option that a list box shows first
+const Ref<::String> off = ::String::create("Off");
+
+std::string quoted(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+Refusal doesNotTake(FieldKind kind, const char* what)
+{
+    return {"a field of the kind " + std::string(kindWords(kind)) + " doesn't take " + what};
+}
+
+Refusal noUtf8()
+{
+    return {"the value is no UTF-8"};
+}
+
+// The dictionaries that carry the value of a field.
+std::vector<Ref<Dictionary>> carriersOf(const FieldNode& field)
+{
+    std::vector<Ref<Dictionary>> carriers = {field.dictionary};
+    carriers.insert(carriers.end(), field.copies.begin(), field.copies.end());
+    return carriers;
+}
+
+// ---- Texts
+
+Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
+{
+    const auto* text = std::get_if<std::string>(&value);
+    if (!text)
+        return doesNotTake(FieldKind::Text, "on, off or a list, but a text");
+    const Ref<PDF::String> string = stringOf(*text);
+    if (!string)
+        return noUtf8();
+    const std::int64_t limit = maxLengthOf(field.entries).value_or(0);
+    const auto length = static_cast<std::int64_t>(lengthInUnits(*text));
+    if (limit != 0 && length > limit)
+        return Refusal{"the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
+            + std::to_string(limit)};
+    Changes changes;
+    for (const Ref<Dictionary>& carrier : carriersOf(field)) {
+        changes.push_back({carrier, FormKeys::value, string});
+        if (carrier->find(richValue))
+            changes.push_back({carrier, richValue, nullptr});
+    }
+    return changes;
+}
+
+// ---- Check boxes and radio buttons
+
+// The states of the widgets, each with its text.
+class ButtonStates {
+public:
+    ButtonStates(const Document& document, const FieldNode& field) : _options(optionsOf(document, field.entries))
+    {
+        for (const Ref<Dictionary>& widget : field.widgets) {
+            _states.emplace_back();
+            for (Ref<::String>& name : statesOf(document, *widget)) {
+                std::string text = textOfName(*name);
+                _texts.insert(text);
+                _states.back().push_back({std::move(text), std::move(name)});
+            }
+        }
+    }
+
+    // The text of the state that `value` means, "Off" included.
+    Result<std::string> find(const FieldValue& value) const
+    {
+        if (const bool* isOn = std::get_if<bool>(&value))
+            return *isOn ? findOn() : Result<std::string>("Off");
+        const auto& text = std::get<std::string>(value);
+        if (_texts.count(text))
+            return text;
+        if (const std::string* exported = findExported(text))
+            return *exported;
+        if (text == "on")
+            return findOn();
+        if (text == "off" || text == "Off")
+            return std::string("Off");
+        return Refusal{"the field has no state " + quoted(text) + ", but " + list()};
+    }
+
+    // The name by which the widget has a state; "Off" when it hasn't.
+    Ref<::String> nameFor(std::size_t widget, const std::string& text) const
+    {
+        for (const State& state : _states[widget])
+            if (state.text == text)
+                return state.name;
+        return off;
+    }
+
+private:
+    struct State {
+        std::string text;
+        Ref<::String> name;
+    };
+
+    Result<std::string> findOn() const
+    {
+        if (_texts.size() != 1)
+            return Refusal{"\"on\" needs a field with one state, and this one has " + list()};
+        return *_texts.begin();
+    }
+
+    // The state of the widget that has the export value; the options stand in the order of the widgets.
+    const std::string* findExported(const std::string& text) const
+    {
+        for (std::size_t i = 0; i < _options.size() && i < _states.size(); ++i)
+            if (_options[i].exported == text && !_states[i].empty())
+                return &_states[i].front().text;
+        return nullptr;
+    }
+
+    std::string list() const
+    {
+        std::string words = "\"off\"";
+        for (const std::string& text : _texts)
+            words += ", " + quoted(text);
+        return words;
+    }
+
+    const std::vector<FieldOption> _options;
+    std::vector<std::vector<State>> _states; // by widget
+    std::set<std::string> _texts;
+};
+
+Result<Changes> changesForButton(
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
+{
+    if (std::holds_alternative<std::vector<std::string>>(value))
+        return doesNotTake(kind, "a list");
+    const ButtonStates states(document, field);
+    const Result<std::string> state = states.find(value);
+    if (!state)
+        return state.refusal();
+    Ref<::String> fieldState = off;
+    Changes changes;
+    for (std::size_t i = 0; i < field.widgets.size(); ++i) {
+        const Ref<::String> name = states.nameFor(i, *state);
+        if (fieldState == off)
+            fieldState = name;
+        changes.push_back({field.widgets[i], FormKeys::appearanceState, Name::create(name)});
+    }
+    for (const Ref<Dictionary>& carrier : carriersOf(field))
+        changes.push_back({carrier, FormKeys::value, Name::create(fieldState)});
+    return changes;
+}
+
+// ---- List boxes and combo boxes
+
+// What was chosen: options by their index, or a text of the user's own.
+struct Choices {
+    std::set<std::size_t> indices;
+    std::optional<std::string> ownText;
+};
+
+Result<Choices> choose(const FieldNode& field, const std::vector<FieldOption>& options, FieldKind kind,
+    const std::vector<std::string>& texts)
+{
+    const std::uint32_t flags = flagsOf(field.entries);
+    Choices choices;
+    for (const std::string& text : texts) {
+        auto found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.exported == text; });
+        if (found == options.end())
+            found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.displayed == text; });
+        if (found != options.end())
+            choices.indices.insert(std::size_t(found - options.begin()));
+        else if (kind == FieldKind::ComboBox && (flags & Field::Edit))
+            choices.ownText = text;
+        else if (!text.empty())
+            return Refusal{"the field has no choice " + quoted(text)};
+    }
+    if (texts.size() > 1 && (choices.ownText || (choices.indices.size() > 1 && !(flags & Field::MultiSelect))))
+        return Refusal{"the field takes one choice only"};
+    return choices;
+}
+
+// The value for the choices: a string, an array of several, or null for none.
+Ref<Value> valueOf(const std::vector<FieldOption>& options, const Choices& choices)
+{
+    if (choices.ownText)
+        return stringOf(*choices.ownText);
+    std::vector<Ref<Value>> strings;
+    for (const std::size_t index : choices.indices)
+        strings.push_back(stringOf(options[index].exported));
+    if (strings.size() > 1)
+        return Array::create(strings);
+    return strings.empty() ? nullptr : strings[0];
+}
+
+Ref<Value> numberOf(std::size_t index)
+{
+    return make<NumberObj>(static_cast<std::int64_t>(index), 0);
+}
+
+Ref<Value> indicesOf(const Choices& choices)
+{
+    std::vector<Ref<Value>> numbers;
+    std::transform(choices.indices.begin(), choices.indices.end(), std::back_inserter(numbers), numberOf);
+    return numbers.empty() ? Ref<Value>() : Ref<Value>(Array::create(numbers));
+}
+
+Result<Changes> changesForChoice(
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
+{
+    if (std::holds_alternative<bool>(value))
+        return doesNotTake(kind, "on or off");
+    const auto* text = std::get_if<std::string>(&value);
+    const auto texts = text ? FieldTexts{*text} : std::get<FieldTexts>(value);
+    const std::vector<FieldOption> options = optionsOf(document, field.entries);
+    const Result<Choices> choices = choose(field, options, kind, texts);
+    if (!choices)
+        return choices.refusal();
+    Ref<Value> chosen = valueOf(options, *choices);
+    if (choices->ownText && !chosen)
+        return noUtf8();
+    // What a field above has would show through.
+    if (!chosen && field.isBelowValue)
+        chosen = Array::create({});
+    Changes changes;
+    const bool isMultiple = flagsOf(field.entries) & Field::MultiSelect;
+    for (const Ref<Dictionary>& carrier : carriersOf(field)) {
+        changes.push_back({carrier, FormKeys::value, chosen});
+        if (isMultiple || carrier->find(FormKeys::selectedIndices))
+            changes.push_back({carrier, FormKeys::selectedIndices, indicesOf(*choices)});
+        if (kind == FieldKind::ListBox && carrier->find(topIndex))
+            changes.push_back({carrier, topIndex, numberOf(choices->indices.empty() ? 0 : *choices->indices.begin())});
+    }
+    return changes;
+}
+
+} // namespace
+
+Result<Changes> changesFor(const Document& document, const FieldNode& field, const FieldValue& value) noexcept
+{
+    const FieldKind kind = kindOf(field.entries);
+    switch (kind) {
+    case FieldKind::Text:
+        return changesForText(field, value);
+    case FieldKind::CheckBox:
+    case FieldKind::RadioButtons:
+        return changesForButton(document, field, kind, value);
+    case FieldKind::ListBox:
+    case FieldKind::ComboBox:
+        return changesForChoice(document, field, kind, value);
+    case FieldKind::PushButton:
+    case FieldKind::Signature:
+    case FieldKind::Unknown:
+        break;
+    }
+    return Refusal{"a field of the kind " + std::string(kindWords(kind)) + " can't be filled"};
+}
+
+} // namespace Host

@@ -1,0 +1,194 @@
+#include <host/fields/FieldTree.h>
+
+#include <document/Keys.h>
+#include <forms/FormKeys.h>
+#include <host/base/ErrorWords.h>
+#include <host/fields/FieldReading.h>
+#include <host/fields/TextString.h>
+#include <values/Array.h>
+#include <values/Object.h>
+#include <values/ObjectRef.h>
+
+#include <algorithm>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+constexpr std::size_t deepestLevel = 500;
+constexpr std::size_t longestPath = 4096;
+constexpr std::size_t mostPassedOver = 100;
+
+// By `Inherited`.
+const Ref<::String>* const inheritedKeys[] = {&FormKeys::fieldType, &FormKeys::flags, &FormKeys::value,
+    &FormKeys::defaultValue, &FormKeys::defaultAppearance, &FormKeys::quadding, &FormKeys::maxLength,
+    &FormKeys::options};
+static_assert(std::size(inheritedKeys) == std::size_t(Inherited::Count));
+
+const Ref<::String> encrypt = ::String::create("Encrypt");
+
+// Whether the dictionary has kids to be walked; otherwise it shows a field itself.
+bool hasKids(const Document& document, const Dictionary& dictionary)
+{
+    const Ref<Array> kids = findFollowed<Array>(document, dictionary, FormKeys::kids);
+    return kids && kids->size() != 0;
+}
+
+} // namespace
+
+// Where a list of dictionaries stands: below `owner`, or at the top.
+struct FieldTree::Place {
+    FieldNode* owner;
+    const FieldEntries& inherited;
+    std::size_t level;
+};
+
+void FieldEntries::override(const Document& document, const Dictionary& own) noexcept
+{
+    for (std::size_t i = 0; i < _values.size(); ++i)
+        if (Ref<Value> value = followed(document, own.find(*inheritedKeys[i])))
+            _values[i] = std::move(value);
+}
+
+void FieldEntries::complete(const FieldEntries& others) noexcept
+{
+    for (std::size_t i = 0; i < _values.size(); ++i)
+        if (!_values[i])
+            _values[i] = others._values[i];
+}
+
+Ref<Value> followed(const Document& document, const Ref<Value>& value) noexcept
+{
+    Ref<Value> end = value;
+    if (Ref<ObjectRef> reference = valueAs<ObjectRef>(value)) {
+        const Ref<PDF::Object> object = document.object(std::move(reference));
+        end = object ? object->value() : nullptr;
+    }
+    return end && end->type() != Value::Type::Null ? end : nullptr;
+}
+
+Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
+{
+    if (!document)
+        return codeRefusal(ErrNullArgument);
+    if (document->trailer()->find(encrypt))
+        return Refusal{"the document is encrypted, and the texts of its form are ciphers (Encrypt)"};
+    const Ref<PDF::Object> root = document->getCatalog();
+    if (!root)
+        return codeRefusal(Error::get(), "the document has no catalog: ");
+    FieldTree tree(document);
+    const Ref<Dictionary> catalog = root->valueAsDictionary();
+    const Ref<Value> form = followed(*document, catalog->find(Keys::acroForm));
+    if (!form)
+        return tree;
+    tree._form = valueAs<Dictionary>(form);
+    if (!tree._form)
+        return codeRefusal(ErrBadCast, "the form (AcroForm) is no dictionary: ");
+    FieldEntries defaults;
+    defaults.set(Inherited::DefaultAppearance, followed(*document, tree._form->find(FormKeys::defaultAppearance)));
+    defaults.set(Inherited::Quadding, followed(*document, tree._form->find(FormKeys::quadding)));
+    tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1});
+    return tree;
+}
+
+// Whether there is a field, with a name of its own, among the elements.
+bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
+{
+    const Ref<Array> array = valueAs<Array>(followed(*_document, list));
+    bool hasField = false;
+    for (std::uint64_t i = 0; array && i < array->size(); ++i) {
+        const Ref<Dictionary> dictionary = valueAs<Dictionary>(followed(*_document, array->get(i)));
+        if (!dictionary)
+            passOver(i, place, "leads to no dictionary");
+        else if (place.level > deepestLevel)
+            passOver(i, place, "stands more than 500 levels deep");
+        else if (!_taken.insert(dictionary.get()).second)
+            passOver(i, place, "was listed before");
+        else
+            hasField |= walkElement(dictionary, i, place);
+    }
+    return hasField;
+}
+
+// Whether it is a field, or has one below.
+bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t index, const Place& place) noexcept
+{
+    const Ref<PDF::String> title = findFollowed<PDF::String>(*_document, *dictionary, FormKeys::name);
+    std::string name = title ? textOf(*title) : std::string();
+    if (name.empty() && place.owner)
+        return walkWidget(dictionary, place);
+    // A field at the top answers to its place when it has no name, as it does in the library.
+    name = name.empty() ? std::to_string(index) : name;
+    if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > longestPath)
+        passOver(index, place, "has too long a name");
+    else
+        walkField(dictionary, place.owner ? place.owner->path + "." + name : name, place);
+    return true;
+}
+
+void FieldTree::walkField(const Ref<Dictionary>& dictionary, const std::string& path, const Place& place) noexcept
+{
+    FieldNode field{path, dictionary, place.inherited, {}, {}};
+    field.isBelowValue = place.inherited[Inherited::Value] != nullptr;
+    field.entries.override(*_document, *dictionary);
+    const FieldEntries inherited = field.entries;
+    bool isTerminal = true;
+    if (hasKids(*_document, *dictionary))
+        isTerminal = !walkList(dictionary->find(FormKeys::kids), {&field, inherited, place.level + 1});
+    else
+        field.widgets.push_back(dictionary);
+    if (isTerminal || !field.widgets.empty())
+        add(std::move(field));
+}
+
+void FieldTree::add(FieldNode field) noexcept
+{
+    std::vector<std::size_t>& namesakes = _byPath[field.path];
+    const auto same = std::find_if(namesakes.begin(), namesakes.end(),
+        [&](std::size_t index) { return kindOf(_fields[index].entries) == kindOf(field.entries); });
+    if (same == namesakes.end()) {
+        namesakes.push_back(_fields.size());
+        _fields.push_back(std::move(field));
+        return;
+    }
+    FieldNode& first = _fields[*same];
+    first.widgets.insert(first.widgets.end(), field.widgets.begin(), field.widgets.end());
+    first.copies.push_back(std::move(field.dictionary));
+    first.copies.insert(first.copies.end(), field.copies.begin(), field.copies.end());
+    first.entries.complete(field.entries);
+    first.isBelowValue |= field.isBelowValue;
+}
+
+const std::vector<std::size_t>& FieldTree::find(const std::string& path) const noexcept
+{
+    static const std::vector<std::size_t> none;
+    const auto found = _byPath.find(path);
+    return found == _byPath.end() ? none : found->second;
+}
+
+// A kid without a name shows the field above, and what it has itself counts for that field if that has none.
+// Whether there is a field below.
+bool FieldTree::walkWidget(const Ref<Dictionary>& dictionary, const Place& place) noexcept
+{
+    FieldEntries own;
+    own.override(*_document, *dictionary);
+    place.owner->entries.complete(own);
+    if (dictionary->find(FormKeys::value))
+        place.owner->copies.push_back(dictionary);
+    if (hasKids(*_document, *dictionary))
+        return walkList(dictionary->find(FormKeys::kids), {place.owner, place.inherited, place.level + 1});
+    place.owner->widgets.push_back(dictionary);
+    return false;
+}
+
+void FieldTree::passOver(std::uint64_t index, const Place& place, const char* why) noexcept
+{
+    if (_passedOver.size() == mostPassedOver)
+        return;
+    const std::string list = place.owner ? "Kids of " + place.owner->path : "Fields of the form";
+    _passedOver.push_back("element " + std::to_string(index) + " of " + list + " " + why);
+}
+
+} // namespace Host

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <document/Document.h>
+#include <host/base/Result.h>
+#include <values/Dictionary.h>
+#include <values/String.h>
+
+#include <array>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// What the standard lets a field take over from those above it.
+enum class Inherited : std::size_t {
+    FieldType,
+    Flags,
+    Value,
+    DefaultValue,
+    DefaultAppearance,
+    Quadding,
+    MaxLength,
+    Options,
+    Count,
+};
+
+// The entries of a field, its own or those of the nearest field above that has them; a reference is
+// followed. Null where there is none.
+class FieldEntries {
+public:
+    const Ref<PDF::Value>& operator[](Inherited entry) const noexcept { return _values[std::size_t(entry)]; }
+    template <class Kind>
+    Ref<Kind> as(Inherited entry) const noexcept
+    {
+        return PDF::valueAs<Kind>((*this)[entry]);
+    }
+    void set(Inherited entry, Ref<PDF::Value> value) noexcept { _values[std::size_t(entry)] = std::move(value); }
+    // Replaces what the dictionary of a field below has itself.
+    void override(const PDF::Document& document, const PDF::Dictionary& own) noexcept;
+    // Adds what is missing so far.
+    void complete(const FieldEntries& others) noexcept;
+
+private:
+    std::array<Ref<PDF::Value>, std::size_t(Inherited::Count)> _values;
+};
+
+// A terminal field as the dictionaries have it.
+struct FieldNode {
+    std::string path;
+    Ref<PDF::Dictionary> dictionary;
+    FieldEntries entries;
+    // The dictionaries that show it, in order: its own when it has no kids, else its kids without a name.
+    std::vector<Ref<PDF::Dictionary>> widgets;
+    // Other dictionaries that carry the value, too: kids without a name that have a V of their own, and fields
+    // of the same path and kind.
+    std::vector<Ref<PDF::Dictionary>> copies;
+    bool isBelowValue = false; // a field above has a V, which is that of the field when it has none
+};
+
+// The terminal fields of a form, found by walking the dictionaries from the catalog's AcroForm. It goes
+// beside the library's own fields, which show no dictionaries, inherit nothing and follow no references;
+// and past what is wrong with a part of the form, which ends the library's tree.
+//
+// A field is a dictionary of Fields, or one of Kids with a text under T; one of Kids without is a widget of
+// the field above. Fields of the same path and kind are one, where the first of them stands: so the standard
+// has it. Whatever the form looks like, each dictionary is taken once, up to a depth of 500 levels
+// and paths of 4,096 bytes.
+class FieldTree {
+public:
+    // A document without a form has an empty one. Refused: null, a document with Encrypt, one without a usable
+    // catalog, and an AcroForm that leads to no dictionary.
+    static Result<FieldTree> build(const Ref<PDF::Document>& document) noexcept;
+
+    const std::vector<FieldNode>& fields() const noexcept { return _fields; }
+    // The places in `fields` of those with this path, which differ in kind.
+    const std::vector<std::size_t>& find(const std::string& path) const noexcept;
+    // The AcroForm; null when there is none.
+    const Ref<PDF::Dictionary>& form() const noexcept { return _form; }
+    // What was passed over, each with its place, in words; the first hundred.
+    const std::vector<std::string>& passedOver() const noexcept { return _passedOver; }
+
+private:
+    struct Place;
+    explicit FieldTree(Ref<PDF::Document> document) noexcept : _document(std::move(document)) {}
+    bool walkList(const Ref<PDF::Value>& list, const Place& place) noexcept;
+    bool walkElement(const Ref<PDF::Dictionary>& dictionary, std::uint64_t index, const Place& place) noexcept;
+    void walkField(const Ref<PDF::Dictionary>& dictionary, const std::string& path, const Place& place) noexcept;
+    bool walkWidget(const Ref<PDF::Dictionary>& dictionary, const Place& place) noexcept;
+    void add(FieldNode field) noexcept;
+    void passOver(std::uint64_t index, const Place& place, const char* why) noexcept;
+
+    Ref<PDF::Document> _document;
+    Ref<PDF::Dictionary> _form;
+    std::vector<FieldNode> _fields;
+    std::vector<std::string> _passedOver;
+    std::unordered_map<std::string, std::vector<std::size_t>> _byPath;
+    std::unordered_set<const PDF::Dictionary*> _taken;
+};
+
+// The value, or what it refers to; one reference is followed. Null for null, for the null value and for a
+// reference to nothing.
+Ref<PDF::Value> followed(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
+// The entry of a dictionary, followed, as a value of one kind; null when it is none.
+template <class Kind>
+Ref<Kind> findFollowed(
+    const PDF::Document& document, const PDF::Dictionary& dictionary, const Ref<::String>& key) noexcept
+{
+    return PDF::valueAs<Kind>(followed(document, dictionary.find(key)));
+}
+
+} // namespace Host

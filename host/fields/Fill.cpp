@@ -1,0 +1,94 @@
+#include <host/fields/Fill.h>
+
+#include <forms/FormKeys.h>
+#include <host/fields/FieldChanges.h>
+#include <host/fields/FieldReading.h>
+#include <values/BooleanObj.h>
+
+#include <algorithm>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+const Ref<::String> otherForm = ::String::create("XFA");
+
+std::vector<std::string> warningsFor(const Document& document, const FieldTree& tree)
+{
+    std::vector<std::string> warnings;
+    const auto& fields = tree.fields();
+    if (std::any_of(fields.begin(), fields.end(), [](const FieldNode& field) { return isSigned(field.entries); }))
+        warnings.push_back("the document is signed, and the signature will not hold");
+    if (tree.form() && followed(document, tree.form()->find(otherForm)))
+        warnings.push_back("the document has an XFA form beside this one, which keeps the old values");
+    return warnings;
+}
+
+bool isTrue(const Document& document, const Dictionary& form)
+{
+    const auto flag = findFollowed<Boolean>(document, form, FormKeys::needAppearances);
+    return flag && flag->value();
+}
+
+} // namespace
+
+struct FormFiller::State {
+    Ref<Document> document;
+    FieldTree tree;
+    std::vector<std::string> warnings;
+};
+
+FormFiller::FormFiller(std::unique_ptr<State> state) noexcept : _state(std::move(state)) {}
+FormFiller::FormFiller(FormFiller&& other) noexcept = default;
+FormFiller& FormFiller::operator=(FormFiller&& other) noexcept = default;
+FormFiller::~FormFiller() noexcept = default;
+
+Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
+{
+    Result<FieldTree> tree = FieldTree::build(document);
+    if (!tree)
+        return tree.refusal();
+    std::vector<std::string> warnings = warningsFor(*document, *tree);
+    return FormFiller(std::make_unique<State>(State{document, std::move(*tree), std::move(warnings)}));
+}
+
+std::optional<Refusal> FormFiller::fill(
+    const std::string& path, const FieldValue& value, Appearances appearances) noexcept
+{
+    const std::vector<std::size_t>& found = _state->tree.find(path);
+    if (found.empty())
+        return Refusal{"there is no such field"};
+    Changes all;
+    for (const std::size_t index : found) {
+        Result<Changes> changes = changesFor(*_state->document, _state->tree.fields()[index], value);
+        if (!changes)
+            return changes.refusal();
+        all.insert(all.end(), changes->begin(), changes->end());
+    }
+    const Ref<Dictionary>& form = _state->tree.form();
+    if (appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
+        all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
+    for (Change& change : all)
+        change.dictionary->set(change.key, std::move(change.value));
+    return {};
+}
+
+const std::vector<std::string>& FormFiller::warnings() const noexcept
+{
+    return _state->warnings;
+}
+
+Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,
+    const FieldValue& value, Appearances appearances) noexcept
+{
+    Result<FormFiller> filler = FormFiller::create(document);
+    if (!filler)
+        return filler.refusal();
+    if (auto refusal = filler->fill(path, value, appearances))
+        return *refusal;
+    return filler->warnings();
+}
+
+} // namespace Host

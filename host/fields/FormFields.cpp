@@ -1,0 +1,205 @@
+#include <host/fields/FormFields.h>
+
+#include <forms/FormKeys.h>
+#include <host/fields/FieldReading.h>
+#include <host/fields/TextString.h>
+#include <host/streams/StreamBytes.h>
+#include <values/Array.h>
+#include <values/Name.h>
+#include <values/Number.h>
+#include <values/Stream.h>
+
+#include <unordered_set>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+constexpr std::size_t mostText = std::size_t(16) << 20; // bytes, in one listing
+
+constexpr unsigned bit(FieldKind kind)
+{
+    return 1u << static_cast<unsigned>(kind);
+}
+constexpr unsigned texts = bit(FieldKind::Text);
+constexpr unsigned radios = bit(FieldKind::RadioButtons);
+constexpr unsigned combos = bit(FieldKind::ComboBox);
+constexpr unsigned choices = combos | bit(FieldKind::ListBox);
+constexpr unsigned all = ~0u;
+
+constexpr struct {
+    std::uint32_t flag;
+    unsigned kinds; // for which it means this
+    std::string_view words;
+} flagTable[] = {
+    {Field::ReadOnly, all, "read-only"},
+    {Field::Required, all, "required"},
+    {Field::NoExport, all, "no-export"},
+    {Field::NoToggleToOff, radios, "no-toggle-to-off"},
+    {Field::RadiosInUnison, radios, "in-unison"},
+    {Field::Multiline, texts, "multiline"},
+    {Field::Password, texts, "password"},
+    {Field::FileSelect, texts, "file-select"},
+    {Field::DoNotScroll, texts, "do-not-scroll"},
+    {Field::Comb, texts, "comb"},
+    {Field::RichText, texts, "rich-text"},
+    {Field::Edit, combos, "editable"},
+    {Field::Sort, choices, "sorted"},
+    {Field::MultiSelect, choices, "multi-select"},
+    {Field::CommitOnSelectionChange, choices, "commit-on-change"},
+    {Field::DoNotSpellCheck, texts | choices, "do-not-spell-check"},
+};
+
+Field::Quadding quaddingOf(const FieldEntries& entries)
+{
+    const Ref<Number> number = entries.as<Number>(Inherited::Quadding);
+    if (!number || number->intPart() < 0 || number->intPart() > 2)
+        return Field::Quadding::NotSet;
+    return static_cast<Field::Quadding>(number->intPart() + 1);
+}
+
+// Reads fields, one after the other, and counts their texts.
+class Listing {
+public:
+    explicit Listing(Ref<Document> document) noexcept : _document(std::move(document)) {}
+
+    FormField describe(const FieldNode& node)
+    {
+        FormField field;
+        field.path = node.path;
+        field.kind = kindOf(node.entries);
+        field.flags = flagsOf(node.entries);
+        field.maxLength = maxLengthOf(node.entries);
+        field.quadding = quaddingOf(node.entries);
+        field.widgetCount = node.widgets.size();
+        field.isSigned = isSigned(node.entries);
+        if (!_isFull)
+            describeTexts(node, field);
+        return field;
+    }
+
+    bool isFull() const { return _isFull; }
+
+private:
+    // The text, or none once there were too many.
+    std::string taken(std::string text)
+    {
+        _isFull = _isFull || text.size() >= _left;
+        if (_isFull)
+            return {};
+        _left -= text.size() + 1;
+        return text;
+    }
+
+    void describeTexts(const FieldNode& node, FormField& field)
+    {
+        if (field.kind != FieldKind::Signature) {
+            field.value = textsOf(node.entries[Inherited::Value]);
+            field.defaultValue = textsOf(node.entries[Inherited::DefaultValue]);
+        }
+        for (FieldOption& option : optionsOf(*_document, node.entries))
+            field.options.push_back({taken(std::move(option.exported)), taken(std::move(option.displayed))});
+        if (field.kind == FieldKind::CheckBox || field.kind == FieldKind::RadioButtons)
+            field.states = statesOfAll(node.widgets);
+        if (const auto tooltip = findFollowed<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
+            field.tooltip = taken(textOf(*tooltip));
+        if (const auto look = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
+            field.defaultAppearance = taken(textOf(*look));
+    }
+
+    std::vector<std::string> statesOfAll(const std::vector<Ref<Dictionary>>& widgets)
+    {
+        std::vector<std::string> states;
+        std::unordered_set<std::string> known;
+        for (std::size_t i = 0; i < widgets.size() && !_isFull; ++i)
+            for (const Ref<::String>& state : statesOf(*_document, *widgets[i]))
+                if (std::string name = taken(textOfName(*state)); !_isFull && known.insert(name).second)
+                    states.push_back(std::move(name));
+        return states;
+    }
+
+    std::optional<FieldTexts> textsOf(const Ref<Value>& value)
+    {
+        const Ref<Array> array = valueAs<Array>(value);
+        if (!array) {
+            auto text = textOfValue(value);
+            return text ? std::optional<FieldTexts>({taken(std::move(*text))}) : std::nullopt;
+        }
+        FieldTexts result;
+        for (std::uint64_t i = 0; i < array->size() && !_isFull; ++i)
+            if (auto text = textOfValue(followed(*_document, array->get(i))))
+                result.push_back(taken(std::move(*text)));
+        return result;
+    }
+
+    std::optional<std::string> textOfValue(const Ref<Value>& value)
+    {
+        if (const auto string = valueAs<PDF::String>(value))
+            return textOf(*string);
+        if (const auto name = valueAs<Name>(value))
+            return name->value() ? std::optional(textOfName(*name->value())) : std::nullopt;
+        if (const auto stream = valueAs<Stream>(value))
+            return textOfStream(stream);
+        return {};
+    }
+
+    // A long text may be a stream; none when its data can't be had, or is too much.
+    std::optional<std::string> textOfStream(const Ref<Stream>& stream)
+    {
+        std::string bytes;
+        const auto copied = copyStream(
+            _document, stream, StreamForm::Decoded, [&](const std::uint8_t* data, std::size_t count) {
+                bytes.append(reinterpret_cast<const char*>(data), count);
+                return bytes.size() <= _left;
+            });
+        return copied && bytes.size() <= _left ? std::optional(textOfBytes(bytes)) : std::nullopt;
+    }
+
+    const Ref<Document> _document;
+    std::size_t _left = mostText;
+    bool _isFull = false;
+};
+
+} // namespace
+
+std::string_view kindWords(FieldKind kind) noexcept
+{
+    switch (kind) {
+    case FieldKind::Text: return "text";
+    case FieldKind::CheckBox: return "check box";
+    case FieldKind::RadioButtons: return "radio buttons";
+    case FieldKind::PushButton: return "push button";
+    case FieldKind::ListBox: return "list box";
+    case FieldKind::ComboBox: return "combo box";
+    case FieldKind::Signature: return "signature";
+    case FieldKind::Unknown: break;
+    }
+    return "unknown";
+}
+
+std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept
+{
+    std::vector<std::string_view> words;
+    for (const auto& row : flagTable)
+        if ((flags & row.flag) && (row.kinds & bit(kind)))
+            words.push_back(row.words);
+    return words;
+}
+
+Result<FormFields> fieldNames(const Ref<Document>& document) noexcept
+{
+    Result<FieldTree> tree = FieldTree::build(document);
+    if (!tree)
+        return tree.refusal();
+    FormFields result{{}, tree->passedOver()};
+    Listing listing(document);
+    for (const FieldNode& node : tree->fields())
+        result.fields.push_back(listing.describe(node));
+    if (listing.isFull())
+        result.passedOver.push_back("texts beyond 16 MiB are left out");
+    return result;
+}
+
+} // namespace Host

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <document/Document.h>
+#include <forms/Field.h>
+#include <host/base/Result.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// The kinds of fields that people tell apart, by `FT` and `Ff`.
+enum class FieldKind {
+    Text,
+    CheckBox,
+    RadioButtons,
+    PushButton,
+    ListBox,
+    ComboBox,
+    Signature,
+    Unknown, // no FT, neither of its own nor from above, or one that the standard doesn't have
+};
+// "text", "check box", "radio buttons" ...
+EXPORTED std::string_view kindWords(FieldKind kind) noexcept;
+
+// One entry of Opt. Where it has one text only, both are that.
+struct FieldOption {
+    std::string exported;  // what becomes the value
+    std::string displayed; // what people see
+};
+
+// The entries of a value: one text, the name of a state, or several texts of a list box with several chosen.
+using FieldTexts = std::vector<std::string>;
+
+// A terminal field as people see it. All texts are UTF-8. What the standard lets a field inherit is looked for
+// in the fields above too, and an indirect entry is followed; an entry of a wrong kind counts as absent.
+struct FormField {
+    // The names from the top down with "." between them, which may occur in a name, too. A field at the
+    // top without a name has its index in `Fields`. Fields of the same path and kind are given as one, since the
+    // standard takes them for one field.
+    std::string path;
+    FieldKind kind = FieldKind::Unknown;
+    std::uint32_t flags = 0; // `Ff`, bits of `PDF::Field::Flags`
+    // `V` and `DV`; none when absent. That of a signature isn't given, only whether it is signed.
+    std::optional<FieldTexts> value;
+    std::optional<FieldTexts> defaultValue;
+    bool isSigned = false;
+    // `Opt` of a choice; of check boxes and radio buttons the export values, if they have any.
+    std::vector<FieldOption> options;
+    // The states in which a check box or radio button can be besides "Off", in the order of the widgets.
+    std::vector<std::string> states;
+    std::optional<std::int64_t> maxLength; // `MaxLen`, in UTF-16 units
+    std::string tooltip;                   // `TU`
+    std::string defaultAppearance;         // `DA`
+    PDF::Field::Quadding quadding = PDF::Field::Quadding::NotSet;
+    std::size_t widgetCount = 0; // places where the field is shown
+};
+// The flags that are set and mean something for the kind: "read-only", "required", "multiline" ...
+EXPORTED std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept;
+
+// What `fieldNames` finds.
+struct FormFields {
+    std::vector<FormField> fields; // in the order of the form
+    // What could not be shown, in words, the first hundred: parts of the form that lead nowhere or in circles,
+    // for instance. All other fields are there.
+    std::vector<std::string> passedOver;
+};
+
+// Every terminal field of the document's form; none when the document has no form. It looks at the
+// dictionaries as they are at the moment. Up to 16 MiB of texts are given; what is beyond is left out, as
+// `passedOver` says then. Refused: null, a document with Encrypt, one without a usable catalog, and an
+// AcroForm that is no dictionary.
+EXPORTED Result<FormFields> fieldNames(const Ref<PDF::Document>& document) noexcept;
+
+} // namespace Host

@@ -1,0 +1,43 @@
+#include <host/files/Open.h>
+
+#include <host/base/ErrorWords.h>
+
+namespace Host {
+
+Result<OpenedFile> open(const std::string& path) noexcept
+{
+    const Result<Ref<FileStripe>> file = FileStripe::open(path);
+    return file ? open(*file) : Result<OpenedFile>(file.refusal());
+}
+
+Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept
+{
+    if (!file)
+        return codeRefusal(ErrNullArgument);
+    file->seek(0);
+    Ref<PDF::Document> document = PDF::Document::create(file);
+    if (document)
+        return OpenedFile{std::move(document), file};
+    const std::uint32_t code = Error::get();
+    const std::string trouble = file->trouble();
+    return trouble.empty() ? codeRefusal(code) : Refusal{trouble, 0, true};
+}
+
+std::optional<Refusal> detach(OpenedFile& opened) noexcept
+{
+    if (!opened.document)
+        return codeRefusal(ErrNullArgument);
+    if (!opened.file)
+        return {};
+    const bool isCached = opened.document->cacheStreams();
+    const std::uint32_t code = Error::get();
+    // Asked at the end: what was read meanwhile may be neither the old nor the new.
+    if (!opened.file->isUnchanged())
+        return Refusal{"was changed since it was opened"};
+    if (!isCached)
+        return opened.file->trouble().empty() ? codeRefusal(code) : Refusal{opened.file->trouble(), code, true};
+    opened.file = nullptr;
+    return {};
+}
+
+} // namespace Host

@@ -1,0 +1,201 @@
+#include <host/losses/Examine.h>
+
+#include <document/Inspection.h>
+#include <host/base/ErrorWords.h>
+#include <host/files/Open.h>
+#include <host/losses/MeaningComparison.h>
+#include <host/losses/ObjectExamination.h>
+#include <host/losses/PartialMarks.h>
+#include <host/saving/Comparison.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+
+#include <algorithm>
+
+namespace Host {
+
+namespace {
+
+using namespace Libraries::Files::PDF;
+
+constexpr std::uint64_t largestOffset = 9'999'999'999; // that ten digits tell
+
+const Refusal endless{"has objects that overlap too often to be examined"};
+
+// Takes a written file and keeps nothing but its size.
+class Counter final : public ::Object, public virtual Interfaces::Stream {
+public:
+    std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
+    std::uint64_t read(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override { return 0; }
+    std::uint64_t write(BufferDesc&, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        _count += count;
+        return count;
+    }
+    std::uint64_t count() const noexcept { return _count; }
+
+private:
+    std::uint64_t _count = 0;
+};
+
+// The comments that belong to no object: between the header line and the first one, and in the newest table.
+void examineHeader(FileExamination& file)
+{
+    file.text().moveTo(0);
+    MeaningReader reader(file.text(), 0);
+    reader.skipSpace();
+    file.addComments(reader.takeComments());
+    for (const MeaningReader::Range& comment : file.chain().comments()) {
+        file.text().moveTo(comment.begin);
+        file.text().at(comment.end - 1);
+        file.addComments({comment});
+    }
+}
+
+// Gives the first row of the new table that stands for another number, in words.
+std::string examineRows(FileExamination& file)
+{
+    std::string words;
+    std::uint64_t row = file.chain().first();
+    for (const auto& object : objectsAsWritten(file.document())) {
+        if (object->id() == ++row)
+            continue;
+        const auto source = file.chain().rows().find(object->id());
+        const std::uint64_t offset = source == file.chain().rows().end() ? 0 : source->second.offset;
+        file.turnTo(*object);
+        file.add(LossKind::ShiftedRow, offset, nameOf(*object), "row " + std::to_string(row));
+        if (words.empty())
+            words = shiftedRowWords(*object, row);
+    }
+    return words;
+}
+
+// Takes out what is examined on its own, and the Size, which every save makes anew.
+void removeMarks(Meaning& trailer)
+{
+    std::vector<Meaning> parts;
+    for (std::size_t i = 0; i + 1 < trailer.parts.size(); i += 2) {
+        const Meaning& key = trailer.parts[i];
+        const auto isKey = [&key](const auto& mark) { return key.isName(mark.key); };
+        if (key.text == "Size" || std::any_of(std::begin(partialMarks), std::end(partialMarks), isKey))
+            continue;
+        parts.push_back(std::move(trailer.parts[i]));
+        parts.push_back(std::move(trailer.parts[i + 1]));
+    }
+    trailer.parts = std::move(parts);
+}
+
+// Whether the reader, which looks for the keyword before a trailer by counting brackets backwards, those in strings
+// too, passes over just the trailer.
+bool isPassedOver(const std::string& trailer)
+{
+    std::int64_t depth = 0;
+    for (std::size_t i = trailer.size(); i-- > 1;) {
+        const std::string_view pair(trailer.data() + i - 1, 2);
+        depth += pair == ">>";
+        depth -= pair == "<<";
+        if (depth == 0 && pair == "<<")
+            return i == 1;
+    }
+    return false;
+}
+
+void examineTrailer(FileExamination& file)
+{
+    if (file.chain().trailer().kind == Meaning::Kind::Nothing)
+        return; // the library found one without the table
+    SourceText& text = file.text();
+    const auto elements = writtenText(file.document(), file.document()->trailer());
+    const std::string bytes = elements ? bytesOf(*elements) : std::string();
+    SourceText writtenBytes(bytes);
+    Meaning written = MeaningReader(writtenBytes, 0).readValue();
+    const std::uint64_t begin = file.chain().trailer().begin;
+    text.moveTo(begin);
+    MeaningReader reader(text, begin);
+    Meaning meant = reader.readValue();
+    reader.skipSpace();
+    file.turnToNoObject();
+    file.addComments(reader.takeComments());
+    for (const auto& [key, kind, words] : partialMarks) {
+        const Meaning* mark = meant.find(key);
+        const Meaning* kept = written.find(key);
+        const std::string start = std::string("/") + key + " ";
+        if (mark)
+            file.add(kind, mark->begin, start + text.slice(mark->begin, mark->end, Losses::longestText),
+                kept ? start + writtenBytes.slice(kept->begin, kept->end, Losses::longestText) : "");
+    }
+    file.addLostReferences(meant);
+    removeMarks(meant);
+    removeMarks(written);
+    if (!isPassedOver(bytes))
+        file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Losses::longestText),
+            writtenBytes.slice(written.begin, written.end, Losses::longestText));
+    MeaningComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
+}
+
+// An object that the tables have and the document doesn't.
+void examineMissing(FileExamination& file, std::uint32_t id, const TableChain::Row& row)
+{
+    if (!file.isInFile(id, row))
+        return;
+    const bool isEarlier = row.place == TableChain::Place::EarlierTable;
+    file.text().moveTo(row.offset);
+    file.text().at(row.offset + Losses::longestText - 1);
+    file.losses().add({isEarlier ? LossKind::EarlierRevision : LossKind::SecondSubsection, id,
+        static_cast<std::uint16_t>(row.generation), row.offset,
+        file.text().slice(row.offset, file.text().size(), Losses::longestText), {}});
+}
+
+void examineMissing(FileExamination& file)
+{
+    for (const auto& [id, row] : file.chain().rows())
+        if (row.inUse && row.place != TableChain::Place::FirstSubsection && !file.hasObject(id, row.generation))
+            examineMissing(file, id, row);
+}
+
+Result<Examination> examine(FileExamination& file)
+{
+    examineHeader(file);
+    for (const auto& object : objectsAsWritten(file.document())) {
+        examineObject(file, *object);
+        if (file.isEndless())
+            return endless;
+    }
+    Examination result;
+    result.tableTrouble = examineRows(file);
+    examineTrailer(file);
+    examineMissing(file);
+    if (file.isEndless())
+        return endless;
+    const Ref<Counter> counter = make<Counter>();
+    if (file.losses().count(LossKind::Unwritable) == 0 && file.document()->write(counter))
+        result.size = counter->count();
+    if (result.tableTrouble.empty() && result.size > largestOffset)
+        result.tableTrouble = "the new file would be larger than the ten digits of an offset can tell";
+    result.losses = std::move(file.losses());
+    return result;
+}
+
+} // namespace
+
+Result<Examination> examine(const Ref<FileStripe>& file) noexcept
+{
+    const Result<OpenedFile> opened = open(file);
+    if (!opened)
+        return opened.refusal();
+    FileExamination examination(opened->document, file);
+    Result<Examination> result = examine(examination);
+    if (!file->trouble().empty())
+        return Refusal{file->trouble(), 0, true};
+    if (!file->isUnchanged())
+        return Refusal{"was changed since it was opened"};
+    return result;
+}
+
+Result<Examination> examine(const std::string& path) noexcept
+{
+    const Result<Ref<FileStripe>> file = FileStripe::open(path);
+    return file ? examine(*file) : Result<Examination>(file.refusal());
+}
+
+} // namespace Host

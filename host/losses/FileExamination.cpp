@@ -1,0 +1,99 @@
+#include <host/losses/FileExamination.h>
+
+#include <document/Inspection.h>
+#include <document/Syntax.h>
+#include <values/Object.h>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+constexpr std::uint64_t mostReadings = 16;        // of the file
+constexpr std::uint64_t firstAllowance = 1 << 16; // as of a small file more is taken than there is
+
+// As in the text of a reference.
+std::string numberOf(std::uint64_t id, std::uint64_t generation)
+{
+    return std::to_string(id) + " " + std::to_string(generation);
+}
+
+} // namespace
+
+FileExamination::FileExamination(Ref<Document> document, Ref<FileStripe> file) noexcept
+    : _document(std::move(document)), _text(file), _headers(std::move(file)), _chain(_text),
+      _takenByChain(_text.taken())
+{
+    for (const auto& object : objectsOf(_document))
+        _numbers.insert(numberOf(object->id(), object->generation()));
+}
+
+void FileExamination::turnTo(const PDF::Object& object) noexcept
+{
+    _model.id = object.id();
+    _model.generation = object.generation();
+}
+
+void FileExamination::add(
+    LossKind kind, std::uint64_t offset, std::string inFile, std::string written) noexcept
+{
+    _losses.add({kind, _model.id, _model.generation, offset, std::move(inFile), std::move(written)});
+}
+
+void FileExamination::addComments(const std::vector<MeaningReader::Range>& comments) noexcept
+{
+    for (const auto& [begin, end] : comments)
+        if (begin != 0 && !_text.isAt(begin, Syntax::endMarker))
+            add(LossKind::Comment, begin, _text.slice(begin, end, Losses::longestText));
+}
+
+void FileExamination::addLostReferences(const Meaning& value) noexcept
+{
+    if (value.kind == Meaning::Kind::Reference && isLost(value.text))
+        add(LossKind::LostReference, value.begin, value.text + " R", value.text + " R");
+    for (const Meaning& part : value.parts)
+        addLostReferences(part);
+}
+
+bool FileExamination::isInFile(std::uint32_t id, const TableChain::Row& row) noexcept
+{
+    const auto [known, isNew] = _areInFile.emplace(id, false);
+    if (!isNew || isTooMuch(_headers.taken()))
+        return known->second;
+    _headers.moveTo(row.offset);
+    MeaningReader reader(_headers, row.offset);
+    std::uint64_t foundId = 0;
+    std::uint64_t generation = 0;
+    known->second = reader.readCount(foundId) && foundId == id && reader.readCount(generation)
+        && generation == row.generation && reader.skipKeyword("obj");
+    return known->second;
+}
+
+bool FileExamination::isLost(const std::string& reference) noexcept
+{
+    if (_numbers.count(reference) != 0)
+        return false;
+    const auto row = _chain.rows().find(static_cast<std::uint32_t>(std::stoull(reference)));
+    if (row == _chain.rows().end())
+        return !_chain.isWhole();
+    return row->second.inUse && reference == numberOf(row->first, row->second.generation)
+        && isInFile(row->first, row->second);
+}
+
+bool FileExamination::hasObject(std::uint64_t id, std::uint64_t generation) const noexcept
+{
+    return _numbers.count(numberOf(id, generation)) != 0;
+}
+
+bool FileExamination::isEndless() const noexcept
+{
+    return isTooMuch(_text.taken() - _takenByChain) || isTooMuch(_headers.taken());
+}
+
+bool FileExamination::isTooMuch(std::uint64_t taken) const noexcept
+{
+    return taken / mostReadings > _text.size() + firstAllowance;
+}
+
+} // namespace Host

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <document/Document.h>
+#include <host/losses/Losses.h>
+#include <host/losses/TableChain.h>
+
+#include <unordered_map>
+#include <unordered_set>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// A file under examination: its text, and the document that the library made of it.
+class FileExamination {
+public:
+    FileExamination(Ref<PDF::Document> document, Ref<FileStripe> file) noexcept;
+
+    const Ref<PDF::Document>& document() const noexcept { return _document; }
+    SourceText& text() noexcept { return _text; }
+    const TableChain& chain() const noexcept { return _chain; }
+    Losses& losses() noexcept { return _losses; }
+
+    // What is listed from then on is in this object, or in none.
+    void turnTo(const PDF::Object& object) noexcept;
+    void turnToNoObject() noexcept { _model = {}; }
+    // A loss without kind, place and texts, in what was turned to.
+    const Loss& model() const noexcept { return _model; }
+    void add(LossKind kind, std::uint64_t offset, std::string inFile, std::string written = {}) noexcept;
+    // Lists comments that were passed since the text was last moved; header and end marker only look like some.
+    void addComments(const std::vector<MeaningReader::Range>& comments) noexcept;
+    // Lists the references in a value that lead to something in the file and to nothing in the document.
+    void addLostReferences(const Meaning& value) noexcept;
+    bool hasObject(std::uint64_t id, std::uint64_t generation) const noexcept;
+    // Whether an object with the numbers of a row stands where the row says.
+    bool isInFile(std::uint32_t id, const TableChain::Row& row) noexcept;
+
+    // Objects lie inside each other, or rows lead into the same blanks, and the file has been read so often that it
+    // would go on without end. What was asked since then has no answer.
+    bool isEndless() const noexcept;
+
+private:
+    bool isLost(const std::string& reference) noexcept;
+    bool isTooMuch(std::uint64_t taken) const noexcept;
+
+    const Ref<PDF::Document> _document;
+    SourceText _text;
+    SourceText _headers; // the same file, to look at single objects without letting go of what `_text` holds
+    std::unordered_map<std::uint32_t, bool> _areInFile; // what was found out of rows without an object here
+    const TableChain _chain;
+    const std::uint64_t _takenByChain;
+    std::unordered_set<std::string> _numbers; // of the document's objects
+    Loss _model{};
+    Losses _losses;
+};
+
+} // namespace Host

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <host/losses/Losses.h>
+#include <host/losses/MeaningReader.h>
+
+#include <utility>
+
+namespace Host {
+
+// Compares what stands in a file with what would be written for it, and lists what comes to mean something
+// else: the smallest parts that differ.
+class MeaningComparison {
+public:
+    // All must outlive the comparison. Of what differs a copy of `model` is listed, with kind, place and texts.
+    MeaningComparison(const SourceText& file, const SourceText& written, const Loss& model, Losses& losses) noexcept
+        : _file(file), _written(written), _model(model), _losses(losses)
+    {
+    }
+
+    void compare(const Meaning& meant, const Meaning& written) noexcept;
+    // Lists the two as they stand.
+    void add(LossKind kind, const Meaning& meant, const Meaning& written) noexcept;
+
+private:
+    // The entries of a dictionary in the order of their keys, equal ones in that of the text.
+    using Entries = std::vector<std::pair<std::string_view, const Meaning*>>;
+    static Entries entriesOf(const Meaning& dictionary) noexcept;
+    Entries takeRepeated(const Entries& entries) noexcept;
+    void compareArrays(const Meaning& meant, const Meaning& written) noexcept;
+    void compareDictionaries(const Meaning& meant, const Meaning& written) noexcept;
+
+    const SourceText& _file;
+    const SourceText& _written;
+    const Loss& _model;
+    Losses& _losses;
+};
+
+} // namespace Host

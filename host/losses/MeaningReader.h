@@ -1,0 +1,98 @@
+#pragma once
+
+#include <host/losses/SourceText.h>
+
+#include <string>
+#include <vector>
+
+namespace Host {
+
+// What a part of a text means by the rules of the PDF format, which the library's reading doesn't always
+// follow.
+struct Meaning {
+    enum class Kind { Null, Boolean, Number, Name, String, Reference, Array, Dictionary, Nothing };
+
+    // What the text is written with. The library's reading loses some of it.
+    enum Trait : unsigned {
+        RawBytes = 1,          // a literal string with bytes from 128 to 159 as they are
+        UndefinedOctals = 2,   // one with an octal escape of 129, 141, 143, 144 or 157
+        DoubledBackslashes = 4,
+        Backslash = 8,         // a literal string that has a backslash among its characters
+        OddDigits = 16,        // a hexadecimal string
+        GluedWord = 32,        // a word that a bracket follows at once, or a list that has such a word in it
+        LeadingZeros = 64,     // a fraction with zeros before its first other digit
+    };
+
+    Kind kind = Kind::Nothing;
+    std::uint64_t begin = 0; // its place in the text
+    std::uint64_t end = 0;
+    unsigned traits = 0;
+    // Equal when scalars mean the same: the digits of a number without those that say nothing, the bytes of a
+    // string, a name as it stands, "12 0" of a reference.
+    std::string text;
+    // The elements of an array; of a dictionary keys and values in turn, in the order of the text.
+    std::vector<Meaning> parts;
+
+    bool is(Trait trait) const noexcept { return (traits & trait) != 0; }
+    // Whether it is this name, however that is written: "/Pr#65v" is Prev.
+    bool isName(std::string_view name) const noexcept;
+    // The value under a key of a dictionary, the last one of several; null when there is none, or the null value,
+    // which means the same.
+    const Meaning* find(std::string_view key) const noexcept;
+    // A number that is whole, not negative and has at most 18 digits.
+    bool isCount() const noexcept;
+    // The number for which that holds.
+    std::uint64_t count() const noexcept { return std::stoull(text); }
+};
+
+// Reads a text by the rules of the PDF format, on its own, without anything of the library's parser. What is
+// no value reads as `Nothing`, and the reader goes on behind it: no text stops it, and it never stands still
+// before the end. Values nest as deep as the library lets them.
+class MeaningReader {
+public:
+    // The text must outlive the reader, and have been moved to `position` or before it.
+    MeaningReader(SourceText& text, std::uint64_t position) noexcept : _text(text), _position(position) {}
+
+    // The value that follows, references included.
+    Meaning readValue() noexcept;
+    // Passes white space and comments.
+    void skipSpace() noexcept;
+    // Whether a character separates words.
+    static bool isSpace(int c) noexcept;
+    // Whether it can be part of a word or a name.
+    static bool isRegular(int c) noexcept;
+    // Passes these, and the keyword; false, and nothing of it is passed, when it doesn't follow.
+    bool skipKeyword(std::string_view keyword) noexcept;
+    // The whole number that follows, not negative; false, with the reader where it was, when it is none.
+    bool readCount(std::uint64_t& number) noexcept;
+    // A table's section has its entries in rows of two numbers and a letter.
+    bool readLetter(char& letter) noexcept;
+
+    std::uint64_t position() const noexcept { return _position; }
+    // The comments passed so far, each from its "%" to the end of its line.
+    struct Range {
+        std::uint64_t begin;
+        std::uint64_t end;
+    };
+    std::vector<Range> takeComments() noexcept { return std::move(_comments); }
+
+private:
+    int here() noexcept { return _text.at(_position); }
+    Meaning readPart() noexcept;
+    void readList(Meaning& list, std::string_view end) noexcept;
+    void readDictionary(Meaning& dictionary) noexcept;
+    void readName(Meaning& name) noexcept;
+    void readLiteral(Meaning& string) noexcept;
+    void readEscape(Meaning& string) noexcept;
+    void readHexadecimal(Meaning& string) noexcept;
+    void readWord(Meaning& word) noexcept;
+    bool readReferenceTail(Meaning& id) noexcept;
+    std::string takeRegular() noexcept;
+
+    SourceText& _text;
+    std::uint64_t _position;
+    unsigned _depth = 0; // of the lists that are being read
+    std::vector<Range> _comments;
+};
+
+} // namespace Host

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <host/losses/Losses.h>
+
+namespace Host {
+
+// Entries of a trailer that say that what is in memory is not the whole file.
+constexpr struct {
+    const char* key;
+    LossKind kind;
+    const char* words; // why a document that has it isn't saved
+} partialMarks[] = {
+    {"Prev", LossKind::EarlierRevision,
+        "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
+    {"XRefStm", LossKind::ObjectStream,
+        "the document has further objects in streams, and they would be lost (XRefStm)"},
+    {"Encrypt", LossKind::Encryption,
+        "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
+};
+
+} // namespace Host

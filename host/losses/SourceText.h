@@ -1,0 +1,43 @@
+#pragma once
+
+#include <host/files/FileStripe.h>
+
+#include <string>
+#include <vector>
+
+namespace Host {
+
+// The bytes of a text that is looked at from a place onwards: of a file, or of a text in memory. What was
+// looked at since the last `moveTo` is held.
+class SourceText {
+public:
+    static constexpr int end = -1;
+
+    explicit SourceText(Ref<FileStripe> file) noexcept : _file(std::move(file)) {}
+    explicit SourceText(std::string text) noexcept : _held(std::move(text)) {}
+
+    // Lets go of what is held, and goes on from `position`. Only for a file.
+    void moveTo(std::uint64_t position) noexcept;
+    // The byte at a position at or behind the last one moved to; `end` behind the last byte, and where the
+    // file can't be read, which its `trouble` tells.
+    int at(std::uint64_t position) noexcept;
+    bool isAt(std::uint64_t position, std::string_view text) noexcept;
+    // Those bytes of a range that were looked at, at most `longest` of them.
+    std::string slice(std::uint64_t begin, std::uint64_t behind, std::size_t longest) const noexcept;
+    // How many bytes were taken from the file so far, again after each `moveTo`. Whoever follows what a file
+    // says to ever new places in it gives up at a multiple of its size.
+    std::uint64_t taken() const noexcept { return _taken; }
+    // In bytes.
+    std::uint64_t size() const noexcept { return _file ? _file->size() : _held.size(); }
+
+private:
+    bool readOn() noexcept;
+
+    const Ref<FileStripe> _file; // null for a text in memory
+    std::uint64_t _start = 0;    // of what is held
+    std::string _held;
+    std::uint64_t _taken = 0;
+    std::vector<std::uint32_t> _block; // kept for its memory alone
+};
+
+} // namespace Host

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <host/losses/MeaningReader.h>
+
+#include <map>
+#include <optional>
+
+namespace Host {
+
+// The cross-reference tables of a file, as the format means them: all subsections of the newest one, and
+// those that Prev leads to. Tables in streams are not read, and no more of tables that lie inside each other
+// once they have taken 16 times the size of the file.
+class TableChain {
+public:
+    enum class Place { FirstSubsection, FurtherSubsection, EarlierTable };
+    struct Row {
+        std::uint64_t offset;
+        std::uint64_t generation;
+        Place place;
+        bool inUse;
+    };
+
+    explicit TableChain(SourceText& text) noexcept;
+
+    // The newest row of each number.
+    const std::map<std::uint32_t, Row>& rows() const noexcept { return _rows; }
+    // The number that the first subsection begins with.
+    std::uint32_t first() const noexcept { return _first; }
+    // The trailer of the newest table; `Nothing` when there is none behind it.
+    const Meaning& trailer() const noexcept { return _trailer; }
+    // Comments between the rows of the newest table and before its trailer.
+    const std::vector<MeaningReader::Range>& comments() const noexcept { return _comments; }
+    // Whether there is no more than what was read.
+    bool isWhole() const noexcept { return _isWhole; }
+
+private:
+    std::optional<std::uint64_t> findStart() noexcept;
+    Meaning readTable(std::uint64_t offset, bool isNewest) noexcept;
+    bool readRow(MeaningReader& reader, std::uint32_t id, Place place) noexcept;
+
+    SourceText& _text;
+    std::map<std::uint32_t, Row> _rows;
+    std::uint32_t _first = 0;
+    Meaning _trailer;
+    std::vector<MeaningReader::Range> _comments;
+    bool _isWhole = true;
+};
+
+} // namespace Host

@@ -1,0 +1,245 @@
+#include <host/pages/Background.h>
+
+#include <document/Keys.h>
+#include <host/base/ErrorWords.h>
+#include <host/pages/MergeForecast.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+
+#include <algorithm>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+// What `addBackground` adds to the code of a foreign page list.
+constexpr std::uint32_t foreignCodes = 0x100;
+
+Refusal at(const std::string& place, const Refusal& refusal)
+{
+    return {place + ": " + refusal.words, refusal.code};
+}
+
+std::string pageWords(std::size_t index)
+{
+    return "page " + std::to_string(index + 1);
+}
+
+// Which default color spaces there are, a bit each: what content that names none is drawn with.
+unsigned defaultSpacesOf(const Resources& resources)
+{
+    static const Ref<::String> category = ::String::create("ColorSpace");
+    static const Ref<::String> defaults[] = {
+        ::String::create("DefaultGray"), ::String::create("DefaultRGB"), ::String::create("DefaultCMYK")};
+    const auto spaces = resources.find(category);
+    unsigned bits = 0;
+    for (const Ref<::String>& name : defaults)
+        bits = bits << 1 | unsigned(spaces != resources.end() && spaces->second->names.contains(name));
+    return bits;
+}
+
+// Pages that a warning is about.
+struct Pages {
+    std::size_t first = 0;
+    std::size_t count = 0;
+
+    void add(std::size_t index)
+    {
+        if (count++ == 0)
+            first = index;
+    }
+    std::string words() const
+    {
+        return pageWords(first) + (count > 1 ? " (and " + std::to_string(count - 1) + " more)" : "");
+    }
+};
+
+// Goes through the stages of `addBackground` beforehand. What fails in the reading half is left to it, since
+// it changes nothing then.
+class Look {
+public:
+    Look(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode);
+
+    // The first reason to refuse.
+    std::optional<Refusal> run();
+    std::size_t pageCount() const { return _pageCount; }
+    std::vector<std::string> warnings() const;
+
+private:
+    std::size_t foreignIndex(std::size_t page) const { return std::min(page, _foreignPages.size() - 1); }
+    std::optional<Refusal> lookAtPage(std::size_t index, const Ref<Dictionary>& page);
+    std::optional<Refusal> merge(std::size_t index, const Resources& foreign, const Dictionary& page);
+    std::optional<Refusal> lookAtHeirs();
+    std::optional<Refusal> lookAtHeir(std::size_t index, const Resources& inherited);
+
+    const Ref<Document> _document;
+    const Ref<Document> _foreign;
+    const StackVector<Ref<PDF::Object>> _pages;
+    StackVector<Ref<PDF::Object>> _foreignPages; // those that are used
+    std::size_t _pageCount = 0;                  // that get a background
+    MergeForecast _forecast;
+    std::shared_ptr<Resources> _rootResources;
+    std::vector<std::size_t> _heirs; // pages beneath which a foreign one goes that inherits its resources
+    Pages _lacking;                  // those among them that don't see all of these
+    std::string _missing;            // what the first of them doesn't see
+    Pages _recolored;                // with other default color spaces than what is drawn there was made with
+    std::size_t _copyCount = 0;      // pages that get copies of their own
+};
+
+Look::Look(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
+    : _document(document), _foreign(foreign), _pages(document->getPages()), _foreignPages(foreign->getPages()),
+      _pageCount(_pages.size()), _forecast(document, foreign)
+{
+    const bool isFirstOnly = mode == BackgroundMode::FirstPageOnly || mode == BackgroundMode::AllPages;
+    if (isFirstOnly && !_foreignPages.empty())
+        _foreignPages.resize(1);
+    if (mode == BackgroundMode::FirstPageOnly || mode == BackgroundMode::PagePairs)
+        _pageCount = std::min(_pageCount, _foreignPages.size());
+}
+
+std::optional<Refusal> Look::run()
+{
+    if (_pages.empty() || _foreignPages.empty())
+        return {};
+    if (_foreign->trailer()->find(::String::create("Encrypt")))
+        return Refusal{"the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
+    Result<std::shared_ptr<Resources>> root =
+        _forecast.resourcesOf(*_document, *_document->getPageCatalog()->valueAsDictionary());
+    if (!root)
+        return at("the root of the page tree", root.refusal());
+    _rootResources = *root;
+    for (std::size_t i = 0; i < _pageCount; ++i)
+        if (auto refusal = lookAtPage(i, _pages[i]->valueAsDictionary()))
+            return at(pageWords(i), *refusal);
+    return _heirs.empty() ? std::nullopt : lookAtHeirs();
+}
+
+std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>& page)
+{
+    const Ref<Dictionary> foreignPage = _foreign->valueAsDict(_foreignPages[foreignIndex(index)]->value());
+    if (!foreignPage)
+        return {};
+    if (!page)
+        return codeRefusal(ErrBadContents);
+    if (page->find(Keys::kids))
+        return Refusal{"this is a branch of the page tree with pages of its own, and its content is not drawn"};
+    Result<std::shared_ptr<Resources>> foreign = _forecast.resourcesOf(*_foreign, *foreignPage);
+    if (!foreign)
+        return at(pageWords(foreignIndex(index)) + " of the other document", foreign.refusal());
+    if (*foreign)
+        return merge(index, **foreign, *page);
+    _heirs.push_back(index);
+    const Ref<Value> own = page->find(Keys::resources);
+    return own && !_document->valueAsDict(own) ? std::optional(codeRefusal(ErrBadContents)) : std::nullopt;
+}
+
+std::optional<Refusal> Look::merge(std::size_t index, const Resources& foreign, const Dictionary& page)
+{
+    Result<std::shared_ptr<Resources>> own = _forecast.madeResourcesOf(page);
+    if (!own)
+        return own.refusal();
+    const bool isHeir = _rootResources && !page.find(Keys::resources);
+    const unsigned spacesBefore = defaultSpacesOf(isHeir ? *_rootResources : **own);
+    std::optional<std::string> trouble;
+    if (_rootResources)
+        trouble = _forecast.merge(MergeForecast::Source::RootOfTree, *_rootResources, **own);
+    if (!trouble)
+        trouble = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
+    const unsigned spaces = defaultSpacesOf(**own);
+    if (spaces != spacesBefore || spaces != defaultSpacesOf(foreign))
+        _recolored.add(index);
+    _copyCount += _forecast.hasCopied();
+    return trouble ? std::optional(Refusal{*trouble}) : std::nullopt;
+}
+
+// What is inherited goes into the root of the page tree, where a page with resources of its own doesn't look.
+std::optional<Refusal> Look::lookAtHeirs()
+{
+    Result<std::shared_ptr<Resources>> found =
+        _forecast.resourcesOf(*_foreign, *_foreign->getPageCatalog()->valueAsDictionary());
+    if (!found)
+        return at("the root of the other document's page tree", found.refusal());
+    const std::shared_ptr<Resources> inherited = *found ? *found : std::make_shared<Resources>();
+    const auto root = _forecast.madeResourcesOf(*_document->getPageCatalog()->valueAsDictionary());
+    const unsigned spacesBefore = defaultSpacesOf(**root);
+    if (const auto trouble = _forecast.merge(MergeForecast::Source::Foreign, *inherited, **root))
+        return at(pageWords(_heirs.front()), {"in the root of the page tree, " + *trouble});
+    const unsigned spaces = defaultSpacesOf(**root);
+    const bool isRecolored = spaces != spacesBefore || spaces != defaultSpacesOf(*inherited);
+    for (const std::size_t index : _heirs) {
+        if (isRecolored && !_pages[index]->valueAsDictionary()->find(Keys::resources))
+            _recolored.add(index);
+        if (auto refusal = lookAtHeir(index, *inherited))
+            return at(pageWords(index), *refusal);
+    }
+    return {};
+}
+
+// Looks at a page's own resources in place of the inherited ones.
+std::optional<Refusal> Look::lookAtHeir(std::size_t index, const Resources& inherited)
+{
+    const auto own = _forecast.resourcesOf(*_document, *_pages[index]->valueAsDictionary());
+    if (!own)
+        return own.refusal();
+    if (!*own)
+        return {};
+    if (defaultSpacesOf(**own) != defaultSpacesOf(inherited))
+        _recolored.add(index);
+    const MergeForecast::Hidden hidden = _forecast.findHidden(inherited, **own);
+    if (!hidden.wrong.empty())
+        return Refusal{hidden.wrong + " is another one than that which the page of the other document inherits"};
+    if (hidden.missing.empty())
+        return {};
+    _missing = _lacking.count == 0 ? hidden.missing : _missing;
+    _lacking.add(index);
+    return {};
+}
+
+std::vector<std::string> Look::warnings() const
+{
+    std::vector<std::string> warnings;
+    if (_lacking.count > 0)
+        warnings.push_back(_lacking.words() + " has resources of its own and so won't show " + _missing
+            + ", and what else the page of the other document inherits from its page tree");
+    if (_recolored.count > 0)
+        warnings.push_back(_recolored.words() + " has other default color spaces than its content or that of the"
+            + " other document was made with, so that colors may change");
+    if (_copyCount > 1)
+        warnings.push_back("the page of the other document carries its resources itself, and each of "
+            + std::to_string(_copyCount) + " pages gets copies of its own of what they refer to");
+    return warnings;
+}
+
+} // namespace
+
+Result<Underlaid> background(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
+    const BackgroundOptions& options) noexcept
+{
+    if (!document || !foreign)
+        return codeRefusal(ErrNullArgument);
+    if (mode > BackgroundMode::PagePairsRepeatLast)
+        return codeRefusal(ErrInvalidArgument);
+    Look look(document, foreign, mode);
+    const auto trouble = look.run();
+    if (trouble && !options.isForced)
+        return *trouble;
+    Underlaid result{look.pageCount(), look.warnings()};
+    if (trouble)
+        result.warnings.push_back(trouble->words);
+    if (document->addBackground(foreign, mode))
+        return result;
+    const std::uint32_t code = Error::get();
+    if (trouble)
+        return Refusal{trouble->words, code};
+    if (code == ErrBadPages + foreignCodes)
+        return Refusal{std::string(errorWords(ErrBadPages)) + ", in the other document", code};
+    // Collisions were found before, and this is what is left.
+    if (code == ErrNoResource)
+        return Refusal{"resources can't be copied, since a reference in them leads nowhere or back to itself or data"
+                       " can't be read, or the Contents of a page are neither reference nor array", code};
+    return codeRefusal(code);
+}
+
+} // namespace Host

@@ -1,0 +1,206 @@
+#include <host/saving/Comparison.h>
+
+#include <document/Inspection.h>
+#include <host/base/Characters.h>
+#include <host/base/ErrorWords.h>
+#include <host/files/MemoryStripe.h>
+#include <platform/CharReader.h>
+#include <platform/StrConv.h>
+#include <platform/StringUtil.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+#include <values/Stream.h>
+
+#include <algorithm>
+
+namespace Host {
+
+namespace {
+
+using namespace Libraries::Files::PDF;
+
+// One side of the comparison.
+struct Side {
+    Ref<Document> document;
+    Ref<Value> value;
+};
+
+bool isSameText(const Side& a, const Side& b)
+{
+    const auto left = writtenText(a.document, a.value);
+    const auto right = writtenText(b.document, b.value);
+    return left && right && left->size() == right->size()
+        && Mem::equal(left->data(), right->data(), left->size() * sizeof(*left->data()));
+}
+
+// What of a value stands in front of its data, if it is a stream; all of it otherwise.
+Ref<Value> withoutData(const Ref<Value>& value)
+{
+    const Ref<Stream> stream = valueAs<Stream>(value);
+    return stream ? Ref<Value>(stream->dict()) : value;
+}
+
+bool beginsWithLineFeed(const Ref<Document>& document, const Ref<Value>& value)
+{
+    const Ref<Stream> stream = valueAs<Stream>(value);
+    const Ref<Interfaces::Stripe> data = stream ? document->streamData(stream, false) : nullptr;
+    if (!data)
+        return false;
+    const std::uint64_t position = data->tell();
+    std::uint32_t first = 0;
+    BufferDesc area = BufferDesc::plain(&first);
+    const bool isRead = data->seek(0) == 0 && data->read(area, 1, waitForever) == 1;
+    data->seek(position);
+    return isRead && first == '\n';
+}
+
+// Why a value that was written comes back otherwise.
+std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value)
+{
+    // Two in a row stand for one that is in a string.
+    const std::uint32_t doubled[] = {'\\', '\\'};
+    const auto text = writtenText(document, withoutData(value));
+    const std::uint32_t* end = text ? text->data() + text->size() : nullptr;
+    if (text && std::search(text->data(), end, doubled, std::end(doubled)) != end)
+        return ": a string in it holds a backslash, which is written as two and read otherwise";
+    if (lineEndingOf(document)->equals("\r") && beginsWithLineFeed(document, value))
+        return ": its data begins with a line feed, which is taken for a part of the line ending CR before it";
+    return {};
+}
+
+Refusal differs(const std::string& what, const Ref<Document>& document, const Ref<Value>& value)
+{
+    return {what + " would be read back otherwise than it is written" + reasonFor(document, value)};
+}
+
+// The number that the table of a written file begins with; none when it can't be found.
+std::optional<unsigned long long> firstRow(const Ref<FileStripe>& written)
+{
+    constexpr std::uint64_t longestTail = 64; // from startxref to the end
+    const Ref<CharReader> lines = CharReader::create(written, 0);
+    written->seek(written->size() - std::min(longestTail, written->size()));
+    Ref<::String> line = lines->readLine();
+    while (line && !line->equals("startxref"))
+        line = lines->readLine();
+    unsigned long long offset = 0;
+    if (!StrConv::num(lines->readLine(), &offset, nullptr))
+        return {};
+    written->seek(offset);
+    lines->readLine(); // the keyword
+    const auto header = StringUtil::split(lines->readLine(), ' ', 0);
+    unsigned long long first = 0;
+    if (!header || !StrConv::num(header->get(0), &first, nullptr))
+        return {};
+    return first;
+}
+
+// The first object whose row in the table stands for another number. The table has one row for each
+// object, behind a first one for none, and an object of a gap has no row.
+std::optional<Refusal> findShiftedRow(const StackVector<Ref<PDF::Object>>& objects, const Ref<FileStripe>& written)
+{
+    const auto first = firstRow(written);
+    for (std::size_t i = 0; first && i < objects.size(); ++i) {
+        const unsigned long long row = *first + 1 + i;
+        if (objects[i]->id() != row)
+            return Refusal{shiftedRowWords(*objects[i], row)};
+    }
+    return {};
+}
+
+// A file that holds a value as its only object, number 1.
+std::vector<std::uint8_t> fileOfOne(const Ref<Document>& document, const Ref<Value>& value)
+{
+    std::vector<std::uint8_t> bytes;
+    std::string eol;
+    lineEndingOf(document)->forEach([&eol](char32_t c) { eol += static_cast<char>(c); });
+    const auto add = [&bytes](const std::string& text) { bytes.insert(bytes.end(), text.begin(), text.end()); };
+    const auto place = [&bytes] { return std::to_string(bytes.size()); };
+    add("%PDF-1.7" + eol);
+    const std::string object = place();
+    add("1 0 obj" + eol);
+    const auto text = writtenText(document, value);
+    for (std::size_t i = 0; text && i < text->size(); ++i)
+        bytes.push_back(static_cast<std::uint8_t>(byteOfElement(text->data()[i])));
+    add(eol + "endobj" + eol);
+    const std::string table = place();
+    add("xref" + eol + "1 1" + eol + object + " 0 n" + eol + "trailer" + eol + "<< >>" + eol);
+    add("startxref" + eol + table + eol + "%%EOF" + eol);
+    return bytes;
+}
+
+bool canBeRead(const Ref<Document>& document, const Ref<Value>& value)
+{
+    return Document::create(make<MemoryStripe>(fileOfOne(document, value))) != nullptr;
+}
+
+// Looks for what keeps the file from being opened: each object is tried in a file of its own.
+Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& written, std::uint32_t code)
+{
+    const auto objects = objectsAsWritten(document);
+    if (auto shifted = findShiftedRow(objects, written))
+        return *shifted;
+    for (const auto& object : objects)
+        if (!canBeRead(document, withoutData(object->value())))
+            return Refusal{nameOf(*object) + " could not be read again" + reasonFor(document, object->value()), code};
+    if (!canBeRead(document, document->trailer()))
+        return Refusal{"the trailer could not be read again" + reasonFor(document, document->trailer()), code};
+    return codeRefusal(code, "the new file could not be read again: ");
+}
+
+std::optional<Refusal> compareTrailers(const Ref<Document>& before, const Ref<Document>& after)
+{
+    const Ref<Dictionary> written = before->trailer();
+    const Ref<Dictionary> read = after->trailer();
+    for (const auto& keys : {written->keys(), read->keys()})
+        for (const auto& key : *keys)
+            if (!key->equals("Size") && !isSameText({before, written->find(key)}, {after, read->find(key)}))
+                return differs("the trailer", before, written);
+    return {};
+}
+
+std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Document>& after)
+{
+    const auto written = objectsAsWritten(before);
+    const auto read = objectsAsWritten(after);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const PDF::Object& object = *written[i];
+        if (i >= read.size() || read[i]->id() != object.id() || read[i]->generation() != object.generation())
+            return Refusal{nameOf(object) + " is not found again"};
+        if (!isSameText({before, object.value()}, {after, read[i]->value()}))
+            return differs(nameOf(object), before, object.value());
+    }
+    if (read.size() > written.size())
+        return Refusal{nameOf(*read[written.size()]) + " is found, but was not written"};
+    return {};
+}
+
+} // namespace
+
+StackVector<Ref<PDF::Object>> objectsAsWritten(const Ref<Document>& document) noexcept
+{
+    auto objects = objectsOf(document);
+    std::stable_sort(objects.begin(), objects.end(), [](const auto& a, const auto& b) { return a->id() < b->id(); });
+    return objects;
+}
+
+std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept
+{
+    return nameOf(object) + " is written as row " + std::to_string(row)
+        + " of the table: the numbers of the objects don't follow each other from the table's first on";
+}
+
+std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<FileStripe>& written) noexcept
+{
+    const Ref<Document> again = Document::create(written);
+    if (!again)
+        return whyUnreadable(document, written, Error::get());
+    if (again->version() != document->version())
+        return Refusal{"the version would be read back otherwise than it is written"};
+    if (!lineEndingOf(again)->equals(lineEndingOf(document)))
+        return Refusal{"the line ending would be read back otherwise than it is written"};
+    if (auto difference = compareTrailers(document, again))
+        return difference;
+    return compareObjects(document, again);
+}
+
+} // namespace Host

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <document/Document.h>
+#include <host/files/FileStripe.h>
+
+#include <optional>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// Opens a file that `document` was just written to, and compares: version, line ending, trailer but for
+// Size, and object by object id, generation and written text, stream data included. The refusal names the
+// first object that comes back otherwise, and the reason; none when the file is the same document.
+std::optional<Refusal> findDifference(
+    const Ref<PDF::Document>& document, const Ref<FileStripe>& written) noexcept;
+
+// The objects of the document in the order in which they are written.
+StackVector<Ref<PDF::Object>> objectsAsWritten(
+    const Ref<PDF::Document>& document) noexcept;
+
+// Why an object that the new table has in the row of another number can't be found by its own.
+std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept;
+
+} // namespace Host

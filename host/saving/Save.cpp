@@ -1,0 +1,130 @@
+#include <host/saving/Save.h>
+
+#include <document/Inspection.h>
+#include <host/base/Characters.h>
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
+#include <host/losses/Examine.h>
+#include <host/losses/PartialMarks.h>
+#include <host/saving/Comparison.h>
+#include <values/Dictionary.h>
+#include <values/Object.h>
+#include <values/Stream.h>
+
+namespace Host {
+
+namespace {
+
+using namespace Libraries::Files::PDF;
+
+bool isChanged(const Ref<FileStripe>& source)
+{
+    return source && !source->isUnchanged();
+}
+
+const Refusal changedSource{"the file that the document was opened from was changed since"};
+
+// Why a document with this trailer isn't all in memory; null when it is.
+const char* wordsOfMark(const Dictionary& trailer)
+{
+    const auto keys = trailer.keys();
+    for (const Ref<::String>& key : *keys)
+        for (const auto& mark : partialMarks)
+            if (isSameName(toUtf8(key), mark.key) && trailer.find(key)->type() != Value::Type::Null)
+                return mark.words;
+    return nullptr;
+}
+
+std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref<FileStripe>& source)
+{
+    if (objectsOf(document).empty())
+        return Refusal{"the document has no objects"};
+    if (const char* words = wordsOfMark(*document->trailer()))
+        return Refusal{words};
+    if (!document->getCatalog())
+        return codeRefusal(Error::get(), "the document has no catalog: ");
+    if (isChanged(source))
+        return changedSource;
+    return {};
+}
+
+// Why a strict save is none.
+std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
+{
+    if (!source)
+        return Refusal{"the file that the document was opened from is not at hand to be examined"};
+    const Result<Examination> examination = examine(source);
+    if (!examination)
+        return Refusal{"the file that the document was opened from " + examination.refusal().words,
+            examination.refusal().code};
+    if (examination->losses.countOfMeaning() == 0)
+        return {};
+    return Refusal{"saving loses " + examination->losses.summary()};
+}
+
+// Why the document could not be written: the failure of a file, or else the first object without a text.
+Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const Ref<FileStripe>& source)
+{
+    const std::uint32_t code = Error::get();
+    if (out.failure())
+        return *out.failure();
+    if (source && !source->trouble().empty())
+        return {"the file that the document was opened from " + source->trouble(), code};
+    for (const auto& object : objectsAsWritten(document)) {
+        if (writtenText(document, object->value()))
+            continue;
+        const Ref<Stream> stream = valueAs<Stream>(object->value());
+        const bool hasNoData = stream && !document->streamData(stream, false);
+        const std::string reason = hasNoData ? ": " + std::string(errorWords(Error::get())) : "";
+        return {nameOf(*object) + " can't be written" + reason, code};
+    }
+    return codeRefusal(code);
+}
+
+std::optional<Refusal> verify(const Ref<Document>& document, FileOutput& out)
+{
+    Result<Ref<FileStripe>> written = out.reopen();
+    if (!written)
+        return written.refusal();
+    return findDifference(document, *written);
+}
+
+} // namespace
+
+Result<Saved> save(const Ref<Document>& document, const std::string& path, const SaveOptions& options) noexcept
+{
+    if (!document)
+        return codeRefusal(ErrNullArgument);
+    if (!options.isPartialAllowed)
+        if (auto refusal = refuseBeforehand(document, options.source))
+            return *refusal;
+    if (options.isStrict)
+        if (auto refusal = refuseLosses(options.source))
+            return *refusal;
+    Result<Ref<FileOutput>> out = FileOutput::create(path);
+    if (!out) {
+        Refusal refusal = out.refusal();
+        refusal.isUnusable = true;
+        return refusal;
+    }
+    if (!document->write(*out))
+        return whyUnwritten(document, **out, options.source);
+    if (!options.isUnverified)
+        if (auto difference = verify(document, **out))
+            return *difference;
+    // What was read from it meanwhile may be neither the old nor the new.
+    if (!options.isPartialAllowed && isChanged(options.source))
+        return changedSource;
+    Result<Durability> durability = (*out)->commit();
+    if (!durability)
+        return durability.refusal();
+    return Saved{(*out)->count(), *durability};
+}
+
+Result<Saved> save(const OpenedFile& opened, const std::string& path, SaveOptions options) noexcept
+{
+    options.source = opened.file;
+    return save(opened.document, path, options);
+}
+
+} // namespace Host

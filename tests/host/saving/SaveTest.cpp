@@ -1,0 +1,166 @@
+#include <host/saving/Save.h>
+
+#include <tests/support/Streams.h>
+#include <tests/support/TestFolder.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+using namespace Tests;
+using namespace Host;
+
+namespace {
+
+bool holds(const std::string& text, const std::string& piece)
+{
+    return text.find(piece) != text.npos;
+}
+
+const SaveOptions partial{true, false, nullptr};
+const SaveOptions unverified{false, true, nullptr};
+const SaveOptions unchecked{true, true, nullptr};
+
+struct Save : testing::Test {
+    const TestFolder folder;
+};
+
+} // namespace
+
+TEST_F(Save, refusesWhatWouldNotComeBack)
+{
+    // What the options still refuse: nothing, the comparison, or what is looked at beforehand.
+    enum Refusing { Nobody, Comparing, Beforehand };
+    const auto with = [](const char* value) { return PdfText().pages().object(3, value); };
+    const auto withTrailer = [](const char* entries) { return PdfText().pages().trailer(entries); };
+    const std::string backslash = "a string in it holds a backslash";
+    const std::string unreadable = " could not be read again: " + backslash;
+    const std::string otherwise = " would be read back otherwise than it is written: ";
+    const std::tuple<const char*, std::string, Refusing, std::string> cases[] = {
+        {"a plain document", with("(text \\( \\033 \\200)"), Nobody, ""},
+        {"every line ending", PdfText("\r").pages().stream(3, "data\r"), Nobody, ""},
+        {"CR LF before a line feed", PdfText("\r\n").pages().stream(3, "\ndata"), Nobody, ""},
+        {"names with two backslashes", with("/a\\\\b"), Nobody, ""},
+        {"a gap in the ids", with("1").object(12, "2"), Comparing, "object 12 is written as row 4 of the table"},
+        {"a backslash that makes the object unreadable", with("(a\\134)"), Comparing, "object 3" + unreadable},
+        {"a backslash that is read as something else", with("1").object(4, "[ (a\\134n) ]"), Comparing,
+            "object 4" + otherwise + backslash},
+        {"a backslash in a stream's dictionary", PdfText().pages().stream(3, "data", "/F (a\\134n)"), Comparing,
+            "object 3" + otherwise + backslash},
+        {"a backslash in the trailer", withTrailer("/ID [ (a\\134) (b) ]"), Comparing, "the trailer" + unreadable},
+        {"a backslash in the trailer that is read as something else", withTrailer("/ID [ (a\\134n) ]"), Comparing,
+            "the trailer" + otherwise + backslash},
+        {"CR before a line feed",
+            PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream"), Comparing,
+            "object 3" + otherwise + "its data begins with a line feed"},
+        {"no objects", PdfText().root(""), Beforehand, "has no objects"},
+        {"no catalog", PdfText().pages().root("2 0 R"), Beforehand, "has no catalog"},
+        {"an updated file", withTrailer("/Prev 9"), Beforehand, "(Prev)"},
+        {"a hybrid file", withTrailer("/XRefStm 9"), Beforehand, "(XRefStm)"},
+        {"an encrypted file", withTrailer("/Encrypt 9 0 R"), Beforehand, "(Encrypt)"},
+    };
+    for (const auto& [rule, file, refusing, words] : cases) {
+        SCOPED_TRACE(rule);
+        const std::string target = folder.put("target", "old");
+        const Ref<PDF::Document> document = Tests::open(file);
+        ASSERT_TRUE(document);
+        const auto saved = save(document, target);
+        EXPECT_EQ(bool(saved), refusing == Nobody);
+        EXPECT_TRUE(saved || holds(saved.refusal().words, words)) << saved.refusal().words;
+        EXPECT_EQ(folder.get("target") == "old", refusing != Nobody);
+        EXPECT_EQ(bool(save(document, target, partial)), refusing != Comparing);
+        EXPECT_EQ(bool(save(document, target, unverified)), refusing != Beforehand);
+        EXPECT_TRUE(save(document, target, unchecked));
+        EXPECT_EQ(folder.count(), 1);
+    }
+}
+
+TEST_F(Save, overItsOwnSourceAsOftenAsOneLikes)
+{
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, "data in the file").stream(4, "more"));
+    auto opened = *Host::open(path);
+    const Ref<PDF::Dictionary> catalog = opened.document->getCatalog()->valueAsDictionary();
+    for (const long long value : {1, 2, 3}) {
+        catalog->set(::String::create("N"), make<PDF::NumberObj>(value, 0));
+        auto saved = save(opened, path);
+        ASSERT_TRUE(saved) << saved.refusal().words;
+        EXPECT_EQ(saved->size, folder.get("file.pdf").size());
+        EXPECT_EQ(saved->durability, Durability::Synced);
+        EXPECT_TRUE(holds(folder.get("file.pdf"), "/N " + std::to_string(value)));
+        EXPECT_TRUE(holds(folder.get("file.pdf"), "stream\ndata in the file\nendstream"));
+    }
+}
+
+TEST_F(Save, refusesASourceThatWasChangedInPlace)
+{
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, "data in the file"));
+    const auto opened = *Host::open(path);
+    std::ofstream(path, std::ios::app) << "\n";
+    EXPECT_TRUE(holds(save(opened, folder.path("out.pdf")).refusal().words, "was changed since"));
+    EXPECT_TRUE(save(opened, folder.path("out.pdf"), partial));
+    fs::resize_file(path, 100);
+    EXPECT_TRUE(save(*Host::open(folder.path("out.pdf")), path)) << "what is replaced may be anything";
+}
+
+TEST_F(Save, aSourceThatShrinksIsAFailureToRead)
+{
+    const std::string text = PdfText().pages().stream(3, std::string(50000, 'x')).object(4, "4");
+    const std::string path = folder.put("file.pdf", text);
+    const auto opened = *Host::open(path);
+    fs::resize_file(path, 20000);
+    const auto saved = save(opened, folder.path("out.pdf"), unchecked);
+    ASSERT_FALSE(saved);
+    EXPECT_TRUE(holds(saved.refusal().words, "has become shorter")) << saved.refusal().words;
+    EXPECT_EQ(saved.refusal().code, ErrWriteObject);
+    EXPECT_EQ(folder.count(), 1);
+}
+
+TEST_F(Save, whenStrictRefusesWhatLosesItsMeaning)
+{
+    const SaveOptions strict{false, false, nullptr, true};
+    const auto good = Host::open(folder.put("good.pdf", PdfText().pages().object(3, "[ 1.5 ] % a comment")));
+    EXPECT_TRUE(save(*good, folder.path("out.pdf"), strict));
+    const auto bad = Host::open(folder.put("bad.pdf", PdfText().pages().object(3, "[ 1.05 -0.5 2.05 ]")));
+    const auto refused = save(*bad, folder.path("out.pdf"), strict);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.refusal().words,
+        "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
+    EXPECT_FALSE(refused.refusal().isUnusable);
+    EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
+    EXPECT_TRUE(save(*bad, folder.path("none/out.pdf")).refusal().isUnusable);
+    EXPECT_TRUE(save(*bad, folder.path("bad.pdf")));
+    EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
+}
+
+TEST_F(Save, namesTheObjectWithoutUsableData)
+{
+    const auto document =
+        Tests::open(PdfText().pages().object(3, "<< /Length 9999 >>\nstream\nshort\nendstream").object(4, "4"));
+    const auto saved = save(document, folder.path("out.pdf"));
+    EXPECT_EQ(saved.refusal().code, ErrWriteObject);
+    EXPECT_TRUE(holds(saved.refusal().words, "object 3 can't be written: the Length of a stream"));
+    EXPECT_EQ(folder.count(), 0);
+}
+
+TEST_F(Save, aFullDiskAtAnyPointLeavesTheOldFile)
+{
+    const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, std::string(150000, 'x')));
+    const auto opened = *Host::open(path);
+    const std::string old = folder.get("file.pdf");
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit limit;
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    for (const rlim_t bytes : {0, 1, 65535, 65536, 131072, 150100}) {
+        const struct rlimit tight = {bytes, limit.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &tight);
+        const auto saved = save(opened, path);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ASSERT_FALSE(saved) << bytes;
+        EXPECT_EQ(saved.refusal().words, "can't be written: File too large");
+    }
+    std::signal(SIGXFSZ, handler);
+    EXPECT_TRUE(folder.get("file.pdf") == old);
+    EXPECT_EQ(folder.count(), 1);
+}
