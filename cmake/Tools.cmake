@@ -1,5 +1,5 @@
-# The examples that are installed as programs; `fill` is then called `files-pdf-fill`. Each one's manual page
-# is what it says with --help, under the sentence that its source begins with.
+# The programs of tools/ are installed as `files-pdf-*`. Each one's manual page is what it says with --help, under
+# the sentence that its source begins with.
 find_program(HELP2MAN help2man)
 if(NOT HELP2MAN)
     message(STATUS "Without help2man the programs are installed without manual pages")
@@ -12,7 +12,7 @@ foreach(name inspect rewrite recompress replace-stream save-in-place fields fill
     set_target_properties(${program} PROPERTIES INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
     if(HELP2MAN)
-        file(STRINGS examples/${name}.cpp sentence LIMIT_COUNT 1)
+        file(STRINGS tools/${name}.cpp sentence LIMIT_COUNT 1)
         string(REGEX REPLACE "^// (.)(.*)\\.$" "\\1\\2" sentence "${sentence}")
         add_custom_command(OUTPUT ${program}.1
             COMMAND ${HELP2MAN} --no-info --name=${sentence} --version-string=${PROJECT_VERSION}

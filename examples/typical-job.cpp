@@ -1,27 +1,17 @@
 // The job that the library is made for, in one program: opens a form, fills it, puts a letterhead beneath its
 // pages, saves, and opens what was saved.
 
-#include <examples/Command.h>
 #include <host/fields/Fill.h>
 #include <host/pages/Background.h>
+#include <host/saving/Save.h>
 #include <values/Object.h>
+
+#include <algorithm>
+#include <cstdio>
 
 namespace {
 
-using Examples::shown;
 using Host::FieldValue;
-
-const char help[] =
-    "Usage: typical-job FORM LETTERHEAD OUT\n"
-    "\n"
-    "Fills the form of an invoice that `files-pdf-make-invoice` wrote, puts the\n"
-    "letterhead beneath all its pages, saves it as OUT, opens that again, and prints\n"
-    "a line for each of the five steps.\n"
-    "\n"
-    "  --strict       refuse files that lose some of their meaning when saved\n"
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when a step is refused; 2 for wrong use and unreadable files.\n";
 
 struct Entry {
     const char* field;
@@ -75,39 +65,40 @@ std::size_t countFilled(const Host::FormFields& form)
     return count;
 }
 
+using Step = std::optional<Host::Refusal>; // none when all went well
+
 // The job in its steps. Each prints its line, or gives the reason why it can't be done.
 class Job {
 public:
-    explicit Job(const Examples::Command& command) : _command(command) {}
+    Job(const char* form, const char* letterhead, const char* out) : _form(form), _letterhead(letterhead), _out(out) {}
 
     int run()
     {
-        std::optional<Host::Refusal> refusal;
-        for (const auto step : {&Job::open, &Job::fill, &Job::layBeneath, &Job::save, &Job::openAgain})
-            if ((refusal = (this->*step)()))
-                return _command.refuse(*_file, *refusal);
-        return _command.finish();
+        for (const auto step : {&Job::open, &Job::fill, &Job::addLetterhead, &Job::save, &Job::openAgain})
+            if (const Step refusal = (this->*step)()) {
+                std::fprintf(stderr, "%s: %s\n", _file, refusal->words.c_str());
+                return 1;
+            }
+        return 0;
     }
 
 private:
-    using Outcome = std::optional<Host::Refusal>; // none when all went well
-
-    Outcome open()
+    Step open()
     {
-        _file = &_command.operand(0);
-        auto opened = Host::open(*_file);
+        _file = _form;
+        auto opened = Host::open(_form);
         if (!opened)
             return opened.refusal();
         _opened = std::move(*opened);
         auto form = Host::fieldNames(_opened.document);
         if (!form)
             return form.refusal();
-        std::printf("opened       %s: %zu pages, %zu fields\n", shown(*_file).c_str(),
-            _opened.document->getPages().size(), form->fields.size());
+        std::printf("opened       %s: %zu pages, %zu fields\n", _form, _opened.document->getPages().size(),
+            form->fields.size());
         return {};
     }
 
-    Outcome fill()
+    Step fill()
     {
         auto filler = Host::FormFiller::create(_opened.document);
         if (!filler)
@@ -119,46 +110,37 @@ private:
         return {};
     }
 
-    Outcome layBeneath()
+    Step addLetterhead()
     {
-        _file = &_command.operand(1);
-        auto letterhead = Host::open(*_file);
+        _file = _letterhead;
+        auto letterhead = Host::open(_letterhead);
         if (!letterhead)
             return letterhead.refusal();
-        const Outcome losses = Examples::lossesOf(letterhead->file);
-        if (losses && _command.has("--strict"))
-            return losses;
-        if (losses)
-            _command.warn(*_file, losses->words);
-        _file = &_command.operand(0); // its pages are named
+        _file = _form; // its pages are named
         auto done = Host::background(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
         if (!done)
             return done.refusal();
-        std::printf("underlaid    %s beneath %zu pages\n", shown(_command.operand(1)).c_str(), done->pageCount);
+        std::printf("letterhead   %s beneath %zu pages\n", _letterhead, done->pageCount);
         for (const std::string& warning : done->warnings)
-            _command.warn(*_file, warning);
+            std::fprintf(stderr, "%s: warning: %s\n", _file, warning.c_str());
         return {};
     }
 
-    Outcome save()
+    Step save()
     {
-        _file = &_command.operand(2);
-        Host::SaveOptions options;
-        options.isStrict = _command.has("--strict");
-        if (!options.isStrict)
-            Examples::checkLosses(_command, _opened.file, _command.operand(0));
-        auto saved = Host::save(_opened, *_file, options);
+        _file = _out;
+        auto saved = Host::save(_opened, _out);
         if (!saved)
             return saved.refusal();
         const bool isSynced = saved->durability == Host::Durability::Synced;
-        std::printf("saved        %s: %llu bytes, compared, %s\n", shown(*_file).c_str(),
+        std::printf("saved        %s: %llu bytes, compared, %s\n", _out,
             static_cast<unsigned long long>(saved->size), isSynced ? "on the disk" : "its folder not synced");
         return {};
     }
 
-    Outcome openAgain()
+    Step openAgain()
     {
-        auto opened = Host::open(*_file);
+        auto opened = Host::open(_out);
         if (!opened)
             return opened.refusal();
         auto form = Host::fieldNames(opened->document);
@@ -167,11 +149,13 @@ private:
         const std::size_t count = countFilled(*form);
         std::printf("opened again %zu pages, %zu of %zu values found\n", opened->document->getPages().size(), count,
             std::size(entries));
-        return count == std::size(entries) ? Outcome() : Host::Refusal{"values are missing"};
+        return count == std::size(entries) ? Step() : Host::Refusal{"values are missing"};
     }
 
-    const Examples::Command& _command;
-    const std::string* _file = nullptr; // that the step works on
+    const char* const _form;
+    const char* const _letterhead;
+    const char* const _out;
+    const char* _file = nullptr; // that the step works on
     Host::OpenedFile _opened;
 };
 
@@ -179,8 +163,8 @@ private:
 
 int main(int argc, char** argv)
 {
-    Examples::Command command("typical-job", help, 3, {"--strict"});
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    return Job(command).run();
+    if (argc == 4)
+        return Job(argv[1], argv[2], argv[3]).run();
+    std::fputs("Usage: typical-job FORM LETTERHEAD OUT\n", stderr);
+    return 2;
 }

@@ -1,7 +1,6 @@
-// Opens a large PDF file and draws a bar meanwhile, through a stripe that counts what is read.
+// Opens a large PDF file and tells meanwhile how far it is, through a stripe that counts what is read.
 
 #include <document/Document.h>
-#include <examples/Progress.h>
 #include <host/base/ErrorWords.h>
 #include <host/files/FileStripe.h>
 #include <stripes/BaseStripe.h>
@@ -22,15 +21,14 @@ public:
         const std::uint64_t done = Stripe::read(area, count, timeout);
         const std::uint64_t before = _read;
         _read += done;
-        if (before >> 16 != _read >> 16) // a look at the clock every 64 KiB is enough
-            _progress.show(_read, size(), std::to_string(_read >> 20) + " MiB");
+        if (before >> 20 != _read >> 20)
+            std::fprintf(stderr, "\r%llu MiB ", static_cast<unsigned long long>(_read >> 20));
         return done;
     }
     // In elements, which are bytes of the file.
     std::uint64_t countOfRead() const noexcept { return _read; }
 
 private:
-    Examples::Progress _progress;
     std::uint64_t _read = 0;
 };
 

@@ -2,20 +2,20 @@
 
 #include <document/Inspection.h>
 #include <document/Version.h>
-#include <examples/Command.h>
-#include <examples/Identifiers.h>
-#include <examples/Json.h>
-#include <examples/Table.h>
 #include <host/streams/StreamBytes.h>
 #include <platform/Windows_1252.h>
+#include <tools/Command.h>
+#include <tools/Identifiers.h>
+#include <tools/Json.h>
+#include <tools/Table.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 
 namespace {
 
 using namespace Libraries::Files;
-using Examples::Command;
-using Examples::json;
+using Tools::Command;
+using Tools::json;
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
 
 const char help[] =
@@ -83,7 +83,7 @@ std::string numberOf(const PDF::Object& object)
 
 std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& object)
 {
-    std::string line = numberOf(object) + " obj " + Examples::shown(textOf(document, object.value()));
+    std::string line = numberOf(object) + " obj " + Tools::shown(textOf(document, object.value()));
     const auto stream = PDF::valueAs<PDF::Stream>(object.value());
     if (!stream)
         return line;
@@ -133,7 +133,7 @@ void printText(const Ref<PDF::Document>& document, const Objects& objects, Exten
     if (extent == Extent::Whole) {
         std::printf("version: %s\n", Host::toUtf8(PDF::versionToString(document->version())).c_str());
         std::printf("line ending: %s\n", lineEndingName(document).c_str());
-        std::printf("trailer: %s\n", Examples::shown(textOf(document, document->trailer())).c_str());
+        std::printf("trailer: %s\n", Tools::shown(textOf(document, document->trailer())).c_str());
         std::printf("objects: %zu\n", objects.size());
     }
     for (const auto& object : objects)
@@ -191,7 +191,7 @@ Host::Result<std::uint64_t> printStream(
 std::string cellOf(const std::string& bytes)
 {
     constexpr std::size_t longest = 36;
-    return Examples::shown(textOf(bytes.substr(0, longest))) + (bytes.size() > longest ? "..." : "");
+    return Tools::shown(textOf(bytes.substr(0, longest))) + (bytes.size() > longest ? "..." : "");
 }
 
 void printLosses(const Host::Examination& examination)
@@ -201,7 +201,7 @@ void printLosses(const Host::Examination& examination)
         rows.push_back({loss.id == 0 ? "" : std::to_string(loss.id) + " " + std::to_string(loss.generation),
             std::to_string(loss.offset), std::string(Host::lossWords(loss.kind)), cellOf(loss.inFile),
             cellOf(loss.written)});
-    Examples::printTable(rows);
+    Tools::printTable(rows);
     for (std::size_t i = 0; i < Host::lossKindCount; ++i)
         if (const std::size_t count = examination.losses.count(Host::LossKind(i)))
             std::printf("%s: %zu\n", std::string(Host::lossWords(Host::LossKind(i))).c_str(), count);
@@ -219,14 +219,14 @@ void printLossesAsJson(const Host::Examination& examination)
         std::printf("%s\n{\"id\": %u, \"generation\": %u, \"kind\": %s, \"words\": %s, \"offset\": %s, "
                     "\"inFile\": %s, \"written\": %s}",
             std::exchange(separator, ","), loss.id, loss.generation,
-            json(Examples::identifierOf(loss.kind)).c_str(), json(Host::lossWords(loss.kind)).c_str(),
+            json(Tools::identifierOf(loss.kind)).c_str(), json(Host::lossWords(loss.kind)).c_str(),
             std::to_string(loss.offset).c_str(), text(loss.inFile).c_str(), text(loss.written).c_str());
     std::printf("],\n\"counts\": {");
     separator = "";
     for (std::size_t i = 0; i < Host::lossKindCount; ++i) {
         const auto kind = Host::LossKind(i);
         if (const std::size_t count = examination.losses.count(kind))
-            std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Examples::identifierOf(kind)).c_str(), count);
+            std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Tools::identifierOf(kind)).c_str(), count);
     }
     std::printf("},\n\"size\": %s, \"table\": %s}\n",
         examination.size == 0 ? "null" : std::to_string(examination.size).c_str(),
@@ -236,9 +236,9 @@ void printLossesAsJson(const Host::Examination& examination)
 int inspectLosses(const Command& command)
 {
     const auto examination =
-        Examples::withProgress("examining", [&command] { return Host::examine(command.operand(0)); });
+        Tools::withProgress("examining", [&command] { return Host::examine(command.operand(0)); });
     if (!examination)
-        return command.refuse(command.operand(0), Examples::withOpeningHint(examination.refusal()));
+        return command.refuse(command.operand(0), Tools::withOpeningHint(examination.refusal()));
     (command.has("--json") ? printLossesAsJson : printLosses)(*examination);
     return command.finish();
 }
@@ -295,7 +295,7 @@ int main(int argc, char** argv)
         return command.misuse(clash);
     if (command.has("--losses"))
         return inspectLosses(command);
-    Host::Result<Host::OpenedFile> opened = Examples::open(command.operand(0));
+    Host::Result<Host::OpenedFile> opened = Tools::open(command.operand(0));
     if (!opened)
         return command.refuse(command.operand(0), opened.refusal());
     return inspect(command, opened->document);

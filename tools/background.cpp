@@ -1,7 +1,7 @@
 // Puts pages of a PDF file beneath the pages of another.
 
-#include <examples/BackgroundModes.h>
-#include <examples/Command.h>
+#include <tools/BackgroundModes.h>
+#include <tools/Command.h>
 
 namespace {
 
@@ -27,28 +27,28 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Examples::saveOptions;
+    std::vector<std::string> options = Tools::saveOptions;
     options.insert(options.end(), {"--mode=", "--force"});
-    Examples::Command command("background", help, 3, options);
+    Tools::Command command("background", help, 3, options);
     if (const auto status = command.parse(argc, argv))
         return *status;
-    const auto mode = Examples::modeNamed(command.has("--mode") ? command.argument("--mode") : "all");
+    const auto mode = Tools::modeNamed(command.has("--mode") ? command.argument("--mode") : "all");
     if (!mode)
         return command.misuse("there is no mode " + command.argument("--mode"));
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(in);
+    Host::Result<Host::OpenedFile> opened = Tools::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
-    Host::Result<Host::OpenedFile> foreign = Examples::open(command.operand(1));
+    Host::Result<Host::OpenedFile> foreign = Tools::open(command.operand(1));
     if (!foreign)
         return command.refuse(command.operand(1), foreign.refusal());
-    if (const auto status = Examples::checkLosses(command, foreign->file, command.operand(1)))
+    if (const auto status = Tools::checkLosses(command, foreign->file, command.operand(1)))
         return *status; // what lies beneath goes into the new file, too
-    const auto done = Examples::withProgress("putting pages beneath",
+    const auto done = Tools::withProgress("putting pages beneath",
         [&] { return Host::background(opened->document, foreign->document, *mode, {command.has("--force")}); });
     if (!done)
         return command.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)
         command.warn(in, warning);
-    return Examples::save(command, *opened, in, command.operand(2));
+    return Tools::save(command, *opened, in, command.operand(2));
 }

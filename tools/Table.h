@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace Examples {
+namespace Tools {
 
 // In characters of UTF-8; each is taken to be one column wide.
 inline std::size_t widthOf(const std::string& text)
@@ -78,4 +78,4 @@ inline void printTable(const std::vector<std::vector<std::string>>& rows)
     }
 }
 
-} // namespace Examples
+} // namespace Tools

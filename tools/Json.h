@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace Examples {
+namespace Tools {
 
 // A JSON string of a text in UTF-8.
 inline std::string json(std::string_view text)
@@ -24,4 +24,4 @@ inline std::string json(std::string_view text)
     return out + '"';
 }
 
-} // namespace Examples
+} // namespace Tools

@@ -1,6 +1,6 @@
 // Opens a PDF file and writes the whole of it as a new one.
 
-#include <examples/Command.h>
+#include <tools/Command.h>
 
 namespace {
 
@@ -21,12 +21,12 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    Examples::Command command("rewrite", help, 2, Examples::saveOptions);
+    Tools::Command command("rewrite", help, 2, Tools::saveOptions);
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(in);
+    Host::Result<Host::OpenedFile> opened = Tools::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
-    return Examples::save(command, *opened, in, command.operand(1));
+    return Tools::save(command, *opened, in, command.operand(1));
 }

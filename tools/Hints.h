@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace Examples {
+namespace Tools {
 
 // What stands behind a refusal, in its line: what people may do about it.
 
@@ -35,4 +35,4 @@ inline const char* partialHint(const Host::Refusal& refusal)
     return "";
 }
 
-} // namespace Examples
+} // namespace Tools

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the programs that the guides show: guides.py FOLDER MAKE_INVOICE"""
+"""Runs the examples and what the guides show: examples.py FOLDER MAKE_INVOICE"""
 import os
 import subprocess
 import sys
@@ -32,6 +32,7 @@ class Guides(unittest.TestCase):
 
     def test_each_program_does_what_its_guide_says(self):
         cases = [  # name, operands, status, a part of what it prints
+            ("typical-job", ["form.pdf", "letterhead.pdf", "both.pdf"], 0, "25 of 25 values found"),
             ("getting-started", ["form.pdf"], 0, "Type -> Page"),
             ("getting-started", ["missing.pdf"], 1, "No such file"),
             ("object-model", ["form.pdf"], 0, "marked: 1, changed: 1"),

@@ -1,8 +1,8 @@
 // Replaces the data of one stream of a PDF file.
 
 #include <document/Inspection.h>
-#include <examples/Command.h>
 #include <host/streams/StreamChecks.h>
+#include <tools/Command.h>
 
 namespace {
 
@@ -36,9 +36,9 @@ Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Examples::saveOptions;
+    std::vector<std::string> options = Tools::saveOptions;
     options.push_back("--stored");
-    Examples::Command command("replace-stream", help, 4, options);
+    Tools::Command command("replace-stream", help, 4, options);
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& in = command.operand(0);
@@ -46,7 +46,7 @@ int main(int argc, char** argv)
     const auto id = command.number(2);
     if (!id)
         return command.misuse("N is the number of an object");
-    Host::Result<Host::OpenedFile> opened = Examples::open(in);
+    Host::Result<Host::OpenedFile> opened = Tools::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
     const Ref<PDF::Object> object = objectOf(opened->document, *id);
@@ -68,5 +68,5 @@ int main(int argc, char** argv)
     }
     if (Host::hasDecodeParameters(*stream))
         command.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data has to fit them");
-    return Examples::save(command, *opened, in, command.operand(1));
+    return Tools::save(command, *opened, in, command.operand(1));
 }

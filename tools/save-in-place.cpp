@@ -1,6 +1,6 @@
 // Opens a PDF file, makes itself independent of it, and saves the document over it.
 
-#include <examples/Command.h>
+#include <tools/Command.h>
 
 namespace {
 
@@ -21,16 +21,16 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    Examples::Command command("save-in-place", help, 1, Examples::saveOptions);
+    Tools::Command command("save-in-place", help, 1, Tools::saveOptions);
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(file);
+    Host::Result<Host::OpenedFile> opened = Tools::open(file);
     if (!opened)
         return command.refuse(file, opened.refusal());
-    if (const auto status = Examples::checkLosses(command, opened->file, file))
+    if (const auto status = Tools::checkLosses(command, opened->file, file))
         return *status;
-    if (const auto refusal = Examples::withProgress("reading", [&opened] { return Host::detach(*opened); }))
+    if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened); }))
         return command.refuse(file, *refusal);
-    return Examples::save(command, *opened, file, file);
+    return Tools::save(command, *opened, file, file);
 }

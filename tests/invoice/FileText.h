@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace Examples {
+namespace Drawn {
 
 // Collects the objects of a new file; object 1 is its catalog.
 class FileText {
@@ -47,4 +47,4 @@ inline std::string reference(std::size_t id)
     return std::to_string(id) + " 0 R";
 }
 
-} // namespace Examples
+} // namespace Drawn

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <examples/Progress.h>
 #include <host/files/ReadWatch.h>
+#include <tools/Progress.h>
 
-namespace Examples {
+namespace Tools {
 
 // A bar of how far the files of one step are read, as long as it lives. Nothing should be printed meanwhile.
 class FileProgress {
@@ -29,4 +29,4 @@ auto withProgress(const char* words, Work work)
     return work();
 }
 
-} // namespace Examples
+} // namespace Tools

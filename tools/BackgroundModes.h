@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace Examples {
+namespace Tools {
 
 // The mode of a name that people give; none for any other name.
 inline std::optional<Host::PDF::BackgroundMode> modeNamed(const std::string& name)
@@ -22,4 +22,4 @@ inline std::optional<Host::PDF::BackgroundMode> modeNamed(const std::string& nam
     return found == modes.end() ? std::nullopt : std::optional(found->second);
 }
 
-} // namespace Examples
+} // namespace Tools

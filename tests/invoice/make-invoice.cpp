@@ -1,26 +1,17 @@
 // Writes the project's own example files: the form of an invoice, and the letterhead of who sends it.
 
-#include <examples/Command.h>
-#include <examples/Drawing.h>
-#include <examples/FileText.h>
+#include <tests/invoice/Drawing.h>
+#include <tests/invoice/FileText.h>
 
 #include <fstream>
 
 namespace {
 
-using Examples::Color;
-using Examples::Drawing;
-using Examples::FileText;
-using Examples::numbers;
-using Examples::reference;
-
-const char help[] =
-    "Usage: make-invoice FORM LETTERHEAD\n"
-    "\n"
-    "Writes two PDF files: the form of an invoice, two pages to be filled, and a\n"
-    "letterhead that goes beneath them.\n"
-    "\n"
-    "Exit status: 0; 2 for wrong use and when a file can't be written.\n";
+using Drawn::Color;
+using Drawn::Drawing;
+using Drawn::FileText;
+using Drawn::numbers;
+using Drawn::reference;
 
 constexpr double pageWidth = 595;
 constexpr double pageHeight = 842;
@@ -60,7 +51,7 @@ void addPageTree(FileText& file, std::size_t id, const std::vector<std::size_t>&
 }
 
 // The form: its fields and its two pages.
-class Invoice {
+class InvoiceForm {
 public:
     std::string write()
     {
@@ -70,8 +61,8 @@ public:
         const std::string fonts = helvetica + " /HeBo " + reference(addFont(_file, "Helvetica-Bold"));
         const std::string marks = "/ZaDb " + reference(addFont(_file, "ZapfDingbats", "")); // of buttons
         _resources = "/Resources << /Font << " + helvetica + " >> >> ";
-        const std::size_t first = addPage(tree, &Invoice::drawInvoice);
-        const std::size_t second = addPage(tree, &Invoice::drawDelivery);
+        const std::size_t first = addPage(tree, &InvoiceForm::drawInvoice);
+        const std::size_t second = addPage(tree, &InvoiceForm::drawDelivery);
         addPageTree(_file, tree, {first, second}, fonts);
         _file.set(catalog, "<< /Type /Catalog /Pages " + reference(tree) + " /AcroForm << /Fields [ " + _fields
                 + "] /DA (/Helv 10 Tf 0 g) /DR << /Font << " + helvetica + " " + marks + " >> >> >> >>");
@@ -79,7 +70,7 @@ public:
     }
 
 private:
-    std::size_t addPage(std::size_t tree, void (Invoice::*draw)(Drawing&))
+    std::size_t addPage(std::size_t tree, void (InvoiceForm::*draw)(Drawing&))
     {
         const std::size_t page = _file.reserve();
         _page = reference(page);
@@ -350,15 +341,17 @@ std::string letterhead()
 
 int main(int argc, char** argv)
 {
-    Examples::Command command("make-invoice", help, 2, {});
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const std::string texts[] = {Invoice().write(), letterhead()};
-    for (std::size_t i = 0; i < 2; ++i) {
-        std::ofstream out(command.operand(i), std::ios::binary);
-        out << texts[i] << std::flush;
-        if (!out)
-            return command.refuse(command.operand(i), {"can't be written", 0, true});
+    if (argc != 3) {
+        std::fputs("Usage: make-invoice FORM LETTERHEAD\n", stderr);
+        return 2;
     }
-    return command.finish();
+    const std::string texts[] = {InvoiceForm().write(), letterhead()};
+    for (int i = 0; i < 2; ++i) {
+        std::ofstream out(argv[1 + i], std::ios::binary);
+        out << texts[i] << std::flush;
+        if (!out) {
+            std::fprintf(stderr, "make-invoice: %s: can't be written\n", argv[1 + i]);
+            return 2;
+        }
+    }
 }

@@ -3,7 +3,7 @@
 #include <host/fields/FormFields.h>
 #include <host/losses/Losses.h>
 
-namespace Examples {
+namespace Tools {
 
 // What kinds are called for programs, in JSON: unlike the words for people these stay as they are. There is no
 // default, so that the compiler complains about a kind without one.
@@ -53,4 +53,4 @@ inline const char* identifierOf(Host::FieldKind kind)
     return "unknown";
 }
 
-} // namespace Examples
+} // namespace Tools

@@ -1,15 +1,15 @@
 // Fills the form of a PDF file.
 
-#include <examples/Command.h>
-#include <examples/FieldValues.h>
+#include <tools/Command.h>
+#include <tools/FieldValues.h>
 
 #include <cerrno>
 #include <memory>
 
 namespace {
 
-using Examples::Command;
-using Examples::FieldValues;
+using Tools::Command;
+using Tools::FieldValues;
 
 const char help[] =
     "Usage: fill [options] IN OUT [NAME=VALUE ...]\n"
@@ -41,7 +41,7 @@ std::optional<Host::Refusal> readFile(const std::string& path, FieldValues& valu
         text.append(block, count);
     if (std::ferror(file.get()))
         return Host::Refusal{Host::systemRefusal("can't be read", errno).words, 0, true};
-    auto read = Examples::valuesOf(nlohmann::json::parse(text, nullptr, false));
+    auto read = Tools::valuesOf(nlohmann::json::parse(text, nullptr, false));
     if (!read)
         return Host::Refusal{read.refusal().words, 0, true}; // the same status as a file that can't be read
     values = std::move(*read);
@@ -73,7 +73,7 @@ std::optional<int> fillAll(
     std::optional<int> status;
     for (const auto& [name, value] : values)
         if (auto refusal = filler.fill(name, value, appearances)) {
-            refusal->words = name + ": " + refusal->words + Examples::fieldHint;
+            refusal->words = name + ": " + refusal->words + Tools::fieldHint;
             status = command.refuse(in, *refusal);
         }
     return status;
@@ -83,7 +83,7 @@ std::optional<int> fillAll(
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Examples::saveOptions;
+    std::vector<std::string> options = Tools::saveOptions;
     options.insert(options.end(), {"--values=", "--keep-looks"});
     Command command("fill", help, 2, options, Command::Operands::More);
     if (const auto status = command.parse(argc, argv))
@@ -95,7 +95,7 @@ int main(int argc, char** argv)
     if (!readOperands(command, values))
         return command.misuse("expected NAME=VALUE in UTF-8 behind IN and OUT");
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(in);
+    Host::Result<Host::OpenedFile> opened = Tools::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
     Host::Result<Host::FormFiller> filler = Host::FormFiller::create(opened->document);
@@ -105,5 +105,5 @@ int main(int argc, char** argv)
         return *status;
     for (const std::string& warning : filler->warnings())
         command.warn(in, warning);
-    return Examples::save(command, *opened, in, command.operand(1));
+    return Tools::save(command, *opened, in, command.operand(1));
 }

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <examples/FileProgress.h>
-#include <examples/Hints.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
 #include <host/losses/Examine.h>
 #include <host/saving/Save.h>
 #include <platform/StrConv.h>
 #include <platform/SysLog.h>
+#include <tools/FileProgress.h>
+#include <tools/Hints.h>
 
 #include <algorithm>
 #include <csignal>
@@ -19,7 +19,7 @@
 #include <vector>
 
 // What the example programs share: their command line, their exit status and how they refuse.
-namespace Examples {
+namespace Tools {
 
 enum ExitStatus : int {
     Done = 0,
@@ -252,4 +252,4 @@ inline int save(const Command& command, const Host::OpenedFile& opened, const st
     return command.finish();
 }
 
-} // namespace Examples
+} // namespace Tools

@@ -1,15 +1,15 @@
 // Prints the fields of the form of a PDF file.
 
-#include <examples/Command.h>
-#include <examples/Identifiers.h>
-#include <examples/Json.h>
-#include <examples/Table.h>
 #include <host/fields/FormFields.h>
+#include <tools/Command.h>
+#include <tools/Identifiers.h>
+#include <tools/Json.h>
+#include <tools/Table.h>
 
 namespace {
 
-using Examples::Command;
-using Examples::json;
+using Tools::Command;
+using Tools::json;
 
 const char help[] =
     "Usage: fields [options] FILE\n"
@@ -52,7 +52,7 @@ std::string jsonField(const Host::FormField& field)
     const auto option = [](const Host::FieldOption& each) {
         return "{\"export\": " + json(each.exported) + ", \"text\": " + json(each.displayed) + "}";
     };
-    return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Examples::identifierOf(field.kind))
+    return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Tools::identifierOf(field.kind))
         + ", \"flags\": " + jsonList(Host::flagWords(field.kind, field.flags))
         + ", \"flagBits\": " + std::to_string(field.flags) + ", \"value\": " + jsonValue(field.value)
         + ", \"default\": " + jsonValue(field.defaultValue)
@@ -76,22 +76,22 @@ void printJson(const Host::FormFields& form)
 std::string takes(const Host::FormField& field)
 {
     const auto option = [](const Host::FieldOption& each) {
-        const std::string exported = Examples::shown(each.exported);
-        return each.displayed == each.exported ? exported : exported + "=" + Examples::shown(each.displayed);
+        const std::string exported = Tools::shown(each.exported);
+        return each.displayed == each.exported ? exported : exported + "=" + Tools::shown(each.displayed);
     };
     if (!field.options.empty())
         return joined(field.options, " | ", option);
     if (!field.states.empty())
-        return joined(field.states, " | ", [](const std::string& text) { return Examples::shown(text); });
+        return joined(field.states, " | ", [](const std::string& text) { return Tools::shown(text); });
     return field.maxLength ? "up to " + std::to_string(*field.maxLength) : "";
 }
 
 std::vector<std::string> rowOf(const Host::FormField& field)
 {
-    const auto show = [](const std::string& text) { return Examples::shown(text); };
+    const auto show = [](const std::string& text) { return Tools::shown(text); };
     const auto plain = [](std::string_view text) { return std::string(text); };
     const std::string value = field.isSigned ? "signed" : joined(field.value.value_or(Host::FieldTexts()), " + ", show);
-    return {Examples::shown(field.path), std::string(Host::kindWords(field.kind)), value, takes(field),
+    return {Tools::shown(field.path), std::string(Host::kindWords(field.kind)), value, takes(field),
         joined(Host::flagWords(field.kind, field.flags), ", ", plain)};
 }
 
@@ -100,7 +100,7 @@ void printTable(const Host::FormFields& form)
     std::vector<std::vector<std::string>> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS"}};
     for (const Host::FormField& field : form.fields)
         rows.push_back(rowOf(field));
-    Examples::printTable(rows);
+    Tools::printTable(rows);
 }
 
 } // namespace
@@ -111,7 +111,7 @@ int main(int argc, char** argv)
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(file);
+    Host::Result<Host::OpenedFile> opened = Tools::open(file);
     if (!opened)
         return command.refuse(file, opened.refusal());
     const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);

@@ -1,7 +1,7 @@
 // Does jobs on many PDF files, one line of JSON each.
 
-#include <examples/BatchJob.h>
-#include <examples/Progress.h>
+#include <tools/BatchJob.h>
+#include <tools/Progress.h>
 
 #include <sys/stat.h>
 
@@ -12,9 +12,9 @@
 
 namespace {
 
-using Examples::BatchOptions;
-using Examples::BatchResult;
-using Examples::Command;
+using Tools::BatchOptions;
+using Tools::BatchResult;
+using Tools::Command;
 using Json = nlohmann::ordered_json;
 
 const char help[] =
@@ -116,10 +116,10 @@ private:
     std::uint64_t _failed = 0;
     std::atomic<std::uint64_t> _bytesRead{0};
     bool _isBroken = false;
-    Examples::Progress _progress;
+    Tools::Progress _progress;
 };
 
-Json resultOf(std::uint64_t line, const Examples::BatchJob& job, const BatchResult& result)
+Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult& result)
 {
     Json object = {{"line", line}};
     if (!job.id.is_null())
@@ -153,12 +153,12 @@ void work(Lines& lines, const BatchOptions& options)
     std::uint64_t line;
     std::string text;
     while (lines.next(index, line, text)) {
-        Examples::BatchJob job;
+        Tools::BatchJob job;
         BatchResult result;
-        if (auto refusal = Examples::Batch::read(nlohmann::json::parse(text, nullptr, false), job))
+        if (auto refusal = Tools::Batch::read(nlohmann::json::parse(text, nullptr, false), job))
             result = {"job", std::move(*refusal), 0, 0, {}};
         else
-            result = Examples::Batch::run(job, options);
+            result = Tools::Batch::run(job, options);
         const Json object = resultOf(line, job, result);
         lines.finish(index, object.dump(-1, ' ', false, Json::error_handler_t::replace), result.step.empty());
     }
@@ -193,7 +193,7 @@ BatchOptions optionsOf(const Command& command)
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> known = Examples::saveOptions;
+    std::vector<std::string> known = Tools::saveOptions;
     known.insert(known.end(), {"--jobs=", "--keep-looks", "--force", "--unexamined"});
     Command command("batch", help, 0, known);
     if (const auto status = command.parse(argc, argv))
@@ -218,5 +218,5 @@ int main(int argc, char** argv)
     if (std::ferror(stdin))
         return command.refuse("standard input", {"can't be read", 0, true});
     const int status = command.finish();
-    return status == Examples::Done && failed ? int(Examples::Refused) : status;
+    return status == Tools::Done && failed ? int(Tools::Refused) : status;
 }

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-namespace Examples {
+namespace Drawn {
 
 // Numbers with blanks between them, as they stand in a file.
 template <class... Numbers>
@@ -75,4 +75,4 @@ private:
     std::string _content;
 };
 
-} // namespace Examples
+} // namespace Drawn

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace Examples {
+namespace Tools {
 
 // What goes into fields, each under its path, in the order in which it is set.
 using FieldValues = std::vector<std::pair<std::string, Host::FieldValue>>;
@@ -33,4 +33,4 @@ inline Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
     return values;
 }
 
-} // namespace Examples
+} // namespace Tools

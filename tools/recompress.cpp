@@ -1,7 +1,7 @@
 // Brings the data of all streams of a PDF file to one compression.
 
-#include <examples/Command.h>
 #include <host/streams/Recompress.h>
+#include <tools/Command.h>
 
 namespace {
 
@@ -64,9 +64,9 @@ void print(const std::vector<RecompressedStream>& streams, PDF::Compression targ
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Examples::saveOptions;
+    std::vector<std::string> options = Tools::saveOptions;
     options.insert(options.end(), {"--flate", "--none", "--force"});
-    Examples::Command command("recompress", help, 2, options);
+    Tools::Command command("recompress", help, 2, options);
     if (const auto status = command.parse(argc, argv))
         return *status;
     if (command.has("--flate") && command.has("--none"))
@@ -75,15 +75,15 @@ int main(int argc, char** argv)
         return command.misuse("expected either --flate or --none");
     const auto target = command.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
     const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Examples::open(in);
+    Host::Result<Host::OpenedFile> opened = Tools::open(in);
     if (!opened)
         return command.refuse(in, opened.refusal());
-    const auto streams = Examples::withProgress("recompressing",
+    const auto streams = Tools::withProgress("recompressing",
         [&] { return Host::recompress(opened->document, target, {command.has("--force")}); });
     if (!streams)
         return command.refuse(in, streams.refusal());
-    const int status = Examples::save(command, *opened, in, command.operand(1));
-    if (status != Examples::Done)
+    const int status = Tools::save(command, *opened, in, command.operand(1));
+    if (status != Tools::Done)
         return status;
     print(*streams, target);
     return command.finish();

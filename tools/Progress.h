@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <string>
 
-namespace Examples {
+namespace Tools {
 
 // A bar on standard error, for work that takes longer than a second. Where that is no terminal nothing is drawn.
 class Progress {
@@ -56,4 +56,4 @@ private:
     bool _isDrawn = false;
 };
 
-} // namespace Examples
+} // namespace Tools

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <examples/BackgroundModes.h>
-#include <examples/Command.h>
-#include <examples/FieldValues.h>
 #include <host/streams/Recompress.h>
+#include <tools/BackgroundModes.h>
+#include <tools/Command.h>
+#include <tools/FieldValues.h>
 
-namespace Examples {
+namespace Tools {
 
 // What is done with one file, step by step in the order of the members.
 struct BatchJob {
@@ -260,4 +260,4 @@ inline BatchResult run(const BatchJob& job, const BatchOptions& options)
 
 } // namespace Batch
 
-} // namespace Examples
+} // namespace Tools
