@@ -8,24 +8,20 @@ namespace Tools {
 // A bar of how far the files of one step are read, as long as it lives. Nothing should be printed meanwhile.
 class FileProgress {
 public:
-    // `words` name the step.
-    explicit FileProgress(std::string words)
-        : _words(std::move(words)),
-          _watch([this](std::uint64_t end, std::uint64_t size) { _progress.show(end, size, _words); })
-    {
-    }
+    // `step` says what is done: "saving".
+    explicit FileProgress(std::string step);
 
 private:
-    const std::string _words;
+    const std::string _step;
     Progress _progress;
     const Host::ReadWatch _watch;
 };
 
 // What the work gives, with a bar while it is done.
 template <class Work>
-auto withProgress(const char* words, Work work)
+auto withProgress(const char* step, Work work)
 {
-    const FileProgress progress(words);
+    const FileProgress progress(step);
     return work();
 }
 
