@@ -5,52 +5,8 @@
 
 namespace Tools {
 
-// What kinds are called for programs, in JSON: unlike the words for people these stay as they are. There is no
-// default, so that the compiler complains about a kind without one.
-inline const char* identifierOf(Host::LossKind kind)
-{
-    using enum Host::LossKind;
-    switch (kind) {
-    case FractionZeros: return "fractionZeros";
-    case NumberSign: return "numberSign";
-    case RawBytes: return "rawBytes";
-    case UndefinedOctals: return "undefinedOctals";
-    case DoubledBackslash: return "doubledBackslash";
-    case ReopenedBackslash: return "reopenedBackslash";
-    case TrailerBrackets: return "trailerBrackets";
-    case OddDigits: return "oddDigits";
-    case GluedWord: return "gluedWord";
-    case ObjectReference: return "objectReference";
-    case EarlyValue: return "earlyValue";
-    case RepeatedKey: return "repeatedKey";
-    case OtherValue: return "otherValue";
-    case StreamData: return "streamData";
-    case Unwritable: return "unwritable";
-    case SecondSubsection: return "secondSubsection";
-    case EarlierRevision: return "earlierRevision";
-    case ObjectStream: return "objectStream";
-    case LostReference: return "lostReference";
-    case ShiftedRow: return "shiftedRow";
-    case Encryption: return "encryption";
-    case Comment: return "comment";
-    }
-    return "unknown";
-}
-
-inline const char* identifierOf(Host::FieldKind kind)
-{
-    using enum Host::FieldKind;
-    switch (kind) {
-    case Text: return "text";
-    case CheckBox: return "checkBox";
-    case RadioButtons: return "radioButtons";
-    case PushButton: return "pushButton";
-    case ListBox: return "listBox";
-    case ComboBox: return "comboBox";
-    case Signature: return "signature";
-    case Unknown: break;
-    }
-    return "unknown";
-}
+// What kinds are called for programs, in JSON: unlike the texts for people these never change.
+const char* identifierOf(Host::LossKind kind);
+const char* identifierOf(Host::FieldKind kind);
 
 } // namespace Tools

@@ -1,27 +1,11 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
 namespace Tools {
 
 // A JSON string of a text in UTF-8.
-inline std::string json(std::string_view text)
-{
-    std::string out = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        char escaped[8];
-        std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-        if (byte < 32 || byte == 127)
-            out += escaped;
-        else if (c == '"' || c == '\\')
-            out.append({'\\', c});
-        else
-            out += c;
-    }
-    return out + '"';
-}
+std::string json(std::string_view text);
 
 } // namespace Tools

@@ -138,7 +138,7 @@ class Programs(unittest.TestCase):
         for value, names in keys:
             found = {key for each in (value if isinstance(value, list) else [value]) for key in each}
             self.assertEqual(found, set(names.split()))
-        identifiers = re.findall(r'return "(\w+)"', (TREE / "tools/Identifiers.h").read_text())
+        identifiers = re.findall(r'return "(\w+)"', (TREE / "tools/Identifiers.cpp").read_text())
         self.assertGreater(len(identifiers), 20)
         for name in [*identifiers, *(name for _, names in keys for name in names.split())]:
             self.assertIn(f"`{name}`", document)
