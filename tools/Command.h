@@ -8,6 +8,7 @@
 #include <platform/SysLog.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
+#include <tools/ShownText.h>
 
 #include <algorithm>
 #include <csignal>
@@ -26,28 +27,6 @@ enum ExitStatus : int {
     Refused = 1,  // the file, or the saving of it, was refused
     Unusable = 2, // wrong use, or a file that can't be read or written at all
 };
-
-// Text for a terminal: a control character, which could move its cursor, stands as in a PDF string.
-inline std::string shown(std::u32string_view text)
-{
-    std::string out;
-    for (const char32_t& c : text) {
-        const bool isControl = c < 32 || (c >= 127 && c < 160);
-        char octal[8];
-        std::snprintf(octal, sizeof octal, "\\%03o", static_cast<unsigned>(c));
-        out += isControl ? octal : Host::toUtf8(std::u32string_view(&c, 1));
-    }
-    return out;
-}
-
-// The same for a text of the system, such as the name of a file, which need not be UTF-8.
-inline std::string shown(const std::string& text)
-{
-    const Ref<::String> read = Host::fromUtf8(text);
-    std::u32string characters;
-    (read ? read : ::String::create(text.c_str()))->forEach([&characters](char32_t c) { characters += c; });
-    return shown(characters);
-}
 
 // The command line of one run. Every program knows --help, or -h, and -v besides its own options.
 class Command {
