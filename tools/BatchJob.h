@@ -5,6 +5,8 @@
 #include <tools/Command.h>
 #include <tools/FieldValues.h>
 
+#include <nlohmann/json.hpp>
+
 namespace Tools {
 
 // What is done with one file, step by step in the order of the members.

@@ -3,9 +3,6 @@
 #include <tools/Command.h>
 #include <tools/FieldValues.h>
 
-#include <cerrno>
-#include <memory>
-
 namespace {
 
 using Tools::Command;
@@ -28,25 +25,6 @@ const char help[] =
     "\n"
     "Exit status: 0; 1 when IN, a value, or the saving is refused; 2 for wrong use\n"
     "and unreadable files.\n";
-
-// Takes the values of a file; the reason when that can't be done.
-std::optional<Host::Refusal> readFile(const std::string& path, FieldValues& values)
-{
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
-    if (!file)
-        return Host::Refusal{Host::systemRefusal("can't be opened", errno).words, 0, true};
-    std::string text;
-    char block[4096];
-    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
-        text.append(block, count);
-    if (std::ferror(file.get()))
-        return Host::Refusal{Host::systemRefusal("can't be read", errno).words, 0, true};
-    auto read = Tools::valuesOf(nlohmann::json::parse(text, nullptr, false));
-    if (!read)
-        return Host::Refusal{read.refusal().words, 0, true}; // the same status as a file that can't be read
-    values = std::move(*read);
-    return {};
-}
 
 // Adds the values of the command line, those of one name as a list; false when one has no "=" or is no UTF-8.
 bool readOperands(const Command& command, FieldValues& values)
@@ -89,9 +67,12 @@ int main(int argc, char** argv)
     if (const auto status = command.parse(argc, argv))
         return *status;
     FieldValues values;
-    if (command.has("--values"))
-        if (const auto refusal = readFile(command.argument("--values"), values))
-            return command.refuse(command.argument("--values"), *refusal);
+    if (command.has("--values")) {
+        auto read = Tools::readValues(command.argument("--values"));
+        if (!read)
+            return command.refuse(command.argument("--values"), read.refusal());
+        values = std::move(*read);
+    }
     if (!readOperands(command, values))
         return command.misuse("expected NAME=VALUE in UTF-8 behind IN and OUT");
     const std::string& in = command.operand(0);
