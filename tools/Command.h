@@ -8,6 +8,8 @@
 #include <platform/SysLog.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
+#include <tools/Opening.h>
+#include <tools/Saving.h>
 #include <tools/ShownText.h>
 
 #include <algorithm>
@@ -179,24 +181,6 @@ inline const std::vector<std::string> saveOptions = {"--unverified", "--partial"
     "  --unverified   don't compare the new file with the document\n" \
     "  --partial      save also what is only in part in memory: without a catalog,\n" \
     "                 updated, encrypted, or changed on the disk meanwhile\n"
-
-// `Host::open` with a bar.
-inline Host::Result<Host::OpenedFile> open(const std::string& path)
-{
-    auto opened = withProgress("opening", [&path] { return Host::open(path); });
-    return opened ? std::move(opened) : withOpeningHint(opened.refusal());
-}
-
-// What saving loses of the file, in words, or why that can't be told; none when it loses nothing.
-inline std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
-{
-    const auto examination = Host::examine(file);
-    if (!examination)
-        return examination.refusal();
-    if (examination->losses.countOfMeaning() == 0)
-        return {};
-    return Host::Refusal{"saving loses " + examination->losses.summary() + lossesHint};
-}
 
 // Says in one line what saving loses of the file, if anything. With --strict that is the end, and the status
 // comes back.
