@@ -1,6 +1,7 @@
 // Does jobs on many PDF files, one line of JSON each.
 
-#include <tools/BatchJob.h>
+#include <tools/BatchRun.h>
+#include <tools/Command.h>
 #include <tools/Progress.h>
 
 #include <sys/stat.h>
@@ -155,10 +156,10 @@ void work(Lines& lines, const BatchOptions& options)
     while (lines.next(index, line, text)) {
         Tools::BatchJob job;
         BatchResult result;
-        if (auto refusal = Tools::Batch::read(nlohmann::json::parse(text, nullptr, false), job))
+        if (auto refusal = Tools::readJob(nlohmann::json::parse(text, nullptr, false), job))
             result = {"job", std::move(*refusal), 0, 0, {}};
         else
-            result = Tools::Batch::run(job, options);
+            result = Tools::runJob(job, options);
         const Json object = resultOf(line, job, result);
         lines.finish(index, object.dump(-1, ' ', false, Json::error_handler_t::replace), result.step.empty());
     }

@@ -1,0 +1,104 @@
+#include <tools/BatchJob.h>
+
+#include <algorithm>
+
+namespace Tools {
+
+using Host::PDF::BackgroundMode;
+
+namespace {
+
+// The text under a key, which is the name of a file; empty when there is no such key. A zero would end the name
+// before its end.
+Host::Result<std::string> fileNameUnder(const nlohmann::json& object, const char* key)
+{
+    const auto found = object.find(key);
+    if (found == object.end())
+        return std::string();
+    const auto* name = found->get_ptr<const std::string*>();
+    if (!name || name->empty() || name->find('\0') != name->npos)
+        return Host::Refusal{std::string(key) + " is no name of a file"};
+    return *name;
+}
+
+// A misspelt key must not leave out a step.
+std::optional<Host::Refusal> unknownKeyOf(const nlohmann::json& object, std::vector<std::string> known)
+{
+    for (const auto& item : object.items())
+        if (std::find(known.begin(), known.end(), item.key()) == known.end())
+            return Host::Refusal{"unknown key " + item.key()};
+    return {};
+}
+
+std::optional<BackgroundMode> modeOf(const nlohmann::json& name)
+{
+    return name.is_string() ? modeNamed(name.get<std::string>()) : std::nullopt;
+}
+
+// `background` is the name of a file, or an object of `file` and `mode`.
+std::optional<Host::Refusal> readBackground(const nlohmann::json& object, BatchJob& job)
+{
+    const auto found = object.find("background");
+    if (found == object.end())
+        return {};
+    const bool isObject = found->is_object();
+    if (isObject)
+        if (auto refusal = unknownKeyOf(*found, {"file", "mode"}))
+            return refusal;
+    const auto foreign = isObject ? fileNameUnder(*found, "file") : fileNameUnder(object, "background");
+    if (!foreign || foreign->empty())
+        return Host::Refusal{"background names no file"};
+    const auto mode =
+        isObject && found->contains("mode") ? modeOf(found->at("mode")) : std::optional(BackgroundMode::AllPages);
+    if (!mode)
+        return Host::Refusal{"the mode of a background is first, all, pairs or repeat-last"};
+    job.foreign = *foreign;
+    job.mode = *mode;
+    return {};
+}
+
+std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& job)
+{
+    const auto found = object.find("recompress");
+    if (found == object.end())
+        return {};
+    if (*found != "flate" && *found != "none")
+        return Host::Refusal{"recompress is flate or none"};
+    job.target = *found == "flate" ? Host::PDF::Compression::Flate : Host::PDF::Compression::None;
+    return {};
+}
+
+} // namespace
+
+std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job)
+{
+    if (!object.is_object())
+        return Host::Refusal{"the line is no JSON object in UTF-8"};
+    // No lists: a copy of one that nests deep would exhaust the stack.
+    if (const auto id = object.find("id"); id != object.end()) {
+        if (!id->is_string() && !id->is_number())
+            return Host::Refusal{"id is no text or number"};
+        job.id = *id;
+    }
+    if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "background", "recompress", "out"}))
+        return refusal;
+    for (const auto& [key, name] : {std::pair("in", &job.in), std::pair("out", &job.out)}) {
+        auto read = fileNameUnder(object, key);
+        if (!read)
+            return read.refusal();
+        *name = std::move(*read);
+    }
+    if (job.in.empty())
+        return Host::Refusal{"the job has no in"};
+    if (object.contains("fill")) {
+        auto values = valuesOf(object["fill"]);
+        if (!values)
+            return Host::Refusal{"fill: " + values.refusal().words};
+        job.values = std::move(*values);
+    }
+    if (auto refusal = readBackground(object, job))
+        return refusal;
+    return readTarget(object, job);
+}
+
+} // namespace Tools

@@ -1,0 +1,138 @@
+#include <tools/BatchRun.h>
+
+#include <tools/Hints.h>
+#include <tools/Saving.h>
+
+namespace Tools {
+
+namespace {
+
+// One run of a job: its own documents, and what becomes of them. Every step gives the reason why it failed.
+class Run {
+public:
+    Run(const BatchJob& job, const BatchOptions& options, BatchResult& result)
+        : _job(job), _options(options), _result(result)
+    {
+    }
+
+    std::optional<Host::Refusal> open()
+    {
+        auto opened = Host::open(_job.in);
+        if (!opened)
+            return opened.refusal();
+        _opened = std::move(*opened);
+        _result.pages = _opened.document->getPages().size();
+        return {};
+    }
+    std::optional<Host::Refusal> fill()
+    {
+        if (_job.values.empty())
+            return {};
+        auto filler = Host::FormFiller::create(_opened.document);
+        if (!filler)
+            return filler.refusal();
+        for (const auto& [name, value] : _job.values)
+            if (auto refusal = filler->fill(name, value, _options.appearances)) {
+                refusal->words = name + ": " + refusal->words + fieldHint;
+                return refusal;
+            }
+        warn(filler->warnings());
+        return {};
+    }
+    // The foreign document is the job's own, too: it holds its streams once they were read, so that no two
+    // threads may use it.
+    std::optional<Host::Refusal> background()
+    {
+        if (_job.foreign.empty())
+            return {};
+        const auto foreign = Host::open(_job.foreign);
+        if (!foreign) {
+            Host::Refusal refusal = foreign.refusal();
+            refusal.words = _job.foreign + ": " + refusal.words;
+            return refusal;
+        }
+        if (auto losses = checkLosses(foreign->file, _job.foreign + ": "))
+            return losses;
+        const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
+        if (!done)
+            return done.refusal();
+        warn(done->warnings);
+        return {};
+    }
+    std::optional<Host::Refusal> recompress()
+    {
+        if (!_job.target)
+            return {};
+        const auto done = Host::recompress(_opened.document, *_job.target, {_options.isForced});
+        return done ? std::nullopt : std::optional(done.refusal());
+    }
+    std::optional<Host::Refusal> save()
+    {
+        if (_job.out.empty())
+            return {};
+        if (auto losses = checkLosses(_opened.file, ""))
+            return losses;
+        Host::SaveOptions options = _options.save;
+        options.isStrict = false; // examined above
+        const auto saved = Host::save(_opened, _job.out, options);
+        if (!saved) {
+            Host::Refusal refusal = saved.refusal();
+            refusal.words += partialHint(saved.refusal());
+            return refusal;
+        }
+        _result.size = saved->size;
+        if (saved->durability == Host::Durability::Unknown)
+            warn({"the folder of the new file can't be synced"});
+        return {};
+    }
+
+private:
+    // What goes into the new file is examined: a warning, or the end of a strict job.
+    std::optional<Host::Refusal> checkLosses(const Ref<Host::FileStripe>& file, const std::string& prefix)
+    {
+        auto losses = _options.isExamined ? lossesOf(file) : std::nullopt;
+        if (!losses)
+            return {};
+        losses->words = prefix + losses->words;
+        if (_options.save.isStrict)
+            return losses;
+        warn({losses->words});
+        return {};
+    }
+    void warn(const std::vector<std::string>& words)
+    {
+        _result.warnings.insert(_result.warnings.end(), words.begin(), words.end());
+    }
+
+    const BatchJob& _job;
+    const BatchOptions& _options;
+    BatchResult& _result;
+    Host::OpenedFile _opened;
+};
+
+} // namespace
+
+BatchResult runJob(const BatchJob& job, const BatchOptions& options)
+{
+    constexpr struct {
+        const char* name;
+        std::optional<Host::Refusal> (Run::*perform)();
+    } steps[] = {
+        {"open", &Run::open},
+        {"fill", &Run::fill},
+        {"background", &Run::background},
+        {"recompress", &Run::recompress},
+        {"save", &Run::save},
+    };
+    BatchResult result;
+    Run run(job, options, result);
+    for (const auto& step : steps)
+        if (auto refusal = (run.*step.perform)()) {
+            result.step = step.name;
+            result.refusal = std::move(*refusal);
+            break;
+        }
+    return result;
+}
+
+} // namespace Tools

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <host/saving/Save.h>
+#include <tools/BatchJob.h>
+
+namespace Tools {
+
+// What goes for all jobs of a run.
+struct BatchOptions {
+    Host::SaveOptions save;
+    Host::Appearances appearances = Host::Appearances::DrawnByViewers;
+    bool isForced = false;
+    bool isExamined = true; // what saving loses becomes a warning
+};
+
+// What became of a job. The step that failed is empty when all is done.
+struct BatchResult {
+    std::string step;
+    Host::Refusal refusal;
+    std::size_t pages = 0;
+    std::uint64_t size = 0; // of the saved file, in bytes
+    std::vector<std::string> warnings;
+};
+
+// Does the steps of a job up to the first that fails. Nothing of it is left but the saved file.
+BatchResult runJob(const BatchJob& job, const BatchOptions& options);
+
+} // namespace Tools
