@@ -1,14 +1,12 @@
 // Does jobs on many PDF files, one line of JSON each.
 
+#include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
 #include <tools/Command.h>
-#include <tools/Progress.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include <atomic>
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 
 namespace {
@@ -43,83 +41,6 @@ const char help[] =
 // The log lines of the job that the thread is at. The sink is called on the thread that logs.
 thread_local std::vector<std::string> jobLog;
 
-// Hands out the lines of standard input and prints the results in the same order. All operations may be called
-// from any thread.
-class Lines {
-public:
-    Lines(unsigned threads, std::uint64_t inputSize)
-        : _window(64 * threads), _inputSize(inputSize), _progress(!isatty(STDOUT_FILENO))
-    {
-    }
-
-    // The next line that isn't empty, and its number, counted from 0 among those; false at the end. Waits
-    // while too many results stand behind one that isn't there yet.
-    bool next(std::uint64_t& index, std::uint64_t& line, std::string& text)
-    {
-        const std::lock_guard oneReader(_inputLock);
-        {
-            std::unique_lock guard(_lock);
-            _hasRoom.wait(guard, [this] { return _taken < _printed + _window || _isBroken; });
-            if (_isBroken)
-                return false;
-        }
-        do {
-            const ssize_t length = getline(&_buffer.text, &_buffer.size, stdin);
-            if (length < 0)
-                return false;
-            text.assign(_buffer.text, std::size_t(length));
-            _bytesRead += text.size();
-            ++_line;
-        } while (text.find_first_not_of(" \t\r\n") == text.npos);
-        const std::lock_guard guard(_lock);
-        index = _taken++;
-        line = _line;
-        return true;
-    }
-
-    // Prints the result of a line as soon as all before it are printed.
-    void finish(std::uint64_t index, std::string result, bool isDone)
-    {
-        const std::lock_guard guard(_lock);
-        _waiting.emplace(index, std::move(result));
-        _failed += !isDone;
-        for (auto first = _waiting.begin(); first != _waiting.end() && first->first == _printed && !_isBroken;
-             first = _waiting.erase(first), ++_printed) {
-            std::fputs((first->second + "\n").c_str(), stdout);
-            _isBroken = std::fflush(stdout) != 0; // each at once, for who waits for it at a pipe
-        }
-        _hasRoom.notify_all();
-        _progress.show(_bytesRead, _inputSize,
-            std::to_string(_printed) + " jobs, " + std::to_string(_failed) + " failed");
-    }
-
-    // Once no thread is at work any more.
-    std::uint64_t failed() const { return _failed; }
-
-private:
-    struct Buffer {
-        char* text = nullptr;
-        std::size_t size = 0;
-        ~Buffer() { std::free(text); }
-    };
-
-    const std::uint64_t _window;
-    const std::uint64_t _inputSize; // in bytes; 0 when nobody knows
-    std::mutex _inputLock; // taken before the other
-    Buffer _buffer;
-    std::uint64_t _line = 0;
-
-    std::mutex _lock;
-    std::condition_variable _hasRoom;
-    std::map<std::uint64_t, std::string> _waiting;
-    std::uint64_t _taken = 0;
-    std::uint64_t _printed = 0;
-    std::uint64_t _failed = 0;
-    std::atomic<std::uint64_t> _bytesRead{0};
-    bool _isBroken = false;
-    Tools::Progress _progress;
-};
-
 Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult& result)
 {
     Json object = {{"line", line}};
@@ -148,7 +69,7 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
 }
 
 // What a thread does until there are no more lines.
-void work(Lines& lines, const BatchOptions& options)
+void work(Tools::BatchLines& lines, const BatchOptions& options)
 {
     std::uint64_t index;
     std::uint64_t line;
@@ -206,7 +127,7 @@ int main(int argc, char** argv)
         keepLogWithJobs();
     std::uint64_t failed;
     {
-        Lines lines(*threads, sizeOfInput());
+        Tools::BatchLines lines(*threads, sizeOfInput());
         const BatchOptions options = optionsOf(command);
         std::vector<std::thread> workers;
         for (unsigned i = 1; i < *threads; ++i)
