@@ -1,0 +1,103 @@
+#include <tools/CommandLine.h>
+
+#include <cassert>
+#include <charconv>
+
+namespace Tools {
+
+namespace {
+
+constexpr Option help = {"--help", "", ""};
+
+} // namespace
+
+CommandLine::CommandLine(const Program& program) : _program(program) {}
+
+std::string CommandLine::parse(Arguments arguments)
+{
+    bool areOptionsOver = false;
+    while (!arguments.empty()) {
+        const std::string argument = arguments.front();
+        arguments = arguments.subspan(1);
+        if (areOptionsOver || argument.size() < 2 || argument[0] != '-')
+            _operands.push_back(argument);
+        else if (argument == "--")
+            areOptionsOver = true;
+        else if (std::string fault = takeOption(argument, arguments); !fault.empty())
+            return fault;
+    }
+    const bool isTooMany = _operands.size() > _program.operandCount && !_program.takesMoreOperands;
+    if (!has(help.name) && (_operands.size() < _program.operandCount || isTooMany))
+        return std::string("expected ") + _program.usage;
+    return "";
+}
+
+// What is wrong with the option; empty when it was taken, and with it the next argument if it needs one.
+std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
+{
+    const std::size_t sign = spelled.find('=');
+    const bool hasArgument = sign != spelled.npos;
+    const std::string name = spelled == "-h" ? help.name : spelled.substr(0, sign);
+    const Option* option = find(name);
+    if (!option)
+        return "unknown option " + name;
+    const bool takesArgument = *option->argument;
+    if (hasArgument && !takesArgument)
+        return name + " takes no argument";
+    if (takesArgument && !hasArgument && rest.empty())
+        return name + " needs an argument";
+    std::string& argument = _given[name];
+    if (hasArgument) {
+        argument = spelled.substr(sign + 1);
+    } else if (takesArgument) {
+        argument = rest.front();
+        rest = rest.subspan(1);
+    }
+    return "";
+}
+
+// Null when the program has no such option.
+const Option* CommandLine::find(std::string_view name) const
+{
+    if (name == help.name)
+        return &help;
+    for (const auto& group : _program.options)
+        for (const Option& option : group)
+            if (name == option.name)
+                return &option;
+    return nullptr;
+}
+
+bool CommandLine::has(std::string_view option) const
+{
+    assert(find(option));
+    return _given.find(option) != _given.end();
+}
+
+std::string CommandLine::argument(std::string_view option, const char* fallback) const
+{
+    return has(option) ? _given.find(option)->second : fallback;
+}
+
+std::string CommandLine::conflictAmong(std::initializer_list<const char*> options) const
+{
+    const char* first = nullptr;
+    for (const char* option : options) {
+        if (!has(option))
+            continue;
+        if (first)
+            return std::string(first) + " and " + option + " don't go together";
+        first = option;
+    }
+    return "";
+}
+
+std::optional<std::uint32_t> numberOf(std::string_view text)
+{
+    std::uint32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+} // namespace Tools
