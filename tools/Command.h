@@ -6,6 +6,7 @@
 #include <host/saving/Save.h>
 #include <platform/StrConv.h>
 #include <platform/SysLog.h>
+#include <tools/Console.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
 #include <tools/Opening.h>
@@ -23,12 +24,6 @@
 
 // What the example programs share: their command line, their exit status and how they refuse.
 namespace Tools {
-
-enum ExitStatus : int {
-    Done = 0,
-    Refused = 1,  // the file, or the saving of it, was refused
-    Unusable = 2, // wrong use, or a file that can't be read or written at all
-};
 
 // The command line of one run. Every program knows --help, or -h, and -v besides its own options.
 class Command {
@@ -93,32 +88,13 @@ public:
     std::optional<std::uint32_t> number(const std::string& option) const { return numberOf(_given.at(option)); }
     std::optional<std::uint32_t> number(std::size_t operand) const { return numberOf(_operands[operand]); }
 
-    int misuse(const std::string& words) const
-    {
-        std::fprintf(stderr, "%s: %s; see %s --help\n", _name.c_str(), shown(words).c_str(), _name.c_str());
-        return Unusable;
-    }
-    // One line that names the file, says what is wrong, and the code.
+    int misuse(const std::string& words) const { return Console(_name).misuse(words); }
     int refuse(const std::string& file, const Host::Refusal& refusal) const
     {
-        const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
-        std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.words).c_str(),
-            code.c_str());
-        return refusal.isUnusable ? Unusable : Refused;
+        return Console(_name).refuse(file, refusal);
     }
-    // One line that names the file; the run goes on.
-    void warn(const std::string& file, const std::string& words) const
-    {
-        std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), shown(words).c_str());
-    }
-    // The status of a run that went well, unless what it printed did not arrive.
-    int finish() const
-    {
-        if (std::fflush(stdout) == 0 && !std::ferror(stdout))
-            return Done;
-        std::fprintf(stderr, "%s: standard output: can't be written\n", _name.c_str());
-        return Unusable;
-    }
+    void warn(const std::string& file, const std::string& words) const { Console(_name).warn(file, words); }
+    int finish() const { return Console(_name).finish(); }
 
 private:
     static std::optional<std::uint32_t> numberOf(const std::string& text)

@@ -1,0 +1,39 @@
+#include <tools/Console.h>
+
+#include <host/base/ErrorWords.h>
+#include <tools/ShownText.h>
+
+#include <cstdio>
+
+namespace Tools {
+
+Console::Console(std::string name) : _name(std::move(name)) {}
+
+int Console::misuse(const std::string& message) const
+{
+    std::fprintf(stderr, "%s: %s; see %s --help\n", _name.c_str(), shown(message).c_str(), _name.c_str());
+    return Unusable;
+}
+
+int Console::refuse(const std::string& file, const Host::Refusal& refusal) const
+{
+    const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
+    std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.words).c_str(),
+        code.c_str());
+    return refusal.isUnusable ? Unusable : Refused;
+}
+
+void Console::warn(const std::string& file, const std::string& message) const
+{
+    std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), shown(message).c_str());
+}
+
+int Console::finish() const
+{
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return Done;
+    std::fprintf(stderr, "%s: standard output: can't be written\n", _name.c_str());
+    return Unusable;
+}
+
+} // namespace Tools

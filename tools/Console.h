@@ -1,0 +1,35 @@
+#pragma once
+
+#include <host/base/Result.h>
+
+#include <string>
+
+namespace Tools {
+
+enum ExitStatus : int {
+    Done = 0,
+    Refused = 1,  // the file, or the saving of it, was refused
+    Unusable = 2, // wrong use, or a file that can't be read or written at all
+};
+
+// What a program says to people: lines on standard error that begin with its name. What ends the program gives its
+// exit status.
+class Console {
+public:
+    // `name` is the one that the program is called by.
+    explicit Console(std::string name);
+
+    // Wrong use: what is wrong, and where to read more.
+    int misuse(const std::string& message) const;
+    // What is wrong with the file, and the code.
+    int refuse(const std::string& file, const Host::Refusal& refusal) const;
+    // The program goes on.
+    void warn(const std::string& file, const std::string& message) const;
+    // The end of a program that went well, unless what it printed did not arrive.
+    int finish() const;
+
+private:
+    const std::string _name;
+};
+
+} // namespace Tools
