@@ -1,0 +1,43 @@
+#include <tools/Main.h>
+
+#include <tools/Help.h>
+#include <tools/LogKeeping.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+
+namespace Tools {
+
+namespace {
+
+// A limit of file sizes and a reader that went away are failed writes, not the end.
+void ignoreSignalsOfWriting()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace
+
+int run(const Program& program, int argc, char** argv, Work work)
+{
+    ignoreSignalsOfWriting();
+    const std::string name = argc > 0 ? std::filesystem::path(argv[0]).filename().string() : program.name;
+    const Console console(name);
+    CommandLine line(program);
+    const std::size_t skipped = std::min(argc, 1);
+    if (const std::string fault = line.parse({argv + skipped, std::size_t(argc) - skipped}); !fault.empty())
+        return console.misuse(fault);
+    if (line.has("--help")) {
+        std::fputs(helpOf(program, name).c_str(), stdout);
+        return console.finish();
+    }
+    std::optional<LogKeeping> log;
+    if (line.has("-v"))
+        log.emplace();
+    return work(line, console);
+}
+
+} // namespace Tools
