@@ -151,7 +151,7 @@ private:
 };
 
 // The options of every program that saves, and the lines of its help about them.
-inline const std::vector<std::string> saveOptions = {"--unverified", "--partial", "--strict"};
+inline const std::vector<std::string> saveOptionNames = {"--unverified", "--partial", "--strict"};
 #define SAVE_OPTIONS_HELP \
     "  --strict       refuse what `files-pdf-inspect --losses` lists\n" \
     "  --unverified   don't compare the new file with the document\n" \

@@ -27,7 +27,7 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptions;
+    std::vector<std::string> options = Tools::saveOptionNames;
     options.insert(options.end(), {"--mode=", "--force"});
     Tools::Command command("background", help, 3, options);
     if (const auto status = command.parse(argc, argv))

@@ -115,7 +115,7 @@ BatchOptions optionsOf(const Command& command)
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> known = Tools::saveOptions;
+    std::vector<std::string> known = Tools::saveOptionNames;
     known.insert(known.end(), {"--jobs=", "--keep-looks", "--force", "--unexamined"});
     Command command("batch", help, 0, known);
     if (const auto status = command.parse(argc, argv))

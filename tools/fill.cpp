@@ -61,7 +61,7 @@ std::optional<int> fillAll(
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptions;
+    std::vector<std::string> options = Tools::saveOptionNames;
     options.insert(options.end(), {"--values=", "--keep-looks"});
     Command command("fill", help, 2, options, Command::Operands::More);
     if (const auto status = command.parse(argc, argv))

@@ -64,7 +64,7 @@ void print(const std::vector<RecompressedStream>& streams, PDF::Compression targ
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptions;
+    std::vector<std::string> options = Tools::saveOptionNames;
     options.insert(options.end(), {"--flate", "--none", "--force"});
     Tools::Command command("recompress", help, 2, options);
     if (const auto status = command.parse(argc, argv))

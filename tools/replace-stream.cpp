@@ -36,7 +36,7 @@ Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptions;
+    std::vector<std::string> options = Tools::saveOptionNames;
     options.push_back("--stored");
     Tools::Command command("replace-stream", help, 4, options);
     if (const auto status = command.parse(argc, argv))

@@ -21,7 +21,7 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    Tools::Command command("rewrite", help, 2, Tools::saveOptions);
+    Tools::Command command("rewrite", help, 2, Tools::saveOptionNames);
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& in = command.operand(0);

@@ -21,7 +21,7 @@ const char help[] =
 
 int main(int argc, char** argv)
 {
-    Tools::Command command("save-in-place", help, 1, Tools::saveOptions);
+    Tools::Command command("save-in-place", help, 1, Tools::saveOptionNames);
     if (const auto status = command.parse(argc, argv))
         return *status;
     const std::string& file = command.operand(0);
