@@ -15,13 +15,14 @@ struct Option {
 
 // A program, as its command line is read and its help printed. Every program knows --help, or -h, besides its options.
 struct Program {
-    const char* name;          // the name that it has in its source; people see the one that it is called by
-    const char* usage;         // what follows the name: "[options] IN OUT"
-    std::size_t operandCount;  // how many operands it needs
-    bool takesMoreOperands;    // whether others may follow these
-    const char* about;         // what it does. A line that begins with a blank is printed as it is
-    std::vector<std::span<const Option>> options; // in the order of the help; some groups are those of many programs
-    const char* exitStatus;    // "0; 1 when ..."
+    const char* name;               // as it is called in the sources; people see the name that it was called by
+    const char* usage;              // what follows the name: "[options] IN OUT"
+    std::size_t operandCount = 0;   // how many operands it needs
+    bool takesMoreOperands = false; // whether others may follow these
+    const char* about;              // what it does. A line that begins with a blank is printed as it is
+    // In the order of the help; some groups are those of many programs.
+    std::vector<std::span<const Option>> options;
+    const char* exitStatus; // "0; 1 when ..."
 };
 
 } // namespace Tools

@@ -1,32 +1,34 @@
 // Opens a PDF file and writes the whole of it as a new one.
 
-#include <tools/Command.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/Saving.h>
 
 namespace {
 
-const char help[] =
-    "Usage: rewrite [options] IN OUT\n"
-    "\n"
-    "Opens the PDF file IN and saves it whole as OUT, which may be the same file.\n"
-    "OUT is replaced only when the new file has been opened again and holds the same\n"
-    "document.\n"
-    "\n"
-    SAVE_OPTIONS_HELP
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when IN, or the saving of it, is refused; 2 for wrong use and\n"
-    "unreadable files.\n";
+const Tools::Program program = {
+    .name = "rewrite",
+    .usage = "[options] IN OUT",
+    .operandCount = 2,
+    .about = "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced only when "
+             "the new file has been opened again and holds the same document.",
+    .options = {Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0; 1 when IN, or the saving of it, is refused; 2 for wrong use and unreadable files.",
+};
+
+int rewrite(const Tools::CommandLine& line, const Tools::Console& console)
+{
+    const std::string& in = line.operand(0);
+    const auto opened = Tools::open(in);
+    if (!opened)
+        return console.refuse(in, opened.refusal());
+    return Tools::Saving(line, console).save(*opened, in, line.operand(1));
+}
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Tools::Command command("rewrite", help, 2, Tools::saveOptionNames);
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Tools::open(in);
-    if (!opened)
-        return command.refuse(in, opened.refusal());
-    return Tools::save(command, *opened, in, command.operand(1));
+    return Tools::run(program, argc, argv, rewrite);
 }

@@ -1,36 +1,40 @@
 // Opens a PDF file, makes itself independent of it, and saves the document over it.
 
-#include <tools/Command.h>
+#include <tools/FileProgress.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/Saving.h>
 
 namespace {
 
-const char help[] =
-    "Usage: save-in-place [options] FILE\n"
-    "\n"
-    "Opens the PDF file FILE, takes the data of all its streams into memory, and\n"
-    "saves the document as FILE again. Before the save nothing of the old file is\n"
-    "needed any more: it might be gone.\n"
-    "\n"
-    SAVE_OPTIONS_HELP
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when FILE, or the saving of it, is refused; 2 for wrong use\n"
-    "and unreadable files.\n";
+const Tools::Program program = {
+    .name = "save-in-place",
+    .usage = "[options] FILE",
+    .operandCount = 1,
+    .about = "Opens the PDF file FILE, takes the data of all its streams into memory, and saves the document as FILE "
+             "again. Before the save nothing of the old file is needed any more: it might be gone.",
+    .options = {Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.",
+};
+
+int saveInPlace(const Tools::CommandLine& line, const Tools::Console& console)
+{
+    const std::string& file = line.operand(0);
+    auto opened = Tools::open(file);
+    if (!opened)
+        return console.refuse(file, opened.refusal());
+    const Tools::Saving saving(line, console);
+    if (const auto status = saving.checkLosses(opened->file, file))
+        return *status;
+    if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened); }))
+        return console.refuse(file, *refusal);
+    return saving.save(*opened, file, file);
+}
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Tools::Command command("save-in-place", help, 1, Tools::saveOptionNames);
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Tools::open(file);
-    if (!opened)
-        return command.refuse(file, opened.refusal());
-    if (const auto status = Tools::checkLosses(command, opened->file, file))
-        return *status;
-    if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened); }))
-        return command.refuse(file, *refusal);
-    return Tools::save(command, *opened, file, file);
+    return Tools::run(program, argc, argv, saveInPlace);
 }
