@@ -1,7 +1,12 @@
 // Brings the data of all streams of a PDF file to one compression.
 
+#include <host/base/ErrorWords.h>
 #include <host/streams/Recompress.h>
-#include <tools/Command.h>
+#include <tools/FileProgress.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/Saving.h>
 
 namespace {
 
@@ -9,23 +14,22 @@ namespace PDF = Libraries::Files::PDF;
 using Host::RecompressedStream;
 using Host::StreamOutcome;
 
-const char help[] =
-    "Usage: recompress --flate | --none [options] IN OUT\n"
-    "\n"
-    "Opens the PDF file IN, brings the data of every stream to one form, saves the\n"
-    "whole as OUT, which may be the same file, and says of each stream what became\n"
-    "of it, with its sizes in bytes.\n"
-    "\n"
-    "  --flate        compressed, with the filter FlateDecode\n"
-    "  --none         uncompressed, without a filter\n"
-    "  --force        with --flate: compress as well data that has a filter of\n"
-    "                 another name, as it stands. That name is lost, so nobody can\n"
-    "                 read the data then\n"
-    SAVE_OPTIONS_HELP
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use\n"
-    "and unreadable files.\n";
+constexpr Tools::Option options[] = {
+    {"--flate", "", "compressed, with the filter FlateDecode"},
+    {"--none", "", "uncompressed, without a filter"},
+    {"--force", "",
+        "with --flate: compress as well data that has a filter of another name, as it stands. That name is lost, so "
+        "nobody can read the data then"},
+};
+const Tools::Program program = {
+    .name = "recompress",
+    .usage = "--flate | --none [options] IN OUT",
+    .operandCount = 2,
+    .about = "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which may be "
+             "the same file, and says of each stream what became of it, with its sizes in bytes.",
+    .options = {options, Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
+};
 
 std::string outcomeText(const RecompressedStream& stream, PDF::Compression target)
 {
@@ -60,31 +64,31 @@ void print(const std::vector<RecompressedStream>& streams, PDF::Compression targ
         std::to_string(before).c_str(), std::to_string(after).c_str());
 }
 
+int recompress(const Tools::CommandLine& line, const Tools::Console& console)
+{
+    if (const std::string conflict = line.conflictAmong({"--flate", "--none"}); !conflict.empty())
+        return console.misuse(conflict);
+    if (!line.has("--flate") && !line.has("--none"))
+        return console.misuse("expected either --flate or --none");
+    const auto target = line.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
+    const std::string& in = line.operand(0);
+    const auto opened = Tools::open(in);
+    if (!opened)
+        return console.refuse(in, opened.refusal());
+    const auto streams = Tools::withProgress("recompressing",
+        [&] { return Host::recompress(opened->document, target, {line.has("--force")}); });
+    if (!streams)
+        return console.refuse(in, streams.refusal());
+    const int status = Tools::Saving(line, console).save(*opened, in, line.operand(1));
+    if (status != Tools::Done)
+        return status;
+    print(*streams, target);
+    return console.finish();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptionNames;
-    options.insert(options.end(), {"--flate", "--none", "--force"});
-    Tools::Command command("recompress", help, 2, options);
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    if (command.has("--flate") && command.has("--none"))
-        return command.misuse("--flate and --none don't go together");
-    if (!command.has("--flate") && !command.has("--none"))
-        return command.misuse("expected either --flate or --none");
-    const auto target = command.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
-    const std::string& in = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Tools::open(in);
-    if (!opened)
-        return command.refuse(in, opened.refusal());
-    const auto streams = Tools::withProgress("recompressing",
-        [&] { return Host::recompress(opened->document, target, {command.has("--force")}); });
-    if (!streams)
-        return command.refuse(in, streams.refusal());
-    const int status = Tools::save(command, *opened, in, command.operand(1));
-    if (status != Tools::Done)
-        return status;
-    print(*streams, target);
-    return command.finish();
+    return Tools::run(program, argc, argv, recompress);
 }
