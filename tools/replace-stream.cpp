@@ -1,28 +1,30 @@
 // Replaces the data of one stream of a PDF file.
 
 #include <document/Inspection.h>
+#include <host/base/ErrorWords.h>
 #include <host/streams/StreamChecks.h>
-#include <tools/Command.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/Saving.h>
 
 namespace {
 
 using namespace Libraries::Files;
 
-const char help[] =
-    "Usage: replace-stream [options] IN OUT N DATAFILE\n"
-    "\n"
-    "Opens the PDF file IN, replaces the data of its stream object N by that of\n"
-    "DATAFILE, and saves the whole as OUT, which may be the same file. The data is\n"
-    "compressed when the stream has the filter FlateDecode and stored as it is when\n"
-    "it has none; streams with other filters are refused.\n"
-    "\n"
-    "  --stored       store the data as it is in any case: it is encoded already as\n"
-    "                 the filter says\n"
-    SAVE_OPTIONS_HELP
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when IN, or what is asked for, is refused; 2 for wrong use\n"
-    "and unreadable files.\n";
+constexpr Tools::Option options[] = {
+    {"--stored", "", "store the data as it is in any case: it is encoded already as the filter says"},
+};
+const Tools::Program program = {
+    .name = "replace-stream",
+    .usage = "[options] IN OUT N DATAFILE",
+    .operandCount = 4,
+    .about = "Opens the PDF file IN, replaces the data of its stream object N by that of DATAFILE, and saves the whole "
+             "as OUT, which may be the same file. The data is compressed when the stream has the filter FlateDecode "
+             "and stored as it is when it has none; streams with other filters are refused.",
+    .options = {options, Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
+};
 
 Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
 {
@@ -32,41 +34,41 @@ Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
     return nullptr;
 }
 
+int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
+{
+    const std::string& in = line.operand(0);
+    const std::string& dataFile = line.operand(3);
+    const auto id = Tools::numberOf(line.operand(2));
+    if (!id)
+        return console.misuse("N is the number of an object");
+    const auto opened = Tools::open(in);
+    if (!opened)
+        return console.refuse(in, opened.refusal());
+    const Ref<PDF::Object> object = objectOf(opened->document, *id);
+    if (!object)
+        return console.refuse(in, Host::codeRefusal(ErrNotFound));
+    const auto stream = PDF::valueAs<PDF::Stream>(object->value());
+    if (!stream)
+        return console.refuse(in, {Host::nameOf(*object) + " is no stream"});
+    if (const Ref<PDF::Object> other = Host::sharerOfLength(opened->document, stream))
+        return console.refuse(
+            in, {Host::nameOf(*object) + " has its Length in common with " + Host::nameOf(*other), ErrStreamLength});
+    const auto data = Host::ByteFileStripe::open(dataFile);
+    if (!data)
+        return console.refuse(dataFile, data.refusal());
+    if (!opened->document->setStreamData(stream, *data, !line.has("--stored"))) {
+        const std::string trouble = (*data)->trouble();
+        return trouble.empty() ? console.refuse(in, Host::codeRefusal(Error::get(), Host::nameOf(*object) + ": "))
+                               : console.refuse(dataFile, {trouble, 0, true});
+    }
+    if (Host::hasDecodeParameters(*stream))
+        console.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data has to fit them");
+    return Tools::Saving(line, console).save(*opened, in, line.operand(1));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> options = Tools::saveOptionNames;
-    options.push_back("--stored");
-    Tools::Command command("replace-stream", help, 4, options);
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const std::string& in = command.operand(0);
-    const std::string& dataFile = command.operand(3);
-    const auto id = command.number(2);
-    if (!id)
-        return command.misuse("N is the number of an object");
-    Host::Result<Host::OpenedFile> opened = Tools::open(in);
-    if (!opened)
-        return command.refuse(in, opened.refusal());
-    const Ref<PDF::Object> object = objectOf(opened->document, *id);
-    if (!object)
-        return command.refuse(in, Host::codeRefusal(ErrNotFound));
-    const auto stream = PDF::valueAs<PDF::Stream>(object->value());
-    if (!stream)
-        return command.refuse(in, {Host::nameOf(*object) + " is no stream"});
-    if (const Ref<PDF::Object> other = Host::sharerOfLength(opened->document, stream))
-        return command.refuse(
-            in, {Host::nameOf(*object) + " has its Length in common with " + Host::nameOf(*other), ErrStreamLength});
-    const auto data = Host::ByteFileStripe::open(dataFile);
-    if (!data)
-        return command.refuse(dataFile, data.refusal());
-    if (!opened->document->setStreamData(stream, *data, !command.has("--stored"))) {
-        const std::string trouble = (*data)->trouble();
-        return trouble.empty() ? command.refuse(in, Host::codeRefusal(Error::get(), Host::nameOf(*object) + ": "))
-                               : command.refuse(dataFile, {trouble, 0, true});
-    }
-    if (Host::hasDecodeParameters(*stream))
-        command.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data has to fit them");
-    return Tools::save(command, *opened, in, command.operand(1));
+    return Tools::run(program, argc, argv, replaceStream);
 }
