@@ -14,7 +14,7 @@ namespace PDF = Libraries::Files::PDF;
 using Host::RecompressedStream;
 using Host::StreamOutcome;
 
-constexpr Tools::Option options[] = {
+constexpr Tools::Option ownOptions[] = {
     {"--flate", "", "compressed, with the filter FlateDecode"},
     {"--none", "", "uncompressed, without a filter"},
     {"--force", "",
@@ -27,7 +27,7 @@ const Tools::Program program = {
     .operandCount = 2,
     .about = "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which may be "
              "the same file, and says of each stream what became of it, with its sizes in bytes.",
-    .options = {options, Tools::saveOptions(), Tools::logOptions()},
+    .options = {ownOptions, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
 
