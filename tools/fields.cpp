@@ -1,28 +1,30 @@
 // Prints the fields of the form of a PDF file.
 
 #include <host/fields/FormFields.h>
-#include <tools/Command.h>
 #include <tools/Identifiers.h>
 #include <tools/Json.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/ShownText.h>
 #include <tools/Table.h>
 
 namespace {
 
-using Tools::Command;
 using Tools::json;
 
-const char help[] =
-    "Usage: fields [options] FILE\n"
-    "\n"
-    "Prints a line for each field of the form of a PDF file: its name, its kind, its\n"
-    "value, what it takes and its flags. Control characters are printed as \\ and\n"
-    "three octal digits.\n"
-    "\n"
-    "  --json         for programs: all that is known about each field\n"
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0, also without a form; 1 when FILE or its form is refused; 2 for\n"
-    "wrong use and unreadable files.\n";
+constexpr Tools::Option ownOptions[] = {
+    {"--json", "", "for programs: all that is known about each field"},
+};
+const Tools::Program program = {
+    .name = "fields",
+    .usage = "[options] FILE",
+    .operandCount = 1,
+    .about = "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes and "
+             "its flags. Control characters are printed as \\ and three octal digits.",
+    .options = {ownOptions, Tools::logOptions()},
+    .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
+};
 
 template <class Texts, class Show>
 std::string joined(const Texts& texts, const char* separator, Show show)
@@ -103,25 +105,24 @@ void printTable(const Host::FormFields& form)
     Tools::printTable(rows);
 }
 
+int fields(const Tools::CommandLine& line, const Tools::Console& console)
+{
+    const std::string& file = line.operand(0);
+    const auto opened = Tools::open(file);
+    if (!opened)
+        return console.refuse(file, opened.refusal());
+    const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);
+    if (!form)
+        return console.refuse(file, form.refusal());
+    (line.has("--json") ? printJson : printTable)(*form);
+    for (const std::string& what : form->passedOver)
+        console.warn(file, what);
+    return console.finish();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Command command("fields", help, 1, {"--json"});
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const std::string& file = command.operand(0);
-    Host::Result<Host::OpenedFile> opened = Tools::open(file);
-    if (!opened)
-        return command.refuse(file, opened.refusal());
-    const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);
-    if (!form)
-        return command.refuse(file, form.refusal());
-    if (command.has("--json"))
-        printJson(*form);
-    else
-        printTable(*form);
-    for (const std::string& what : form->passedOver)
-        command.warn(file, what);
-    return command.finish();
+    return Tools::run(program, argc, argv, fields);
 }
