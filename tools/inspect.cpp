@@ -2,11 +2,19 @@
 
 #include <document/Inspection.h>
 #include <document/Version.h>
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
+#include <host/losses/Examine.h>
 #include <host/streams/StreamBytes.h>
 #include <platform/Windows_1252.h>
-#include <tools/Command.h>
+#include <tools/FileProgress.h>
+#include <tools/Hints.h>
 #include <tools/Identifiers.h>
 #include <tools/Json.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Opening.h>
+#include <tools/ShownText.h>
 #include <tools/Table.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
@@ -14,27 +22,28 @@
 namespace {
 
 using namespace Libraries::Files;
-using Tools::Command;
+using Tools::CommandLine;
+using Tools::Console;
 using Tools::json;
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
 
-const char help[] =
-    "Usage: inspect [options] FILE\n"
-    "\n"
-    "Prints version, line ending and trailer of a PDF file, its objects as PDF text,\n"
-    "and its pages. Control characters in the text are printed as \\ and three octal\n"
-    "digits.\n"
-    "\n"
-    "  --objects      only the objects\n"
-    "  --object N     only object N\n"
-    "  --stream N     the decoded data of stream object N, as it is\n"
-    "  --stored       with --stream: the data as it is stored\n"
-    "  --losses       what a save would not give back as the file means it\n"
-    "  --json         for programs\n"
-    "  -v             print the library's log lines at the end\n"
-    "\n"
-    "Exit status: 0; 1 when FILE, or what is asked for in it, is refused; 2 for\n"
-    "wrong use and unreadable files.\n";
+constexpr Tools::Option ownOptions[] = {
+    {"--objects", "", "only the objects"},
+    {"--object", "N", "only object N"},
+    {"--stream", "N", "the decoded data of stream object N, as it is"},
+    {"--stored", "", "with --stream: the data as it is stored"},
+    {"--losses", "", "what a save would not give back as the file means it"},
+    {"--json", "", "for programs"},
+};
+const Tools::Program program = {
+    .name = "inspect",
+    .usage = "[options] FILE",
+    .operandCount = 1,
+    .about = "Prints version, line ending and trailer of a PDF file, its objects as PDF text, and its pages. Control "
+             "characters in the text are printed as \\ and three octal digits.",
+    .options = {ownOptions, Tools::logOptions()},
+    .exitStatus = "0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and unreadable files.",
+};
 
 using Text = std::u32string;
 using Objects = StackVector<Ref<PDF::Object>>;
@@ -233,70 +242,65 @@ void printLossesAsJson(const Host::Examination& examination)
         examination.tableTrouble.empty() ? "null" : json(examination.tableTrouble).c_str());
 }
 
-int inspectLosses(const Command& command)
+int inspectLosses(const CommandLine& line, const Console& console)
 {
-    const auto examination =
-        Tools::withProgress("examining", [&command] { return Host::examine(command.operand(0)); });
+    const auto examination = Tools::withProgress("examining", [&line] { return Host::examine(line.operand(0)); });
     if (!examination)
-        return command.refuse(command.operand(0), Tools::withOpeningHint(examination.refusal()));
-    (command.has("--json") ? printLossesAsJson : printLosses)(*examination);
-    return command.finish();
+        return console.refuse(line.operand(0), Tools::withOpeningHint(examination.refusal()));
+    (line.has("--json") ? printLossesAsJson : printLosses)(*examination);
+    return console.finish();
 }
 
-int inspect(const Command& command, const Ref<PDF::Document>& document)
+int inspectDocument(const CommandLine& line, const Console& console, const Ref<PDF::Document>& document)
 {
-    const std::string& file = command.operand(0);
-    const bool isStream = command.has("--stream");
-    const bool isOne = isStream || command.has("--object");
+    const std::string& file = line.operand(0);
+    const bool isStream = line.has("--stream");
+    const bool isOne = isStream || line.has("--object");
     Objects objects = PDF::objectsOf(document);
     if (isOne) {
         const std::string option = isStream ? "--stream" : "--object";
-        const auto id = command.number(option);
+        const auto id = Tools::numberOf(line.argument(option));
         if (!id)
-            return command.misuse(option + " takes the number of an object");
+            return console.misuse(option + " takes the number of an object");
         std::erase_if(objects, [&id](const auto& object) { return object->id() != *id; });
         if (objects.empty())
-            return command.refuse(file, Host::codeRefusal(ErrNotFound));
+            return console.refuse(file, Host::codeRefusal(ErrNotFound));
     }
     if (isStream) {
-        const auto form = command.has("--stored") ? Host::StreamForm::Stored : Host::StreamForm::Decoded;
+        const auto form = line.has("--stored") ? Host::StreamForm::Stored : Host::StreamForm::Decoded;
         const auto printed = printStream(document, objects[0], form);
-        return printed || std::ferror(stdout) ? command.finish() : command.refuse(file, printed.refusal());
+        return printed || std::ferror(stdout) ? console.finish() : console.refuse(file, printed.refusal());
     }
-    const Extent extent = isOne ? Extent::OneObject : command.has("--objects") ? Extent::AllObjects : Extent::Whole;
-    (command.has("--json") ? printJson : printText)(document, objects, extent);
-    return command.finish();
+    const Extent extent = isOne ? Extent::OneObject : line.has("--objects") ? Extent::AllObjects : Extent::Whole;
+    (line.has("--json") ? printJson : printText)(document, objects, extent);
+    return console.finish();
 }
 
 // What is wrong with the options together; empty when nothing is.
-std::string clashOf(const Command& command)
+std::string conflictOf(const CommandLine& line)
 {
-    std::vector<std::string> kinds;
-    for (const char* kind : {"--objects", "--object", "--stream", "--losses"})
-        if (command.has(kind))
-            kinds.push_back(kind);
-    if (kinds.size() > 1)
-        return kinds[0] + " and " + kinds[1] + " don't go together";
-    if (command.has("--stream") && command.has("--json"))
-        return "--stream and --json don't go together";
-    if (command.has("--stored") && !command.has("--stream"))
-        return "--stored goes only with --stream";
-    return "";
+    std::string conflict = line.conflictAmong({"--objects", "--object", "--stream", "--losses"});
+    if (conflict.empty())
+        conflict = line.conflictAmong({"--stream", "--json"});
+    if (!conflict.empty())
+        return conflict;
+    return line.has("--stored") && !line.has("--stream") ? "--stored goes only with --stream" : "";
+}
+
+int inspect(const CommandLine& line, const Console& console)
+{
+    if (const std::string conflict = conflictOf(line); !conflict.empty())
+        return console.misuse(conflict);
+    if (line.has("--losses"))
+        return inspectLosses(line, console);
+    const auto opened = Tools::open(line.operand(0));
+    return opened ? inspectDocument(line, console, opened->document)
+                  : console.refuse(line.operand(0), opened.refusal());
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Command command("inspect", help, 1, {"--objects", "--object=", "--stream=", "--stored", "--losses", "--json"});
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    if (const std::string clash = clashOf(command); !clash.empty())
-        return command.misuse(clash);
-    if (command.has("--losses"))
-        return inspectLosses(command);
-    Host::Result<Host::OpenedFile> opened = Tools::open(command.operand(0));
-    if (!opened)
-        return command.refuse(command.operand(0), opened.refusal());
-    return inspect(command, opened->document);
+    return Tools::run(program, argc, argv, inspect);
 }
