@@ -1,8 +1,12 @@
 // Does jobs on many PDF files, one line of JSON each.
 
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
 #include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
-#include <tools/Command.h>
+#include <tools/LogKeeping.h>
+#include <tools/Main.h>
+#include <tools/Saving.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,30 +17,31 @@ namespace {
 
 using Tools::BatchOptions;
 using Tools::BatchResult;
-using Tools::Command;
+using Tools::CommandLine;
 using Json = nlohmann::ordered_json;
 
-const char help[] =
-    "Usage: batch [options] < JOBS > RESULTS\n"
-    "\n"
-    "Does a job for each line of standard input, an object of JSON in UTF-8, and\n"
-    "prints a result for each, in the same order. A job that fails stops no other.\n"
-    "\n"
-    "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\", \"paid\": true},\n"
-    "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"},\n"
-    "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
-    "\n"
-    "Only \"in\" is needed. No job may need what another one of the same run writes.\n"
-    "\n"
-    "  --jobs N       threads, 1 unless given\n"
-    "  --keep-looks   fill: don't ask viewers to draw the new values\n"
-    "  --force        go on where the look beforehand finds a reason not to\n"
-    "  --unexamined   save: don't look what is lost\n"
-    SAVE_OPTIONS_HELP
-    "  -v             put the library's log lines into the results\n"
-    "\n"
-    "Exit status: 0; 1 when a job failed; 2 for wrong use, and when the input can't\n"
-    "be read or the output can't be written.\n";
+constexpr Tools::Option ownOptions[] = {
+    {"--jobs", "N", "threads, 1 unless given"},
+    {"--keep-looks", "", "fill: don't ask viewers to draw the new values"},
+    {"--force", "", "go on where the look beforehand finds a reason not to"},
+    {"--unexamined", "", "save: don't look what is lost"},
+};
+constexpr Tools::Option logOption[] = {{"-v", "", "put the library's log lines into the results"}};
+const Tools::Program program = {
+    .name = "batch",
+    .usage = "[options] < JOBS > RESULTS",
+    .about = "Does a job for each line of standard input, an object of JSON in UTF-8, and prints a result for each, in "
+             "the same order. A job that fails stops no other.\n"
+             "\n"
+             "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\", \"paid\": true},\n"
+             "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"},\n"
+             "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
+             "\n"
+             "Only \"in\" is needed. No job may need what another one of the same run writes.",
+    .options = {ownOptions, Tools::saveOptions(), logOption},
+    .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
+                  "written.",
+};
 
 // The log lines of the job that the thread is at. The sink is called on the thread that logs.
 thread_local std::vector<std::string> jobLog;
@@ -86,11 +91,6 @@ void work(Tools::BatchLines& lines, const BatchOptions& options)
     }
 }
 
-void keepLogWithJobs()
-{
-    SysLogStream::setSink([](std::size_t, const Ref<::String>& line) { jobLog.push_back(Host::toUtf8(line)); });
-}
-
 // In bytes; 0 when nobody knows, as for a pipe.
 std::uint64_t sizeOfInput()
 {
@@ -98,47 +98,47 @@ std::uint64_t sizeOfInput()
     return fstat(STDIN_FILENO, &status) == 0 && S_ISREG(status.st_mode) ? std::uint64_t(status.st_size) : 0;
 }
 
-BatchOptions optionsOf(const Command& command)
+BatchOptions optionsOf(const CommandLine& line)
 {
     BatchOptions options;
-    options.save.isStrict = command.has("--strict");
-    options.save.isPartialAllowed = command.has("--partial");
-    options.save.isUnverified = command.has("--unverified");
-    options.isForced = command.has("--force");
-    options.isExamined = options.save.isStrict || !command.has("--unexamined");
-    if (command.has("--keep-looks"))
+    options.save = Tools::saveOptionsOf(line);
+    options.isForced = line.has("--force");
+    options.isExamined = options.save.isStrict || !line.has("--unexamined");
+    if (line.has("--keep-looks"))
         options.appearances = Host::Appearances::LeftAsTheyAre;
     return options;
+}
+
+// Does the jobs of all lines on so many threads, and says how many failed.
+std::uint64_t workOn(unsigned threads, const BatchOptions& options)
+{
+    Tools::BatchLines lines(threads, sizeOfInput());
+    std::vector<std::thread> workers;
+    for (unsigned i = 1; i < threads; ++i)
+        workers.emplace_back(work, std::ref(lines), std::cref(options));
+    work(lines, options);
+    for (std::thread& worker : workers)
+        worker.join();
+    return lines.failed();
+}
+
+int batch(const CommandLine& line, const Tools::Console& console)
+{
+    const auto threads = Tools::numberOf(line.argument("--jobs", "1"));
+    if (!threads || *threads < 1 || *threads > 256)
+        return console.misuse("--jobs takes a number from 1 to 256");
+    if (line.has("-v")) // instead of at the end
+        Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
+    const std::uint64_t failed = workOn(*threads, optionsOf(line));
+    if (std::ferror(stdin))
+        return console.refuse("standard input", {"can't be read", 0, true});
+    const int status = console.finish();
+    return status == Tools::Done && failed ? int(Tools::Refused) : status;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> known = Tools::saveOptionNames;
-    known.insert(known.end(), {"--jobs=", "--keep-looks", "--force", "--unexamined"});
-    Command command("batch", help, 0, known);
-    if (const auto status = command.parse(argc, argv))
-        return *status;
-    const auto threads = command.has("--jobs") ? command.number("--jobs") : 1;
-    if (!threads || *threads < 1 || *threads > 256)
-        return command.misuse("--jobs takes a number from 1 to 256");
-    if (command.has("-v"))
-        keepLogWithJobs();
-    std::uint64_t failed;
-    {
-        Tools::BatchLines lines(*threads, sizeOfInput());
-        const BatchOptions options = optionsOf(command);
-        std::vector<std::thread> workers;
-        for (unsigned i = 1; i < *threads; ++i)
-            workers.emplace_back(work, std::ref(lines), std::cref(options));
-        work(lines, options);
-        for (std::thread& worker : workers)
-            worker.join();
-        failed = lines.failed();
-    }
-    if (std::ferror(stdin))
-        return command.refuse("standard input", {"can't be read", 0, true});
-    const int status = command.finish();
-    return status == Tools::Done && failed ? int(Tools::Refused) : status;
+    return Tools::run(program, argc, argv, batch);
 }
