@@ -1,5 +1,6 @@
 #include <tools/Help.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace Tools {
