@@ -1,4 +1,4 @@
-# The programs of tools/ are installed as `files-pdf-*`. Each one's manual page is what it says with --help, under
+# The programs of tools/ are installed as `files-pdf-*`. Each one's manual page is what it says with --help-all, under
 # the sentence that its source begins with.
 find_program(HELP2MAN help2man)
 if(NOT HELP2MAN)
@@ -15,7 +15,7 @@ foreach(name inspect rewrite recompress replace-stream save-in-place fields fill
         file(STRINGS tools/${name}.cpp sentence LIMIT_COUNT 1)
         string(REGEX REPLACE "^// (.)(.*)\\.$" "\\1\\2" sentence "${sentence}")
         add_custom_command(OUTPUT ${program}.1
-            COMMAND ${HELP2MAN} --no-info --name=${sentence} --version-string=${PROJECT_VERSION}
+            COMMAND ${HELP2MAN} --no-info --help-option=--help-all --name=${sentence} --version-string=${PROJECT_VERSION}
                 --source=${PROJECT_NAME} --output=${program}.1 $<TARGET_FILE:${program}>
             DEPENDS ${program} VERBATIM)
         list(APPEND pages ${PROJECT_BINARY_DIR}/${program}.1)

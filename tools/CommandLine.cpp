@@ -1,5 +1,6 @@
 #include <tools/CommandLine.h>
 
+#include <algorithm>
 #include <cassert>
 #include <charconv>
 
@@ -7,7 +8,14 @@ namespace Tools {
 
 namespace {
 
-constexpr Option help = {"--help", "", ""};
+constexpr Option helpOptions[] = {{"--help", "", ""}, {"--help-all", "", ""}};
+
+const Option* findAmong(std::span<const Option> options, std::string_view name)
+{
+    const auto found = std::find_if(
+        options.begin(), options.end(), [name](const Option& option) { return name == option.name; });
+    return found == options.end() ? nullptr : &*found;
+}
 
 } // namespace
 
@@ -27,7 +35,7 @@ std::string CommandLine::parse(Arguments arguments)
             return fault;
     }
     const bool isTooMany = _operands.size() > _program.operandCount && !_program.takesMoreOperands;
-    if (!has(help.name) && (_operands.size() < _program.operandCount || isTooMany))
+    if (!isHelpWanted() && (_operands.size() < _program.operandCount || isTooMany))
         return std::string("expected ") + _program.usage;
     return "";
 }
@@ -37,7 +45,7 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
 {
     const std::size_t sign = spelled.find('=');
     const bool hasArgument = sign != spelled.npos;
-    const std::string name = spelled == "-h" ? help.name : spelled.substr(0, sign);
+    const std::string name = spelled == "-h" ? "--help" : spelled.substr(0, sign);
     const Option* option = find(name);
     if (!option)
         return "unknown option " + name;
@@ -59,13 +67,16 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
 // Null when the program has no such option.
 const Option* CommandLine::find(std::string_view name) const
 {
-    if (name == help.name)
-        return &help;
-    for (const auto& group : _program.options)
-        for (const Option& option : group)
-            if (name == option.name)
-                return &option;
-    return nullptr;
+    const Option* found = findAmong(helpOptions, name);
+    for (const OptionGroup& group : _program.options)
+        if (!found)
+            found = findAmong(group.options, name);
+    return found;
+}
+
+bool CommandLine::isHelpWanted() const
+{
+    return has("--help") || has("--help-all");
 }
 
 bool CommandLine::has(std::string_view option) const

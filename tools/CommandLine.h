@@ -20,8 +20,9 @@ public:
     explicit CommandLine(const Program& program);
 
     // Takes the arguments apart, those after the program's name. What is wrong with them, for people; empty when
-    // nothing is. With --help the operands aren't counted.
+    // nothing is. Where help is wanted the operands aren't counted.
     std::string parse(Arguments arguments);
+    bool isHelpWanted() const;
 
     // Asking for an option that the program doesn't declare is a mistake of ours.
     bool has(std::string_view option) const;

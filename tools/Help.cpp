@@ -8,6 +8,7 @@ namespace Tools {
 namespace {
 
 constexpr std::size_t screenWidth = 80;
+constexpr std::ptrdiff_t screenHeight = 24;
 constexpr std::size_t textColumn = 17; // where the texts of options begin
 
 // A line of text broken at blanks where it is full; the lines after the first begin in column `indent`.
@@ -40,23 +41,45 @@ std::string wrap(std::string_view text, std::size_t indent)
     }
 }
 
-// An option and its text; where the option takes the room of the text, that begins in the next line.
-std::string describe(const Option& option)
+// A label and its text; where the label takes the room of the text, that begins in the next line.
+std::string describe(const std::string& label, const std::string& text)
 {
-    std::string out = std::string("  ") + option.name + (*option.argument ? " " : "") + option.argument;
+    std::string out = "  " + label;
     out += out.size() + 2 > textColumn ? "\n" + std::string(textColumn, ' ') : std::string(textColumn - out.size(), ' ');
-    return out + wrap(option.help, textColumn) + "\n";
+    return out + wrap(text, textColumn) + "\n";
+}
+
+std::string describeEach(const OptionGroup& group)
+{
+    std::string out;
+    for (const Option& option : group.options)
+        out += describe(std::string(option.name) + (*option.argument ? " " : "") + option.argument, option.help);
+    return out;
+}
+
+std::string nameAll(const OptionGroup& group)
+{
+    std::string names;
+    for (const Option& option : group.options)
+        names.append(names.empty() ? "" : ", ").append(option.name);
+    return describe(group.title, names + "; see --help-all");
+}
+
+std::string compose(const Program& program, const std::string& name, HelpExtent extent)
+{
+    std::string out = "Usage: " + name + " " + program.usage + "\n\n" + wrap(program.about, 0) + "\n\n";
+    for (const OptionGroup& group : program.options)
+        out += extent == HelpExtent::All || !*group.title ? describeEach(group) : nameAll(group);
+    return out + "\n" + wrap(std::string("Exit status: ") + program.exitStatus, 0) + "\n";
 }
 
 } // namespace
 
-std::string helpOf(const Program& program, const std::string& name)
+std::string helpOf(const Program& program, const std::string& name, HelpExtent extent)
 {
-    std::string out = "Usage: " + name + " " + program.usage + "\n\n" + wrap(program.about, 0) + "\n\n";
-    for (const auto& group : program.options)
-        for (const Option& option : group)
-            out += describe(option);
-    return out + "\n" + wrap(std::string("Exit status: ") + program.exitStatus, 0) + "\n";
+    const std::string all = compose(program, name, HelpExtent::All);
+    const bool fits = std::count(all.begin(), all.end(), '\n') < screenHeight; // the last line is the shell's
+    return fits ? all : compose(program, name, extent);
 }
 
 } // namespace Tools

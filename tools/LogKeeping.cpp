@@ -7,10 +7,10 @@
 
 namespace Tools {
 
-std::span<const Option> logOptions()
+OptionGroup logOptions()
 {
     static constexpr Option options[] = {{"-v", "", "print the library's log lines at the end"}};
-    return options;
+    return {"", options};
 }
 
 void listenToLog(SysLogStream::Sink sink)

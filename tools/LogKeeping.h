@@ -9,7 +9,7 @@
 namespace Tools {
 
 // -v, of the programs that print the log at their end.
-std::span<const Option> logOptions();
+OptionGroup logOptions();
 
 // From now on all log lines of the library go to the sink.
 void listenToLog(SysLogStream::Sink sink);

@@ -30,8 +30,9 @@ int run(const Program& program, int argc, char** argv, Work work)
     const std::size_t skipped = std::min(argc, 1);
     if (const std::string fault = line.parse({argv + skipped, std::size_t(argc) - skipped}); !fault.empty())
         return console.misuse(fault);
-    if (line.has("--help")) {
-        std::fputs(helpOf(program, name).c_str(), stdout);
+    if (line.isHelpWanted()) {
+        const auto extent = line.has("--help-all") ? HelpExtent::All : HelpExtent::OneScreen;
+        std::fputs(helpOf(program, name, extent).c_str(), stdout);
         return console.finish();
     }
     std::optional<LogKeeping> log;

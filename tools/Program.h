@@ -13,16 +13,22 @@ struct Option {
     const char* help;     // what it does. Lines are broken where they are full; "\n" breaks one earlier
 };
 
-// A program, as its command line is read and its help printed. Every program knows --help, or -h, besides its options.
+// Options that belong together, often those of many programs.
+struct OptionGroup {
+    const char* title; // what they are about, where the help has no room for each; empty when each is to be told
+    std::span<const Option> options;
+};
+
+// A program, as its command line is read and its help printed. Every program knows --help, or -h, and --help-all besides
+// its options.
 struct Program {
-    const char* name;               // as it is called in the sources; people see the name that it was called by
-    const char* usage;              // what follows the name: "[options] IN OUT"
-    std::size_t operandCount = 0;   // how many operands it needs
-    bool takesMoreOperands = false; // whether others may follow these
-    const char* about;              // what it does. A line that begins with a blank is printed as it is
-    // In the order of the help; some groups are those of many programs.
-    std::vector<std::span<const Option>> options;
-    const char* exitStatus; // "0; 1 when ..."
+    const char* name;                 // as it is called in the sources; people see the name that it was called by
+    const char* usage;                // what follows the name: "[options] IN OUT"
+    std::size_t operandCount = 0;     // how many operands it needs
+    bool takesMoreOperands = false;   // whether others may follow these
+    const char* about;                // what it does. A line that begins with a blank is printed as it is
+    std::vector<OptionGroup> options; // in the order of the help
+    const char* exitStatus;           // "0; 1 when ..."
 };
 
 } // namespace Tools

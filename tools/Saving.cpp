@@ -6,7 +6,7 @@
 
 namespace Tools {
 
-std::span<const Option> saveOptions()
+OptionGroup saveOptions()
 {
     static constexpr Option options[] = {
         {"--strict", "", "refuse what `files-pdf-inspect --losses` lists"},
@@ -15,7 +15,7 @@ std::span<const Option> saveOptions()
             "save also what is only in part in memory: without a catalog, updated, encrypted, or changed on the disk "
             "meanwhile"},
     };
-    return options;
+    return {"saving", options};
 }
 
 Host::SaveOptions saveOptionsOf(const CommandLine& line)

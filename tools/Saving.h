@@ -7,7 +7,7 @@
 namespace Tools {
 
 // The options of every program that saves, and what they say.
-std::span<const Option> saveOptions();
+OptionGroup saveOptions();
 Host::SaveOptions saveOptionsOf(const CommandLine& line);
 
 // A message of what saving loses of the file, or why that can't be told; none when it loses nothing.

@@ -24,7 +24,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN, puts the content of pages of FOREIGN beneath that of its pages, and saves it as "
              "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image, with "
              "the page and the name.",
-    .options = {ownOptions, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when a file, the background, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 

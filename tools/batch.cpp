@@ -38,7 +38,7 @@ const Tools::Program program = {
              "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
              "\n"
              "Only \"in\" is needed. No job may need what another one of the same run writes.",
-    .options = {ownOptions, Tools::saveOptions(), logOption},
+    .options = {{"", ownOptions}, Tools::saveOptions(), {"", logOption}},
     .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
                   "written.",
 };

@@ -22,7 +22,7 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes and "
              "its flags. Control characters are printed as \\ and three octal digits.",
-    .options = {ownOptions, Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::logOptions()},
     .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
 };
 

@@ -29,7 +29,7 @@ const Tools::Program program = {
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
              "is refused nothing is saved.",
-    .options = {ownOptions, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 

@@ -27,7 +27,7 @@ const Tools::Program program = {
     .operandCount = 2,
     .about = "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which may be "
              "the same file, and says of each stream what became of it, with its sizes in bytes.",
-    .options = {ownOptions, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
 

@@ -14,7 +14,7 @@ const Tools::Program program = {
     .operandCount = 1,
     .takesMoreOperands = false,
     .about = "",
-    .options = {own, common},
+    .options = {{"", own}, {"common", common}},
     .exitStatus = "",
 };
 
@@ -51,6 +51,7 @@ TEST(CommandLine, takesArgumentsApart)
         {{"--mode", "--", "a"}, "a;--"},
         {{"--quick", "--quickly", "a"}, "a;none;quick--quickly and --quick don't go together"},
         {{"--help"}, "none"},
+        {{"--help-all"}, "none"},
         {{"-h", "a", "b", "c"}, "a;b;c;none"},
         {{"a", "--mode"}, "--mode needs an argument"},
         {{"a", "--quick=1"}, "--quick takes no argument"},

@@ -81,6 +81,7 @@ class Programs(unittest.TestCase):
             self.assertLessEqual(len(lines), 23, name)
             self.assertLessEqual(max(map(len, lines)), 80, name)
             self.assertEqual(run(name, "-h")[1], out)
+            self.assertGreaterEqual(len(run(name, "--help-all")[1]), len(out))
 
     def test_wrong_use_is_refused(self):
         for name, operands in PROGRAMS.items():
