@@ -8,8 +8,8 @@ using Host::PDF::BackgroundMode;
 
 namespace {
 
-// The text under a key, which is the name of a file; empty when there is no such key. A zero would end the name
-// before its end.
+// The text under a key, which is the name of a file; empty when there is no such key. A zero would cut the name
+// short.
 Host::Result<std::string> fileNameUnder(const nlohmann::json& object, const char* key)
 {
     const auto found = object.find(key);
@@ -17,7 +17,7 @@ Host::Result<std::string> fileNameUnder(const nlohmann::json& object, const char
         return std::string();
     const auto* name = found->get_ptr<const std::string*>();
     if (!name || name->empty() || name->find('\0') != name->npos)
-        return Host::Refusal{std::string(key) + " is no name of a file"};
+        return Host::Refusal{std::string(key) + " is not a file name"};
     return *name;
 }
 
@@ -73,11 +73,11 @@ std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& 
 std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job)
 {
     if (!object.is_object())
-        return Host::Refusal{"the line is no JSON object in UTF-8"};
+        return Host::Refusal{"the line is not a JSON object in UTF-8"};
     // No lists: a copy of one that nests deep would exhaust the stack.
     if (const auto id = object.find("id"); id != object.end()) {
         if (!id->is_string() && !id->is_number())
-            return Host::Refusal{"id is no text or number"};
+            return Host::Refusal{"id is neither a text nor a number"};
         job.id = *id;
     }
     if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "background", "recompress", "out"}))
@@ -89,7 +89,7 @@ std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job
         *name = std::move(*read);
     }
     if (job.in.empty())
-        return Host::Refusal{"the job has no in"};
+        return Host::Refusal{"the job has no \"in\""};
     if (object.contains("fill")) {
         auto values = valuesOf(object["fill"]);
         if (!values)

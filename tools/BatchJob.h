@@ -13,7 +13,7 @@ struct BatchJob {
     nlohmann::json id; // a text or a number, given back with the result; null when there is none
     std::string in;
     FieldValues values;
-    std::string foreign; // the file to put beneath the pages; empty for none
+    std::string foreign; // the file whose pages go beneath; empty for none
     Host::PDF::BackgroundMode mode = Host::PDF::BackgroundMode::AllPages;
     std::optional<Host::PDF::Compression> target;
     std::string out; // empty: nothing is saved

@@ -99,9 +99,9 @@ private:
         warn({losses->words});
         return {};
     }
-    void warn(const std::vector<std::string>& words)
+    void warn(const std::vector<std::string>& messages)
     {
-        _result.warnings.insert(_result.warnings.end(), words.begin(), words.end());
+        _result.warnings.insert(_result.warnings.end(), messages.begin(), messages.end());
     }
 
     const BatchJob& _job;

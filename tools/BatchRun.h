@@ -5,7 +5,7 @@
 
 namespace Tools {
 
-// What goes for all jobs of a run.
+// What applies to all jobs of a run.
 struct BatchOptions {
     Host::SaveOptions save;
     Host::Appearances appearances = Host::Appearances::DrawnByViewers;

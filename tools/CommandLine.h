@@ -11,8 +11,8 @@
 
 namespace Tools {
 
-// The options and operands that a program was given. Operands may stand between options; all that follows "--" is one,
-// and so is "-". Of an option that is given twice the last counts.
+// The options and operands that a program was given. Operands may come between options; everything after "--" is
+// one, and so is "-". Of an option that is given twice the last counts.
 class CommandLine {
 public:
     using Arguments = std::span<const char* const>;
@@ -24,7 +24,7 @@ public:
     std::string parse(Arguments arguments);
     bool isHelpWanted() const;
 
-    // Asking for an option that the program doesn't declare is a mistake of ours.
+    // The program must declare the option; that goes for all that follows, too.
     bool has(std::string_view option) const;
     // The argument of an option; `fallback` when the option isn't given.
     std::string argument(std::string_view option, const char* fallback = "") const;

@@ -37,7 +37,7 @@ Host::Result<std::string> readFile(const std::string& path)
 Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
 {
     if (!object.is_object())
-        return Host::Refusal{"is no JSON object"};
+        return Host::Refusal{"is not a JSON object"};
     const auto isText = [](const nlohmann::json& element) { return element.is_string(); };
     FieldValues values;
     for (const auto& [name, element] : object.items())
@@ -48,7 +48,7 @@ Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
         else if (element.is_array() && std::all_of(element.begin(), element.end(), isText))
             values.emplace_back(name, element.get<std::vector<std::string>>());
         else
-            return Host::Refusal{"the value of " + name + " is no text, true, false or list of texts"};
+            return Host::Refusal{"the value of " + name + " is not a text, true, false or a list of texts"};
     return values;
 }
 

@@ -10,7 +10,7 @@ Host::Refusal withOpeningHint(Host::Refusal refusal)
     if (refusal.code == ErrNoHeaderLine || refusal.code == ErrBadHeader || refusal.code == ErrBadLineEnding)
         refusal.words += "; docs/errors.md has the usual causes";
     else if (refusal.code >= ErrNoEofMarker && refusal.code <= ErrBadObject)
-        refusal.words += "; written anew by another program it may open, see docs/errors.md";
+        refusal.words += "; rewritten by another program it may open, see docs/errors.md";
     return refusal;
 }
 
@@ -18,7 +18,7 @@ const char* partialHint(const Host::Refusal& refusal)
 {
     for (const auto& mark : Host::partialMarks)
         if (refusal.words == mark.words)
-            return "; --partial saves what is there all the same";
+            return "; --partial saves what is there anyway";
     return "";
 }
 

@@ -12,8 +12,8 @@ OptionGroup saveOptions()
         {"--strict", "", "refuse what `files-pdf-inspect --losses` lists"},
         {"--unverified", "", "don't compare the new file with the document"},
         {"--partial", "",
-            "save also what is only in part in memory: without a catalog, updated, encrypted, or changed on the disk "
-            "meanwhile"},
+            "also save a document that is only partly in memory: without a catalog, updated, encrypted, or changed on "
+            "disk meanwhile"},
     };
     return {"saving", options};
 }

@@ -15,15 +15,15 @@ constexpr Tools::Option ownOptions[] = {
         "all, as without --mode: its first page beneath all pages;\n"
         "pairs: each page beneath the page of the same number;\n"
         "repeat-last: the same, and the last one beneath the rest"},
-    {"--force", "", "go on where the look beforehand finds a reason not to"},
+    {"--force", "", "go on where the preflight finds a reason not to"},
 };
 const Tools::Program program = {
     .name = "background",
     .usage = "[options] IN FOREIGN OUT",
     .operandCount = 3,
     .about = "Opens the PDF file IN, puts the content of pages of FOREIGN beneath that of its pages, and saves it as "
-             "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image, with "
-             "the page and the name.",
+             "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image; the "
+             "message names it.",
     .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when a file, the background, or the saving is refused; 2 for wrong use and unreadable files.",
 };
@@ -32,7 +32,7 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
 {
     const auto mode = Tools::modeNamed(line.argument("--mode", "all"));
     if (!mode)
-        return console.misuse("there is no mode " + line.argument("--mode"));
+        return console.misuse("unknown mode " + line.argument("--mode"));
     const std::string& in = line.operand(0);
     const auto opened = Tools::open(in);
     if (!opened)
@@ -42,7 +42,7 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
         return console.refuse(line.operand(1), foreign.refusal());
     const Tools::Saving saving(line, console);
     if (const auto status = saving.checkLosses(foreign->file, line.operand(1)))
-        return *status; // what lies beneath goes into the new file, too
+        return *status; // its content goes into the new file, too
     const auto done = Tools::withProgress("putting pages beneath",
         [&] { return Host::background(opened->document, foreign->document, *mode, {line.has("--force")}); });
     if (!done)

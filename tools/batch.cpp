@@ -1,4 +1,4 @@
-// Does jobs on many PDF files, one line of JSON each.
+// Runs jobs on many PDF files, one line of JSON each.
 
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
@@ -21,29 +21,29 @@ using Tools::CommandLine;
 using Json = nlohmann::ordered_json;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--jobs", "N", "threads, 1 unless given"},
+    {"--jobs", "N", "threads; 1 by default"},
     {"--keep-looks", "", "fill: don't ask viewers to draw the new values"},
-    {"--force", "", "go on where the look beforehand finds a reason not to"},
-    {"--unexamined", "", "save: don't look what is lost"},
+    {"--force", "", "go on where the preflight finds a reason not to"},
+    {"--unexamined", "", "save: don't examine what is lost"},
 };
 constexpr Tools::Option logOption[] = {{"-v", "", "put the library's log lines into the results"}};
 const Tools::Program program = {
     .name = "batch",
     .usage = "[options] < JOBS > RESULTS",
-    .about = "Does a job for each line of standard input, an object of JSON in UTF-8, and prints a result for each, in "
-             "the same order. A job that fails stops no other.\n"
+    .about = "Runs a job for each line of standard input, a JSON object in UTF-8, and prints a result for each, in the "
+             "same order. A job that fails does not stop the others.\n"
              "\n"
              "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\", \"paid\": true},\n"
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"},\n"
              "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
              "\n"
-             "Only \"in\" is needed. No job may need what another one of the same run writes.",
+             "Only \"in\" is needed. No job may need the output of another job of the same run.",
     .options = {{"", ownOptions}, Tools::saveOptions(), {"", logOption}},
     .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
                   "written.",
 };
 
-// The log lines of the job that the thread is at. The sink is called on the thread that logs.
+// The log lines of the thread's current job. The sink is called on the thread that logs.
 thread_local std::vector<std::string> jobLog;
 
 Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult& result)

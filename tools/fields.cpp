@@ -14,14 +14,14 @@ namespace {
 using Tools::json;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--json", "", "for programs: all that is known about each field"},
+    {"--json", "", "output for programs: all that is known about each field"},
 };
 const Tools::Program program = {
     .name = "fields",
     .usage = "[options] FILE",
     .operandCount = 1,
-    .about = "Prints a line for each field of the form of a PDF file: its name, its kind, its value, what it takes and "
-             "its flags. Control characters are printed as \\ and three octal digits.",
+    .about = "Prints a line for each field of the form of a PDF file: its name, kind and value, what it takes, and its "
+             "flags. Control characters are printed as \\ and three octal digits.",
     .options = {{"", ownOptions}, Tools::logOptions()},
     .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
 };

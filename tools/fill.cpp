@@ -17,7 +17,7 @@ using Tools::Console;
 using Tools::FieldValues;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--values", "FILE", "values from a JSON object: from a name to a text, true, false, or a list of texts"},
+    {"--values", "FILE", "values from a JSON object that maps names to a text, true, false or a list of texts"},
     {"--keep-looks", "", "don't ask viewers to draw the new values"},
 };
 const Tools::Program program = {
@@ -28,12 +28,12 @@ const Tools::Program program = {
     .about = "Opens a PDF file, sets values of the fields of its form, and saves it as OUT, which may be the same "
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
-             "is refused nothing is saved.",
+             "is refused, nothing is saved.",
     .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
-// Adds the values of the command line, those of one name as a list; false when one has no "=" or is no UTF-8.
+// Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8.
 bool readOperands(const CommandLine& line, FieldValues& values)
 {
     std::map<std::string, std::vector<std::string>> texts;
@@ -72,7 +72,7 @@ int fill(const CommandLine& line, const Console& console)
         values = std::move(*read);
     }
     if (!readOperands(line, values))
-        return console.misuse("expected NAME=VALUE in UTF-8 behind IN and OUT");
+        return console.misuse("expected NAME=VALUE in UTF-8 after IN and OUT");
     const std::string& in = line.operand(0);
     const auto opened = Tools::open(in);
     if (!opened)

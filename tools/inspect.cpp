@@ -32,14 +32,14 @@ constexpr Tools::Option ownOptions[] = {
     {"--object", "N", "only object N"},
     {"--stream", "N", "the decoded data of stream object N, as it is"},
     {"--stored", "", "with --stream: the data as it is stored"},
-    {"--losses", "", "what a save would not give back as the file means it"},
-    {"--json", "", "for programs"},
+    {"--losses", "", "what saving would lose"},
+    {"--json", "", "output for programs"},
 };
 const Tools::Program program = {
     .name = "inspect",
     .usage = "[options] FILE",
     .operandCount = 1,
-    .about = "Prints version, line ending and trailer of a PDF file, its objects as PDF text, and its pages. Control "
+    .about = "Prints the version, line ending and trailer of a PDF file, its objects as PDF text, and its pages. Control "
              "characters in the text are printed as \\ and three octal digits.",
     .options = {{"", ownOptions}, Tools::logOptions()},
     .exitStatus = "0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and unreadable files.",
@@ -190,7 +190,7 @@ Host::Result<std::uint64_t> printStream(
 {
     const auto stream = PDF::valueAs<PDF::Stream>(object->value());
     if (!stream)
-        return Host::Refusal{"object " + numberOf(*object) + " is no stream"};
+        return Host::Refusal{"object " + numberOf(*object) + " is not a stream"};
     return Host::copyStream(document, stream, form, [](const std::uint8_t* bytes, std::size_t count) {
         return std::fwrite(bytes, 1, count, stdout) == count;
     });

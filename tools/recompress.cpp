@@ -1,4 +1,4 @@
-// Brings the data of all streams of a PDF file to one compression.
+// Converts the data of all streams of a PDF file to one compression.
 
 #include <host/base/ErrorWords.h>
 #include <host/streams/Recompress.h>
@@ -15,18 +15,18 @@ using Host::RecompressedStream;
 using Host::StreamOutcome;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--flate", "", "compressed, with the filter FlateDecode"},
-    {"--none", "", "uncompressed, without a filter"},
+    {"--flate", "", "compress, with the filter FlateDecode"},
+    {"--none", "", "uncompress, without a filter"},
     {"--force", "",
-        "with --flate: compress as well data that has a filter of another name, as it stands. That name is lost, so "
-        "nobody can read the data then"},
+        "with --flate: also compress data that has another filter, just as it is. The name of that filter is lost, "
+        "so that nobody can read the data afterwards"},
 };
 const Tools::Program program = {
     .name = "recompress",
     .usage = "--flate | --none [options] IN OUT",
     .operandCount = 2,
-    .about = "Opens the PDF file IN, brings the data of every stream to one form, saves the whole as OUT, which may be "
-             "the same file, and says of each stream what became of it, with its sizes in bytes.",
+    .about = "Opens the PDF file IN, converts the data of every stream to one form, saves the whole as OUT, which may be "
+             "the same file, and reports what was done to each stream, with its sizes in bytes.",
     .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
@@ -38,14 +38,14 @@ std::string outcomeText(const RecompressedStream& stream, PDF::Compression targe
     case StreamOutcome::Fitting:
         return target == PDF::Compression::None ? "left alone: no filter" : "left alone: FlateDecode";
     case StreamOutcome::OtherFilter: return "left alone: its filter is " + stream.filter;
-    case StreamOutcome::NoName: return "left alone: its filter is no name, such as an array";
+    case StreamOutcome::NoName: return "left alone: its filter is not a name but, for example, an array";
     }
     std::string text = std::to_string(stream.sizeBefore) + " -> " + std::to_string(stream.sizeAfter);
     if (target == PDF::Compression::Flate && !stream.filter.empty())
         text += "; its filter " + stream.filter + " is lost";
     if (stream.hasDecodeParameters)
-        text += target == PDF::Compression::None ? "; its decode parameters stay and fit no more"
-                                                 : "; its decode parameters come into force";
+        text += target == PDF::Compression::None ? "; its decode parameters stay and no longer fit"
+                                                 : "; its decode parameters take effect";
     return text;
 }
 

@@ -13,13 +13,13 @@ namespace {
 using namespace Libraries::Files;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--stored", "", "store the data as it is in any case: it is encoded already as the filter says"},
+    {"--stored", "", "store the data as it is in any case: it is already encoded as the filter says"},
 };
 const Tools::Program program = {
     .name = "replace-stream",
     .usage = "[options] IN OUT N DATAFILE",
     .operandCount = 4,
-    .about = "Opens the PDF file IN, replaces the data of its stream object N by that of DATAFILE, and saves the whole "
+    .about = "Opens the PDF file IN, replaces the data of its stream object N with that of DATAFILE, and saves the whole "
              "as OUT, which may be the same file. The data is compressed when the stream has the filter FlateDecode "
              "and stored as it is when it has none; streams with other filters are refused.",
     .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
@@ -40,7 +40,7 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
     const std::string& dataFile = line.operand(3);
     const auto id = Tools::numberOf(line.operand(2));
     if (!id)
-        return console.misuse("N is the number of an object");
+        return console.misuse("N must be the number of an object");
     const auto opened = Tools::open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
@@ -49,10 +49,10 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
         return console.refuse(in, Host::codeRefusal(ErrNotFound));
     const auto stream = PDF::valueAs<PDF::Stream>(object->value());
     if (!stream)
-        return console.refuse(in, {Host::nameOf(*object) + " is no stream"});
+        return console.refuse(in, {Host::nameOf(*object) + " is not a stream"});
     if (const Ref<PDF::Object> other = Host::sharerOfLength(opened->document, stream))
         return console.refuse(
-            in, {Host::nameOf(*object) + " has its Length in common with " + Host::nameOf(*other), ErrStreamLength});
+            in, {Host::nameOf(*object) + " shares its Length with " + Host::nameOf(*other), ErrStreamLength});
     const auto data = Host::ByteFileStripe::open(dataFile);
     if (!data)
         return console.refuse(dataFile, data.refusal());
@@ -62,7 +62,7 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
                                : console.refuse(dataFile, {trouble, 0, true});
     }
     if (Host::hasDecodeParameters(*stream))
-        console.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data has to fit them");
+        console.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data must fit them");
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));
 }
 

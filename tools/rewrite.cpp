@@ -12,7 +12,7 @@ const Tools::Program program = {
     .usage = "[options] IN OUT",
     .operandCount = 2,
     .about = "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced only when "
-             "the new file has been opened again and holds the same document.",
+             "the new file has been opened again and has the same document.",
     .options = {Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or the saving of it, is refused; 2 for wrong use and unreadable files.",
 };

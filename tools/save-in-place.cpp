@@ -12,8 +12,8 @@ const Tools::Program program = {
     .name = "save-in-place",
     .usage = "[options] FILE",
     .operandCount = 1,
-    .about = "Opens the PDF file FILE, takes the data of all its streams into memory, and saves the document as FILE "
-             "again. Before the save nothing of the old file is needed any more: it might be gone.",
+    .about = "Opens the PDF file FILE, reads the data of all its streams into memory, and saves the document as FILE "
+             "again. The save needs nothing of the old file any more: it might be gone by then.",
     .options = {Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.",
 };
