@@ -45,7 +45,10 @@ std::string wrap(std::string_view text, std::size_t indent)
 std::string describe(const std::string& label, const std::string& text)
 {
     std::string out = "  " + label;
-    out += out.size() + 2 > textColumn ? "\n" + std::string(textColumn, ' ') : std::string(textColumn - out.size(), ' ');
+    if (out.size() + 2 > textColumn)
+        out += "\n" + std::string(textColumn, ' ');
+    else
+        out.resize(textColumn, ' ');
     return out + wrap(text, textColumn) + "\n";
 }
 

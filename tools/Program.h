@@ -19,8 +19,8 @@ struct OptionGroup {
     std::span<const Option> options;
 };
 
-// A program, as its command line is read and its help printed. Every program knows --help, or -h, and --help-all besides
-// its options.
+// A program, as its command line is read and its help printed. Besides its options every program knows --help, or -h,
+// and --help-all.
 struct Program {
     const char* name;                 // as it is called in the sources; people see the name that it was called by
     const char* usage;                // what follows the name: "[options] IN OUT"

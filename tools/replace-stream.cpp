@@ -19,9 +19,9 @@ const Tools::Program program = {
     .name = "replace-stream",
     .usage = "[options] IN OUT N DATAFILE",
     .operandCount = 4,
-    .about = "Opens the PDF file IN, replaces the data of its stream object N with that of DATAFILE, and saves the whole "
-             "as OUT, which may be the same file. The data is compressed when the stream has the filter FlateDecode "
-             "and stored as it is when it has none; streams with other filters are refused.",
+    .about = "Opens the PDF file IN, replaces the data of its stream object N with that of DATAFILE, and saves the "
+             "whole as OUT, which may be the same file. The data is compressed when the stream has the filter "
+             "FlateDecode and stored as it is when it has none; streams with other filters are refused.",
     .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
