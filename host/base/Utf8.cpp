@@ -1,65 +1,9 @@
 #include <host/base/Utf8.h>
 
 #include <platform/Reporter.h>
+#include <platform/Utf8.h>
 
 namespace Host {
-
-namespace {
-
-constexpr char32_t highest = 0x10FFFF;
-constexpr char32_t replacement = 0xFFFD;
-constexpr unsigned bitsPerFollower = 6;
-
-bool isSurrogate(char32_t c)
-{
-    return c >= 0xD800 && c <= 0xDFFF;
-}
-
-bool isFollower(unsigned char byte)
-{
-    return (byte & 0xC0) == 0x80;
-}
-
-// The lengths of sequences: the first byte under a mask, and the lowest character that needs so many.
-struct Form {
-    unsigned char mask, lead;
-    char32_t lowest;
-};
-constexpr Form forms[] = {{0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}};
-
-// Reads one character and moves `text` behind it; false when none stands there.
-bool readCharacter(std::string_view& text, char32_t& c)
-{
-    const auto first = static_cast<unsigned char>(text[0]);
-    std::size_t followers = 0;
-    while (followers < std::size(forms) && (first & forms[followers].mask) != forms[followers].lead)
-        ++followers;
-    if (followers == std::size(forms) || text.size() <= followers)
-        return false;
-    c = first & static_cast<unsigned char>(~forms[followers].mask);
-    for (std::size_t i = 1; i <= followers; ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (!isFollower(byte))
-            return false;
-        c = c << bitsPerFollower | (byte & 0x3F);
-    }
-    text.remove_prefix(followers + 1);
-    return c >= forms[followers].lowest && c <= highest && !isSurrogate(c);
-}
-
-void appendCharacter(std::string& out, char32_t c)
-{
-    if (c > highest || isSurrogate(c))
-        c = replacement;
-    std::size_t followers = std::size(forms) - 1;
-    while (c < forms[followers].lowest)
-        --followers;
-    out += static_cast<char>(forms[followers].lead | c >> (followers * bitsPerFollower));
-    while (followers-- > 0)
-        out += static_cast<char>(0x80 | (c >> (followers * bitsPerFollower) & 0x3F));
-}
-
-} // namespace
 
 Ref<::String> fromUtf8(std::string_view text) noexcept
 {
@@ -67,7 +11,7 @@ Ref<::String> fromUtf8(std::string_view text) noexcept
     characters.reserve(text.size());
     while (!text.empty()) {
         char32_t c = 0;
-        if (!readCharacter(text, c))
+        if (!Utf8::read(text, c))
             return refuse(ErrInvalidArgument);
         characters += c;
     }
@@ -78,7 +22,7 @@ std::string toUtf8(const Ref<::String>& text) noexcept
 {
     std::string out;
     if (text)
-        text->forEach([&out](char32_t c) { appendCharacter(out, c); });
+        text->forEach([&out](char32_t c) { Utf8::append(out, c); });
     return out;
 }
 
@@ -86,7 +30,7 @@ std::string toUtf8(std::u32string_view text) noexcept
 {
     std::string out;
     for (const char32_t c : text)
-        appendCharacter(out, c);
+        Utf8::append(out, c);
     return out;
 }
 
