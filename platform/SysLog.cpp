@@ -1,5 +1,7 @@
 #include <platform/SysLog.h>
 
+#include <platform/Utf8.h>
+
 #include <atomic>
 #include <cstdio>
 #include <deque>
@@ -30,19 +32,7 @@ Log& theLog()
 void writeToStandardError(const String& line)
 {
     std::string bytes;
-    line.forEach([&bytes](unsigned int c) {
-        if (c < 0x80) {
-            bytes += static_cast<char>(c);
-        } else if (c < 0x800) {
-            bytes += {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
-        } else if (c < 0x10000) {
-            bytes += {static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
-                static_cast<char>(0x80 | (c & 0x3F))};
-        } else {
-            bytes += {static_cast<char>(0xF0 | (c >> 18 & 7)), static_cast<char>(0x80 | (c >> 12 & 0x3F)),
-                static_cast<char>(0x80 | (c >> 6 & 0x3F)), static_cast<char>(0x80 | (c & 0x3F))};
-        }
-    });
+    line.forEach([&bytes](char32_t c) { Utf8::append(bytes, c); });
     bytes += '\n';
     std::fwrite(bytes.data(), 1, bytes.size(), stderr);
 }

@@ -73,6 +73,7 @@ TEST(SysLog, withoutASinkALineGoesToStandardErrorInUtf8)
     SysLogPrinter& printer = SysLogStream::stdOutPrinter();
     printer.begin(LogLevel::failure, SysLogFilter::id(0), 255).print("a ");
     printer.begin(LogLevel::failure, SysLogFilter::id(0), 255);
-    printer.print(::String::create(U"\u00E4\u20AC\U0001F600")).endl();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a \u00E4\u20AC\U0001F600\n");
+    const char32_t characters[] = {0x7F, 0xE4, 0x20AC, 0x1F600, 0xD800, 0xDFFF, 0x110000};
+    printer.print(::String::create(std::u32string_view(characters, std::size(characters)))).endl();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a \x7F\u00E4\u20AC\U0001F600\uFFFD\uFFFD\uFFFD\n");
 }
