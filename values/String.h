@@ -20,7 +20,7 @@ public:
     // The bytes as they are. Null with `ErrNullArgument` for null.
     static Ref<String> create(Ref<TConstArray<std::uint8_t>> bytes) noexcept;
 
-    // The text form; null when the string holds bytes.
+    // The text form; null when the string holds bytes. Called by its qualified name it gives the same.
     virtual Ref<::String> value() const noexcept = 0;
     // The byte form; null when the string holds a text.
     virtual Ref<TConstArray<std::uint8_t>> data() const noexcept = 0;

@@ -72,6 +72,14 @@ Ref<String> String::create(Ref<TConstArray<std::uint8_t>> bytes) noexcept
     return make<StringObj>(std::move(bytes));
 }
 
+// Where a call by the qualified name ends; from here it goes to the override. Without the reference it would
+// do the same, but look to compilers like an endless recursion.
+Ref<::String> String::value() const noexcept
+{
+    const String& string = *this;
+    return string.value();
+}
+
 Ref<::String> String::asText() const noexcept
 {
     if (Ref<::String> text = value())

@@ -56,6 +56,13 @@ TEST(PdfString, becomesBytesAbove127)
     EXPECT_TRUE(string->asText()->equals(text));
 }
 
+TEST(PdfString, theValueIsTheSameByItsQualifiedName)
+{
+    const Ref<::String> characters = text("a");
+    EXPECT_TRUE(PDF::String::create(characters)->PDF::String::value() == characters);
+    EXPECT_FALSE(PDF::String::create(bytes("a"))->PDF::String::value());
+}
+
 TEST(Scalars, creatorsRefuseNothingAndEmptiness)
 {
     EXPECT_EQ(codeOf(PDF::Name::create(nullptr)), ErrNullArgument);
