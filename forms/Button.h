@@ -37,7 +37,8 @@ public:
     // the field's own dictionary, not behind a reference; the children are not looked at. Empty with
     // `ErrNoResource` for an element of `Opt` that is no name; empty with a line of level 3, and the code of
     // the lookup, when `AP` or `N` is no dictionary; empty with such a line, and no code of its own, when
-    // `N` is empty. A success may leave `ErrNotAvailable`.
+    // `N` is empty. Keys that make no name, null and empty ones of an application's own dictionary, are skipped.
+    // A success may leave `ErrNotAvailable`, or the code of a skipped key.
     virtual StackVector<Ref<Name>> states() const noexcept = 0;
 };
 

@@ -87,10 +87,12 @@ StackVector<Ref<Name>> ButtonObj::statesOfAppearance() const noexcept
     const Ref<Dictionary> normal = appearances->findAsDictionary(FormKeys::normalAppearance, false);
     if (!normal)
         return formReport.oddity("No N dictionary in AP dictionary for field ", fieldLogName());
+    // Only an application's own dictionary has no list, or keys that make no names.
     const Ref<TVector<Ref<::String>>> keys = normal->keys();
     StackVector<Ref<Name>> result;
-    for (const Ref<::String>& key : *keys)
-        result.push_back(Name::create(key));
+    for (std::size_t i = 0; keys && i < keys->size(); ++i)
+        if (Ref<Name> name = Name::create(keys->get(i)))
+            result.push_back(std::move(name));
     if (result.empty())
         return formReport.oddity("Empty N dictionary in AP dictionary for field ", fieldLogName());
     return result;

@@ -83,7 +83,8 @@ Ref<::String> Dictionary::asText() const noexcept
     const Ref<StringPrinter> printer = StringPrinter::create();
     printer->print("<<");
     const Ref<TVector<Ref<::String>>> list = keys();
-    for (const Ref<::String>& key : *list) {
+    for (std::size_t i = 0; list && i < list->size(); ++i) {
+        const Ref<::String> key = list->get(i);
         const Ref<Value> value = find(key);
         printer->print(" ").print(key).print(" -> ");
         if (value)

@@ -11,6 +11,19 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
+// An application's own dictionary, which may answer as no other does.
+class KeysAlone final : public ValueObj, public virtual Dictionary {
+public:
+    explicit KeysAlone(Ref<TVector<Ref<::String>>> keys) : ValueObj(kind), _keys(std::move(keys)) {}
+
+    Ref<TVector<Ref<::String>>> keys() const noexcept override { return _keys; }
+    Ref<Value> find(Ref<::String>) const noexcept override { return nullptr; }
+    bool set(Ref<::String>, Ref<Value>) noexcept override { return false; }
+
+private:
+    const Ref<TVector<Ref<::String>>> _keys;
+};
+
 TEST(Button, ValueAndAppearanceStateAreSetApart)
 {
     const Ref<Name> yes = Name::create(text("Yes"));
@@ -63,6 +76,30 @@ TEST(Button, StatesComeFromOptionsOrElseFromTheNormalAppearance)
         EXPECT_EQ(Error::get(), code);
         EXPECT_EQ(got, states);
         EXPECT_EQ(log.take(), Lines(*line ? 1 : 0, line));
+    }
+}
+
+TEST(Button, StatesOfAnApplicationsOwnDictionaryAreTheKeysThatMakeNames)
+{
+    using Keys = std::vector<Ref<::String>>;
+    const std::tuple<const char*, Ref<TVector<Ref<::String>>>, std::string> cases[] = {
+        {"no list", nullptr, ""},
+        {"no usable key", make<TVector<Ref<::String>>>(Keys{nullptr, text("")}), ""},
+        {"one", make<TVector<Ref<::String>>>(Keys{nullptr, text("Yes"), text("")}), "Yes "},
+    };
+    for (const auto& [what, keys, states] : cases) {
+        SCOPED_TRACE(what);
+        const OneField one("<< /FT /Btn /AP << >> >>");
+        const Ref<Dictionary> own = make<KeysAlone>(keys);
+        EXPECT_TRUE(one.entries->findAsDictionary(text("AP"), false)->set(text("N"), own));
+        EXPECT_EQ(shown(own).substr(0, 2), "<<"); // a text for logs needs no list either
+        LogCapture log(formFilter, 3);
+        std::string got;
+        for (const Ref<Name>& state : one.field.cast<Fields::Button>()->states())
+            got += shown(state) + " ";
+        EXPECT_EQ(got, states);
+        EXPECT_EQ(log.take(),
+            Lines(states.empty() ? 1 : 0, "Empty N dictionary in AP dictionary for field <unknown>"));
     }
 }
 
