@@ -52,6 +52,7 @@ public:
     // there is no such entry, with `ErrBadCast` when it leads to no dictionary; with `ErrFormCreate` a
     // form of which only the fields in front of the first failure are there. Null with `ErrNoRoot` when
     // there is no usable catalog; then the next call searches anew. A success leaves the slot as it was.
+    // Null with `ErrNotAvailable` for a log sink that asks while the form is being built.
     //
     // What fails a form: an element of `Fields` or `Kids` that is no reference to a dictionary; an `FT`
     // other than Btn, Tx, Ch and Sig; and, to keep every form finite, `Kids` that lead back to a field

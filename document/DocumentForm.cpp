@@ -20,8 +20,15 @@ std::uint64_t highestFieldCount(std::uint64_t objectCount)
 
 Ref<Form> DocumentObj::form() noexcept
 {
-    if (!_formLoaded && !loadForm())
-        return nullptr;
+    if (_formSearch == FormSearch::UnderWay)
+        return refuse(ErrNotAvailable);
+    if (_formSearch == FormSearch::Ahead) {
+        _formSearch = FormSearch::UnderWay;
+        const bool isOver = loadForm();
+        _formSearch = isOver ? FormSearch::Over : FormSearch::Ahead;
+        if (!isOver)
+            return nullptr;
+    }
     if (_formError)
         Error::set(_formError);
     return _form;
@@ -40,7 +47,6 @@ bool DocumentObj::loadForm() noexcept
         return formReport.fail(ErrNoRoot, "Failed to retrieve root object dictionary");
     Ref<Value> acroForm = catalog->find(Keys::acroForm);
     _formError = acroForm ? makeForm(std::move(acroForm)) : std::uint32_t(ErrNoEntry);
-    _formLoaded = true;
     // The optional lookups in the tree leave codes that are no failures.
     Error::set(code);
     return true;

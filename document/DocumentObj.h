@@ -114,8 +114,10 @@ private:
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries
     // leave no hole, and new objects are appended.
     std::vector<Ref<PDF::Object>> _objects;
-    Ref<Form> _form;              // null until it was asked for, and when there is none
-    bool _formLoaded = false;     // the search for it is over
+    Ref<Form> _form; // null until it was asked for, and when there is none
+    // A log sink may ask for the form while the search is under way.
+    enum class FormSearch { Ahead, UnderWay, Over };
+    FormSearch _formSearch = FormSearch::Ahead;
     std::uint32_t _formError = 0; // what `form` leaves each time; 0 for none
 };
 

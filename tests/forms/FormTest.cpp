@@ -88,6 +88,33 @@ TEST(Form, WithoutCatalogEachCallSearchesAnew)
     EXPECT_TRUE(document->form());
 }
 
+TEST(Form, ALogSinkFindsNoFormWhileItIsBeingBuilt)
+{
+    // The second has no catalog, the third no dictionary to build a form of.
+    const std::string file = formFile("/Fields [ 3 0 R << >> ]", {whole});
+    const std::tuple<std::string, std::uint32_t, std::uint64_t> cases[] = {
+        {file, ErrFormCreate, 1},
+        {damaged(file, "/Root 1 0 R", "/Root 9 0 R"), ErrNoRoot, 0},
+        {PdfText().object(1, "<< /Type /Catalog /AcroForm 7 >>"), ErrBadCast, 0},
+    };
+    for (const auto& [bytes, code, fieldCount] : cases) {
+        const Ref<Document> document = open(bytes);
+        const LogCapture filters[] = {LogCapture("PDF"), LogCapture(formFilter)};
+        int lines = 0;
+        SysLogStream::setSink([&document, &lines](std::size_t, const Ref<::String>&) {
+            ASSERT_LT(++lines, 10) << "each line leads to another one";
+            EXPECT_FALSE(document->form());
+            EXPECT_EQ(Error::get(), ErrNotAvailable);
+        });
+        const Ref<Form> form = document->form();
+        EXPECT_EQ(Error::get(), code);
+        EXPECT_GT(lines, 0);
+        EXPECT_EQ(form ? form->fieldCount() : 0, fieldCount);
+        SysLogStream::setSink([](std::size_t, const Ref<::String>&) {});
+        EXPECT_TRUE(document->form() == form);
+    }
+}
+
 TEST(Form, FieldsAreFoundByNameIndexAndPath)
 {
     const Ref<Document> document = open(formFile("/Fields [ 3 0 R 4 0 R 5 0 R 6 0 R 7 0 R 8 0 R ]",
