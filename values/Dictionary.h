@@ -19,6 +19,9 @@ public:
     static constexpr Type kind = Type::Dictionary;
     static constexpr const char* kindName = "Dictionary";
 
+    // An empty dictionary, of which the first `set` is the first change.
+    static Ref<Dictionary> create() noexcept;
+
     // The keys in order, as a list of the caller's own; an empty list for an empty dictionary.
     virtual Ref<TVector<Ref<::String>>> keys() const noexcept = 0;
     // The value under `key`, as it stands: a reference is not followed. Null with `ErrNotAvailable`

@@ -37,6 +37,11 @@ void sortByKey(DictionaryObj::Entries& entries)
 
 } // namespace
 
+Ref<Dictionary> Dictionary::create() noexcept
+{
+    return make<DictionaryObj>();
+}
+
 template <class Kind>
 Ref<Kind> Dictionary::findAs(Ref<::String> key, bool optional) const noexcept
 {

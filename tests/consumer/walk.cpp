@@ -7,11 +7,29 @@
 #include <values/Dictionary.h>
 #include <values/NumberObj.h>
 #include <values/Object.h>
+#include <values/String.h>
 
 #include <cstdio>
 #include <string>
 
 using namespace Libraries::Files;
+
+namespace {
+
+// Puts a dictionary of the program's own on the page, and finds in it what was put there.
+bool mark(const Ref<PDF::Object>& page)
+{
+    const Ref<::String> key = ::String::create("Mark");
+    const Ref<PDF::Dictionary> made = PDF::Dictionary::create();
+    if (!made->set(key, PDF::String::create(::String::create("seen")))
+        || !page->valueAsDictionary()->set(key, made))
+        return false;
+    const Ref<PDF::Dictionary> found = page->valueAsDictionary()->findAsDictionary(key, false);
+    const Ref<PDF::String> text = found ? found->findAsString(key, false) : nullptr;
+    return text && text->PDF::String::value()->equals("seen");
+}
+
+} // namespace
 
 int main()
 {
@@ -33,7 +51,8 @@ int main()
     }
     const auto pages = document->getPages();
     const bool isSet = pages.size() == 1
-        && pages[0]->valueAsDictionary()->set(String::create("Rotate"), make<PDF::NumberObj>(90, 0));
+        && pages[0]->valueAsDictionary()->set(String::create("Rotate"), make<PDF::NumberObj>(90, 0))
+        && mark(pages[0]);
     std::printf("%zu page, %s, %s\n", pages.size(), document->changed() ? "changed" : "unchanged",
         document->form() ? "a form" : "no form");
     return isSet ? 0 : 1;
