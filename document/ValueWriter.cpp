@@ -197,10 +197,8 @@ bool ValueWriter::writeDictionary(Dictionary& dictionary) noexcept
 
 bool ValueWriter::writeEntries(const DictionaryObj& dictionary) noexcept
 {
-    for (const DictionaryObj::Entry& entry : dictionary.entries())
-        if (!writeEntry(entry.key, entry.value))
-            return false;
-    return true;
+    return dictionary.entries().forEach(
+        [this](const Ref<::String>& key, const Ref<Value>& value) { return writeEntry(key, value); });
 }
 
 // The same for a dictionary of another class, through its interface.

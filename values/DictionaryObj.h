@@ -1,25 +1,19 @@
 #pragma once
 
-#include <platform/Pool.h>
 #include <values/Dictionary.h>
+#include <values/EntryMap.h>
 #include <values/ValueObj.h>
-
-#include <vector>
 
 namespace Libraries::Files::PDF {
 
 class DictionaryObj final : public ValueObj, public virtual Dictionary {
 public:
-    struct Entry {
-        Ref<::String> key;
-        Ref<Value> value;
-    };
-    using Entries = std::vector<Entry, PoolAllocator<Entry>>;
+    using Entries = EntryMap::List;
 
     DictionaryObj() noexcept : ValueObj(kind) {}
     // A dictionary fresh from a file, which counts as unchanged. The entries come in the order of the
     // file, with keys and values that aren't null; of those with the same key the last one stays.
-    explicit DictionaryObj(Entries entries) noexcept;
+    explicit DictionaryObj(Entries&& entries) noexcept : ValueObj(kind), _entries(std::move(entries)) {}
 
     // Dictionary
     Ref<TVector<Ref<::String>>> keys() const noexcept override;
@@ -27,17 +21,12 @@ public:
     bool set(Ref<::String> key, Ref<Value> value) noexcept override;
     bool changed() const noexcept override;
 
-    // All entries, ascending by key.
-    const Entries& entries() const noexcept { return _entries; }
+    const EntryMap& entries() const noexcept { return _entries; }
     // Clears the flag of this dictionary; changes of the values in it still count.
     void resetChanged() noexcept { _changed = false; }
 
 private:
-    // Where the key stands, or belongs.
-    std::size_t place(const ::String& key) const noexcept;
-    bool isAt(std::size_t index, const ::String& key) const noexcept;
-
-    Entries _entries; // ascending by key, no key twice
+    EntryMap _entries;
     bool _changed = false;
 };
 
