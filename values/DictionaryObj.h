@@ -26,7 +26,7 @@ public:
     void resetChanged() noexcept { _changed = false; }
 
 private:
-    EntryMap _entries;
+    [[no_unique_address]] EntryMap _entries; // leaves room in its last word for the flag
     bool _changed = false;
 };
 

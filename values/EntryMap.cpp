@@ -7,6 +7,9 @@ namespace {
 using Entry = EntryMap::Entry;
 using List = EntryMap::List;
 
+// How many entries of a list one change may move: about as many as cost what a change of a tree does.
+constexpr std::ptrdiff_t maxMoves = 128;
+
 bool isBefore(const Entry& a, const Entry& b)
 {
     return a.key->compare(*b.key) < 0;
@@ -43,31 +46,75 @@ auto placeOf(List& list, const ::String& key)
         [](const Entry& entry, const ::String& sought) { return entry.key->compare(sought) < 0; });
 }
 
+// Takes key and value over, or answers false, with nothing done, when too many entries would move.
+bool setInList(List& list, Ref<::String>& key, Ref<Value>& value)
+{
+    // What is built in key order, as a copy is, appends without a search.
+    const bool isLast = list.empty() || list.back().key->compare(*key) < 0;
+    const auto place = isLast ? list.end() : placeOf(list, *key);
+    const bool isThere = !isLast && place->key->compare(*key) == 0;
+    if (isThere && value) {
+        place->value = std::move(value);
+        return true;
+    }
+    if (!isThere && !value)
+        return true;
+    if (list.end() - place > maxMoves)
+        return false;
+    if (value)
+        list.insert(place, {std::move(key), std::move(value)});
+    else
+        list.erase(place);
+    return true;
+}
+
 } // namespace
 
 EntryMap::EntryMap(List&& entries) noexcept : _entries(std::move(entries))
 {
-    sortAndThin(_entries);
+    sortAndThin(*std::get_if<List>(&_entries));
+}
+
+std::size_t EntryMap::size() const noexcept
+{
+    const List* list = std::get_if<List>(&_entries);
+    return list ? list->size() : (*std::get_if<TreeHolder>(&_entries))->size();
 }
 
 const Ref<Value>* EntryMap::find(const ::String& key) const noexcept
 {
-    const auto place = placeOf(_entries, key);
-    return place != _entries.end() && place->key->compare(key) == 0 ? &place->value : nullptr;
+    if (const List* list = std::get_if<List>(&_entries)) {
+        const auto place = placeOf(*list, key);
+        return place != list->end() && place->key->compare(key) == 0 ? &place->value : nullptr;
+    }
+    const Tree& tree = **std::get_if<TreeHolder>(&_entries);
+    const auto place = tree.find(key);
+    return place != tree.end() ? &place->second : nullptr;
 }
 
 void EntryMap::set(Ref<::String> key, Ref<Value> value) noexcept
 {
-    // What is built in key order, as a copy is, appends without a search.
-    const bool isLast = _entries.empty() || _entries.back().key->compare(*key) < 0;
-    const auto place = isLast ? _entries.end() : placeOf(_entries, *key);
-    const bool isThere = !isLast && place->key->compare(*key) == 0;
+    if (List* list = std::get_if<List>(&_entries)) {
+        if (setInList(*list, key, value))
+            return;
+        auto tree = std::make_unique<Tree>();
+        for (Entry& entry : *list)
+            tree->emplace_hint(tree->end(), std::move(entry.key), std::move(entry.value));
+        _entries = std::move(tree);
+    }
+    setInTree(**std::get_if<TreeHolder>(&_entries), std::move(key), std::move(value));
+}
+
+void EntryMap::setInTree(Tree& tree, Ref<::String> key, Ref<Value> value) noexcept
+{
+    const auto place = tree.lower_bound(*key);
+    const bool isThere = place != tree.end() && place->first->compare(*key) == 0;
     if (isThere && value)
-        place->value = std::move(value);
+        place->second = std::move(value);
     else if (isThere)
-        _entries.erase(place);
+        tree.erase(place);
     else if (value)
-        _entries.insert(place, {std::move(key), std::move(value)});
+        tree.emplace_hint(place, std::move(key), std::move(value));
 }
 
 } // namespace Libraries::Files::PDF

@@ -5,11 +5,16 @@
 #include <values/Value.h>
 
 #include <algorithm>
+#include <map>
+#include <memory>
+#include <variant>
 #include <vector>
 
 namespace Libraries::Files::PDF {
 
-// The entries of a dictionary, ascending by key, no key twice.
+// The entries of a dictionary, ascending by key, no key twice. They begin as a sorted list, which is small, and
+// fast to walk and to append to. The first change that would move more than a few of its entries makes them a
+// tree, so that any sequence of changes takes n log n.
 class EntryMap {
 public:
     struct Entry {
@@ -22,7 +27,7 @@ public:
     // Of entries in any order, whose keys and values aren't null; of those with the same key the last one stays.
     explicit EntryMap(List&& entries) noexcept;
 
-    std::size_t size() const noexcept { return _entries.size(); }
+    std::size_t size() const noexcept;
     // Where the value is until the next change; null when there is none.
     const Ref<Value>* find(const ::String& key) const noexcept;
     // Puts the value under the key, or removes the entry if the value is null; there need not be one.
@@ -32,12 +37,28 @@ public:
     template <class Visitor>
     bool forEach(Visitor visit) const noexcept
     {
-        return std::all_of(_entries.begin(), _entries.end(),
-            [&visit](const Entry& entry) { return visit(entry.key, entry.value); });
+        if (const List* list = std::get_if<List>(&_entries))
+            return std::all_of(list->begin(), list->end(),
+                [&visit](const Entry& entry) { return visit(entry.key, entry.value); });
+        const Tree& tree = **std::get_if<TreeHolder>(&_entries);
+        return std::all_of(
+            tree.begin(), tree.end(), [&visit](const auto& entry) { return visit(entry.first, entry.second); });
     }
 
 private:
-    List _entries;
+    struct KeyOrder {
+        using is_transparent = void;
+        bool operator()(const Ref<::String>& a, const Ref<::String>& b) const { return a->compare(*b) < 0; }
+        bool operator()(const Ref<::String>& a, const ::String& b) const { return a->compare(b) < 0; }
+        bool operator()(const ::String& a, const Ref<::String>& b) const { return a.compare(*b) < 0; }
+    };
+    using Tree = std::map<Ref<::String>, Ref<Value>, KeyOrder,
+        PoolAllocator<std::pair<const Ref<::String>, Ref<Value>>>>;
+    using TreeHolder = std::unique_ptr<Tree>; // never null
+
+    static void setInTree(Tree& tree, Ref<::String> key, Ref<Value> value) noexcept;
+
+    [[no_unique_address]] std::variant<List, TreeHolder> _entries;
 };
 
 } // namespace Libraries::Files::PDF

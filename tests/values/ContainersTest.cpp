@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <map>
+#include <random>
+
 using namespace Tests;
 
 namespace {
@@ -61,6 +65,52 @@ TEST(Dictionary, keysStayInOrderAndTheLastOfEqualOnesWins)
     EXPECT_TRUE(read->equal(other)) << "the order of making doesn't count";
     other->set(text("a"), number(5));
     EXPECT_FALSE(read->equal(other));
+}
+
+TEST(Dictionary, aLargeOneIsTheSameAfterChangesAnywhere)
+{
+    const Ref<PDF::DictionaryObj> dictionary = make<PDF::DictionaryObj>();
+    std::map<std::string, int> model;
+    std::minstd_rand random(1);
+    // It grows at its end, then is changed all over, at last mostly by removals.
+    for (int step = 0; step < 6000; ++step) {
+        const std::string key = std::to_string(1000 + (step < 500 ? step : static_cast<int>(random() % 1000)));
+        const bool isRemoved = step >= 500 && random() % 6000 < static_cast<unsigned>(step);
+        dictionary->set(text(key), isRemoved ? nullptr : number(step));
+        isRemoved ? void(model.erase(key)) : void(model[key] = step);
+        if (step % 500 != 499)
+            continue;
+        SCOPED_TRACE(step);
+        std::string shown = "<<", written = "<<";
+        PDF::DictionaryObj::Entries entries;
+        for (const auto& [modelKey, value] : model) {
+            shown += " " + modelKey + " -> " + std::to_string(value) + ".0";
+            written += " /" + modelKey + " " + std::to_string(value);
+            entries.insert(entries.begin(), {text(modelKey), number(value)});
+        }
+        EXPECT_EQ(plain(dictionary->asText()), shown + " >>");
+        const Ref<TConstArray<std::uint32_t>> file = PDF::writtenText(open(PdfText().pages()), dictionary);
+        EXPECT_EQ(std::string(file->data(), file->data() + file->size()), written + " >>");
+        EXPECT_TRUE(dictionary->equal(make<PDF::DictionaryObj>(std::move(entries)))) << "one that was read";
+        EXPECT_EQ(bool(dictionary->find(text("1000"))), model.contains("1000"));
+        dictionary->resetChanged();
+        EXPECT_FALSE(dictionary->changed());
+    }
+}
+
+TEST(Dictionary, whereTheChangesAreDoesNotMultiplyTheirTime)
+{
+    constexpr int count = 200000;
+    const Ref<PDF::DictionaryObj> dictionary = make<PDF::DictionaryObj>();
+    const auto key = [](int i) { return text(std::to_string(1000000 + i)); };
+    const std::clock_t start = std::clock();
+    for (int i = count; i-- > 0;)
+        dictionary->set(key(i), number(i));
+    for (int i = 0; i < count; ++i)
+        dictionary->set(key(i), nullptr);
+    // Moving the later entries each time would take a minute.
+    EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC);
+    EXPECT_EQ(dictionary->keys()->size(), 0u);
 }
 
 TEST(Dictionary, lookupsLeaveTheirCodes)
