@@ -3,6 +3,8 @@
 #include <document/DocumentObj.h>
 #include <document/Report.h>
 
+#include <algorithm>
+
 namespace Libraries::Files::PDF {
 
 namespace {
@@ -24,6 +26,13 @@ StackVector<Ref<Object>> objectsOf(const Ref<Document>& document) noexcept
 {
     const Ref<DocumentObj> held = implementation(document);
     return held ? held->objects() : StackVector<Ref<Object>>();
+}
+
+StackVector<Ref<Object>> objectsAsWritten(const Ref<Document>& document) noexcept
+{
+    StackVector<Ref<Object>> objects = objectsOf(document);
+    std::stable_sort(objects.begin(), objects.end(), [](const auto& a, const auto& b) { return a->id() < b->id(); });
+    return objects;
 }
 
 Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept

@@ -11,6 +11,8 @@ namespace Libraries::Files::PDF {
 
 // All indirect objects in the order of the document's table: ascending ids, new objects last.
 EXPORTED StackVector<Ref<Object>> objectsOf(const Ref<Document>& document) noexcept;
+// The same objects in the order in which they are written: by ascending id.
+EXPORTED StackVector<Ref<Object>> objectsAsWritten(const Ref<Document>& document) noexcept;
 // The line ending that the file was read with and is written with: CR, LF or CR LF.
 EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
 // The characters that stand for the value in a written file, one element each; a stream's data, as

@@ -176,13 +176,6 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
 
 } // namespace
 
-StackVector<Ref<PDF::Object>> objectsAsWritten(const Ref<Document>& document) noexcept
-{
-    auto objects = objectsOf(document);
-    std::stable_sort(objects.begin(), objects.end(), [](const auto& a, const auto& b) { return a->id() < b->id(); });
-    return objects;
-}
-
 std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept
 {
     return nameOf(object) + " is written as row " + std::to_string(row)

@@ -15,10 +15,6 @@ namespace PDF = Libraries::Files::PDF;
 std::optional<Refusal> findDifference(
     const Ref<PDF::Document>& document, const Ref<FileStripe>& written) noexcept;
 
-// The objects of the document in the order in which they are written.
-StackVector<Ref<PDF::Object>> objectsAsWritten(
-    const Ref<PDF::Document>& document) noexcept;
-
 // Why an object that the new table has in the row of another number can't be found by its own.
 std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept;
 

@@ -3,7 +3,6 @@
 #include <document/Inspection.h>
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
-#include <host/saving/Comparison.h>
 #include <host/streams/StreamChecks.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>
