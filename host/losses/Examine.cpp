@@ -6,7 +6,7 @@
 #include <host/losses/MeaningComparison.h>
 #include <host/losses/ObjectExamination.h>
 #include <host/losses/PartialMarks.h>
-#include <host/saving/Comparison.h>
+#include <host/losses/ShiftedRows.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 
@@ -55,19 +55,14 @@ void examineHeader(FileExamination& file)
 // Gives the first row of the new table that stands for another number, in words.
 std::string examineRows(FileExamination& file)
 {
-    std::string words;
-    std::uint64_t row = file.chain().first();
-    for (const auto& object : objectsAsWritten(file.document())) {
-        if (object->id() == ++row)
-            continue;
+    const std::vector<ShiftedRow> shifted = shiftedRows(file.document(), file.chain().first());
+    for (const auto& [object, row] : shifted) {
         const auto source = file.chain().rows().find(object->id());
         const std::uint64_t offset = source == file.chain().rows().end() ? 0 : source->second.offset;
         file.turnTo(*object);
         file.add(LossKind::ShiftedRow, offset, nameOf(*object), "row " + std::to_string(row));
-        if (words.empty())
-            words = shiftedRowWords(*object, row);
     }
-    return words;
+    return shifted.empty() ? std::string() : shiftedRowWords(shifted.front());
 }
 
 // Takes out what is examined on its own, and the Size, which every save makes anew.

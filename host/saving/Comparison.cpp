@@ -4,6 +4,7 @@
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
 #include <host/files/MemoryStripe.h>
+#include <host/losses/ShiftedRows.h>
 #include <platform/CharReader.h>
 #include <platform/StrConv.h>
 #include <platform/StringUtil.h>
@@ -94,19 +95,6 @@ std::optional<unsigned long long> firstRow(const Ref<FileStripe>& written)
     return first;
 }
 
-// The first object whose row in the table stands for another number. The table has one row for each
-// object, behind a first one for none, and an object of a gap has no row.
-std::optional<Refusal> findShiftedRow(const StackVector<Ref<PDF::Object>>& objects, const Ref<FileStripe>& written)
-{
-    const auto first = firstRow(written);
-    for (std::size_t i = 0; first && i < objects.size(); ++i) {
-        const unsigned long long row = *first + 1 + i;
-        if (objects[i]->id() != row)
-            return Refusal{shiftedRowWords(*objects[i], row)};
-    }
-    return {};
-}
-
 // A file that holds a value as its only object, number 1.
 std::vector<std::uint8_t> fileOfOne(const Ref<Document>& document, const Ref<Value>& value)
 {
@@ -136,10 +124,10 @@ bool canBeRead(const Ref<Document>& document, const Ref<Value>& value)
 // Looks for what keeps the file from being opened: each object is tried in a file of its own.
 Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& written, std::uint32_t code)
 {
-    const auto objects = objectsAsWritten(document);
-    if (auto shifted = findShiftedRow(objects, written))
-        return *shifted;
-    for (const auto& object : objects)
+    if (const auto first = firstRow(written))
+        if (const auto shifted = shiftedRows(document, *first); !shifted.empty())
+            return Refusal{shiftedRowWords(shifted.front())};
+    for (const auto& object : objectsAsWritten(document))
         if (!canBeRead(document, withoutData(object->value())))
             return Refusal{nameOf(*object) + " could not be read again" + reasonFor(document, object->value()), code};
     if (!canBeRead(document, document->trailer()))
@@ -175,12 +163,6 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
 }
 
 } // namespace
-
-std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept
-{
-    return nameOf(object) + " is written as row " + std::to_string(row)
-        + " of the table: the numbers of the objects don't follow each other from the table's first on";
-}
 
 std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<FileStripe>& written) noexcept
 {

@@ -15,7 +15,4 @@ namespace PDF = Libraries::Files::PDF;
 std::optional<Refusal> findDifference(
     const Ref<PDF::Document>& document, const Ref<FileStripe>& written) noexcept;
 
-// Why an object that the new table has in the row of another number can't be found by its own.
-std::string shiftedRowWords(const PDF::Object& object, unsigned long long row) noexcept;
-
 } // namespace Host
