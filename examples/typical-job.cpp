@@ -2,6 +2,7 @@
 // pages, saves, and opens what was saved.
 
 #include <host/fields/Fill.h>
+#include <host/fields/FormFields.h>
 #include <host/pages/Background.h>
 #include <host/saving/Save.h>
 #include <values/Object.h>

@@ -8,6 +8,7 @@
 #include <forms/Choice.h>
 #include <forms/Text.h>
 #include <host/fields/Fill.h>
+#include <host/fields/FormFields.h>
 #include <host/pages/Background.h>
 #include <values/ArrayObj.h>
 

@@ -1,6 +1,7 @@
 // Lists the fields of a form, fills some, and saves.
 
 #include <host/fields/Fill.h>
+#include <host/fields/FormFields.h>
 #include <host/files/Open.h>
 #include <host/saving/Save.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <host/fields/FieldTree.h>
-#include <host/fields/Fill.h>
+#include <host/fields/FieldValue.h>
 
 namespace Host {
 

@@ -1,5 +1,6 @@
 #include <host/fields/FieldReading.h>
 
+#include <forms/Field.h>
 #include <forms/FormKeys.h>
 #include <host/fields/TextString.h>
 #include <values/Array.h>

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <host/fields/FieldKind.h>
 #include <host/fields/FieldTree.h>
-#include <host/fields/FormFields.h>
+#include <host/fields/FieldValue.h>
+
+#include <optional>
 
 namespace Host {
 

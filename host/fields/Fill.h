@@ -1,18 +1,15 @@
 #pragma once
 
-#include <host/fields/FormFields.h>
+#include <document/Document.h>
+#include <host/base/Result.h>
+#include <host/fields/FieldValue.h>
 
 #include <memory>
-#include <variant>
+#include <optional>
 
 namespace Host {
 
-// What goes into a field, in UTF-8. A text field takes a text. Check boxes and radio buttons take the name of
-// a state or one of the field's export values, "on" or true where there is one state only, and "off" or
-// false. List boxes and combo boxes take a choice, or several where the field allows them, none included:
-// by export value or else by what is displayed; an empty text that is no choice is none, and an editable combo
-// box takes any text.
-using FieldValue = std::variant<std::string, bool, std::vector<std::string>>;
+namespace PDF = Libraries::Files::PDF;
 
 // Who draws the new values.
 enum class Appearances {

@@ -3,38 +3,14 @@
 #include <document/Document.h>
 #include <forms/Field.h>
 #include <host/base/Result.h>
+#include <host/fields/FieldKind.h>
+#include <host/fields/FieldValue.h>
 
 #include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
-
-// The kinds of fields that people tell apart, by `FT` and `Ff`.
-enum class FieldKind {
-    Text,
-    CheckBox,
-    RadioButtons,
-    PushButton,
-    ListBox,
-    ComboBox,
-    Signature,
-    Unknown, // no FT, neither of its own nor from above, or one that the standard doesn't have
-};
-// "text", "check box", "radio buttons" ...
-EXPORTED std::string_view kindWords(FieldKind kind) noexcept;
-
-// One entry of Opt. Where it has one text only, both are that.
-struct FieldOption {
-    std::string exported;  // what becomes the value
-    std::string displayed; // what people see
-};
-
-// The entries of a value: one text, the name of a state, or several texts of a list box with several chosen.
-using FieldTexts = std::vector<std::string>;
 
 // A terminal field as people see it. All texts are UTF-8. What the standard lets a field inherit is looked for
 // in the fields above too, and an indirect entry is followed; an entry of a wrong kind counts as absent.
@@ -59,9 +35,6 @@ struct FormField {
     PDF::Field::Quadding quadding = PDF::Field::Quadding::NotSet;
     std::size_t widgetCount = 0; // places where the field is shown
 };
-// The flags that are set and mean something for the kind: "read-only", "required", "multiline" ...
-EXPORTED std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept;
-
 // What `fieldNames` finds.
 struct FormFields {
     std::vector<FormField> fields; // in the order of the form

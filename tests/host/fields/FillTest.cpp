@@ -3,6 +3,7 @@
 #include <tests/support/TestFolder.h>
 
 #include <host/fields/Fill.h>
+#include <host/fields/FormFields.h>
 #include <host/saving/Save.h>
 
 #include <gtest/gtest.h>

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <platform/Export.h>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace Host {
+
+// The kinds of fields that people tell apart, by `FT` and `Ff`.
+enum class FieldKind {
+    Text,
+    CheckBox,
+    RadioButtons,
+    PushButton,
+    ListBox,
+    ComboBox,
+    Signature,
+    Unknown, // no FT, neither of its own nor from above, or one that the standard doesn't have
+};
+// "text", "check box", "radio buttons" ...
+EXPORTED std::string_view kindWords(FieldKind kind) noexcept;
+
+// The flags that are set and mean something for the kind: "read-only", "required", "multiline" ...
+EXPORTED std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept;
+
+} // namespace Host
