@@ -1,7 +1,7 @@
 #pragma once
 
+#include <host/fields/FieldEntries.h>
 #include <host/fields/FieldKind.h>
-#include <host/fields/FieldTree.h>
 #include <host/fields/FieldValue.h>
 
 #include <optional>

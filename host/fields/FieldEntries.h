@@ -1,0 +1,56 @@
+#pragma once
+
+#include <document/Document.h>
+#include <values/Dictionary.h>
+
+#include <array>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// What the standard lets a field take over from those above it.
+enum class Inherited : std::size_t {
+    FieldType,
+    Flags,
+    Value,
+    DefaultValue,
+    DefaultAppearance,
+    Quadding,
+    MaxLength,
+    Options,
+    Count,
+};
+
+// The entries of a field, its own or those of the nearest field above that has them; a reference is
+// followed. Null where there is none.
+class FieldEntries {
+public:
+    const Ref<PDF::Value>& operator[](Inherited entry) const noexcept { return _values[std::size_t(entry)]; }
+    template <class Kind>
+    Ref<Kind> as(Inherited entry) const noexcept
+    {
+        return PDF::valueAs<Kind>((*this)[entry]);
+    }
+    void set(Inherited entry, Ref<PDF::Value> value) noexcept { _values[std::size_t(entry)] = std::move(value); }
+    // Replaces what the dictionary of a field below has itself.
+    void override(const PDF::Document& document, const PDF::Dictionary& own) noexcept;
+    // Adds what is missing so far.
+    void complete(const FieldEntries& others) noexcept;
+
+private:
+    std::array<Ref<PDF::Value>, std::size_t(Inherited::Count)> _values;
+};
+
+// The value, or what it refers to; one reference is followed. Null for null, for the null value and for a
+// reference to nothing.
+Ref<PDF::Value> followed(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
+// The entry of a dictionary, followed, as a value of one kind; null when it is none.
+template <class Kind>
+Ref<Kind> findFollowed(
+    const PDF::Document& document, const PDF::Dictionary& dictionary, const Ref<::String>& key) noexcept
+{
+    return PDF::valueAs<Kind>(followed(document, dictionary.find(key)));
+}
+
+} // namespace Host
