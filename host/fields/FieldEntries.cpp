@@ -1,8 +1,7 @@
 #include <host/fields/FieldEntries.h>
 
+#include <document/Resolve.h>
 #include <forms/FormKeys.h>
-#include <values/Object.h>
-#include <values/ObjectRef.h>
 
 namespace Host {
 
@@ -21,7 +20,7 @@ static_assert(std::size(inheritedKeys) == std::size_t(Inherited::Count));
 void FieldEntries::override(const Document& document, const Dictionary& own) noexcept
 {
     for (std::size_t i = 0; i < _values.size(); ++i)
-        if (Ref<Value> value = followed(document, own.find(*inheritedKeys[i])))
+        if (Ref<Value> value = resolvePresent(document, own.find(*inheritedKeys[i])))
             _values[i] = std::move(value);
 }
 
@@ -32,14 +31,10 @@ void FieldEntries::complete(const FieldEntries& others) noexcept
             _values[i] = others._values[i];
 }
 
-Ref<Value> followed(const Document& document, const Ref<Value>& value) noexcept
+Ref<Value> resolvePresent(const Document& document, const Ref<Value>& value) noexcept
 {
-    Ref<Value> end = value;
-    if (Ref<ObjectRef> reference = valueAs<ObjectRef>(value)) {
-        const Ref<PDF::Object> object = document.object(std::move(reference));
-        end = object ? object->value() : nullptr;
-    }
-    return end && end->type() != Value::Type::Null ? end : nullptr;
+    Ref<Value> resolved = resolve(document, value);
+    return resolved && resolved->type() != Value::Type::Null ? resolved : nullptr;
 }
 
 } // namespace Host

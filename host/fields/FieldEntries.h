@@ -42,15 +42,8 @@ private:
     std::array<Ref<PDF::Value>, std::size_t(Inherited::Count)> _values;
 };
 
-// The value, or what it refers to; one reference is followed. Null for null, for the null value and for a
-// reference to nothing.
-Ref<PDF::Value> followed(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
-// The entry of a dictionary, followed, as a value of one kind; null when it is none.
-template <class Kind>
-Ref<Kind> findFollowed(
-    const PDF::Document& document, const PDF::Dictionary& dictionary, const Ref<::String>& key) noexcept
-{
-    return PDF::valueAs<Kind>(followed(document, dictionary.find(key)));
-}
+// The value itself or what it refers to, as `resolve` gives it, but null for the null value, which means the same
+// as no entry.
+Ref<PDF::Value> resolvePresent(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
 
 } // namespace Host

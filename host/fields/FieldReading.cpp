@@ -1,5 +1,6 @@
 #include <host/fields/FieldReading.h>
 
+#include <document/Resolve.h>
 #include <forms/Field.h>
 #include <forms/FormKeys.h>
 #include <host/fields/TextString.h>
@@ -24,7 +25,7 @@ FieldKind buttonKind(std::uint32_t flags)
 
 std::string textAt(const Document& document, const Array& array, std::uint64_t index)
 {
-    const auto text = valueAs<PDF::String>(followed(document, array.get(index)));
+    const auto text = resolveAs<PDF::String>(document, array.get(index));
     return text ? textOf(*text) : std::string();
 }
 
@@ -71,14 +72,16 @@ std::vector<FieldOption> optionsOf(const Document& document, const FieldEntries&
     const Ref<Array> list = entries.as<Array>(Inherited::Options);
     std::vector<FieldOption> options;
     for (std::uint64_t i = 0; list && i < list->size(); ++i)
-        options.push_back(optionOf(document, followed(document, list->get(i))));
+        options.push_back(optionOf(document, resolve(document, list->get(i))));
     return options;
 }
 
 std::vector<Ref<::String>> statesOf(const Document& document, const Dictionary& widget) noexcept
 {
-    const auto looks = findFollowed<Dictionary>(document, widget, FormKeys::appearance);
-    const auto normal = looks ? findFollowed<Dictionary>(document, *looks, FormKeys::normalAppearance) : nullptr;
+    const auto appearance = resolveEntryAs<Dictionary>(document, widget, FormKeys::appearance);
+    if (!appearance)
+        return {};
+    const auto normal = resolveEntryAs<Dictionary>(document, *appearance, FormKeys::normalAppearance);
     if (!normal)
         return {};
     const Ref<TVector<Ref<::String>>> keys = normal->keys();

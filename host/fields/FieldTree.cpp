@@ -1,6 +1,7 @@
 #include <host/fields/FieldTree.h>
 
 #include <document/Keys.h>
+#include <document/Resolve.h>
 #include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
 #include <host/fields/FieldReading.h>
@@ -26,7 +27,7 @@ const Ref<::String> encrypt = ::String::create("Encrypt");
 // Whether the dictionary has kids to be walked; otherwise it shows a field itself.
 bool hasKids(const Document& document, const Dictionary& dictionary)
 {
-    const Ref<Array> kids = findFollowed<Array>(document, dictionary, FormKeys::kids);
+    const Ref<Array> kids = resolveEntryAs<Array>(document, dictionary, FormKeys::kids);
     return kids && kids->size() != 0;
 }
 
@@ -50,15 +51,15 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
         return codeRefusal(Error::get(), "the document has no catalog: ");
     FieldTree tree(document);
     const Ref<Dictionary> catalog = root->valueAsDictionary();
-    const Ref<Value> form = followed(*document, catalog->find(Keys::acroForm));
+    const Ref<Value> form = resolvePresent(*document, catalog->find(Keys::acroForm));
     if (!form)
         return tree;
     tree._form = valueAs<Dictionary>(form);
     if (!tree._form)
         return codeRefusal(ErrBadCast, "the form (AcroForm) is no dictionary: ");
     FieldEntries defaults;
-    defaults.set(Inherited::DefaultAppearance, followed(*document, tree._form->find(FormKeys::defaultAppearance)));
-    defaults.set(Inherited::Quadding, followed(*document, tree._form->find(FormKeys::quadding)));
+    defaults.set(Inherited::DefaultAppearance, resolvePresent(*document, tree._form->find(FormKeys::defaultAppearance)));
+    defaults.set(Inherited::Quadding, resolvePresent(*document, tree._form->find(FormKeys::quadding)));
     tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1});
     return tree;
 }
@@ -66,10 +67,10 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
 // Whether there is a field, with a name of its own, among the elements.
 bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
 {
-    const Ref<Array> array = valueAs<Array>(followed(*_document, list));
+    const Ref<Array> array = resolveAs<Array>(*_document, list);
     bool hasField = false;
     for (std::uint64_t i = 0; array && i < array->size(); ++i) {
-        const Ref<Dictionary> dictionary = valueAs<Dictionary>(followed(*_document, array->get(i)));
+        const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
             passOver(i, place, "leads to no dictionary");
         else if (place.level > deepestLevel)
@@ -85,7 +86,7 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
 // Whether it is a field, or has one below.
 bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t index, const Place& place) noexcept
 {
-    const Ref<PDF::String> title = findFollowed<PDF::String>(*_document, *dictionary, FormKeys::name);
+    const Ref<PDF::String> title = resolveEntryAs<PDF::String>(*_document, *dictionary, FormKeys::name);
     std::string name = title ? textOf(*title) : std::string();
     if (name.empty() && place.owner)
         return walkWidget(dictionary, place);

@@ -1,5 +1,6 @@
 #include <host/fields/Fill.h>
 
+#include <document/Resolve.h>
 #include <forms/FormKeys.h>
 #include <host/fields/FieldChanges.h>
 #include <host/fields/FieldReading.h>
@@ -21,14 +22,14 @@ std::vector<std::string> warningsFor(const Document& document, const FieldTree& 
     const auto& fields = tree.fields();
     if (std::any_of(fields.begin(), fields.end(), [](const FieldNode& field) { return isSigned(field.entries); }))
         warnings.push_back("the document is signed, and the signature will not hold");
-    if (tree.form() && followed(document, tree.form()->find(otherForm)))
+    if (tree.form() && resolvePresent(document, tree.form()->find(otherForm)))
         warnings.push_back("the document has an XFA form beside this one, which keeps the old values");
     return warnings;
 }
 
 bool isTrue(const Document& document, const Dictionary& form)
 {
-    const auto flag = findFollowed<Boolean>(document, form, FormKeys::needAppearances);
+    const auto flag = resolveEntryAs<Boolean>(document, form, FormKeys::needAppearances);
     return flag && flag->value();
 }
 

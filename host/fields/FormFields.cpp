@@ -1,5 +1,6 @@
 #include <host/fields/FormFields.h>
 
+#include <document/Resolve.h>
 #include <forms/FormKeys.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/FieldTree.h>
@@ -71,7 +72,7 @@ private:
             field.options.push_back({taken(std::move(option.exported)), taken(std::move(option.displayed))});
         if (field.kind == FieldKind::CheckBox || field.kind == FieldKind::RadioButtons)
             field.states = statesOfAll(node.widgets);
-        if (const auto tooltip = findFollowed<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
+        if (const auto tooltip = resolveEntryAs<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
             field.tooltip = taken(textOf(*tooltip));
         if (const auto look = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
             field.defaultAppearance = taken(textOf(*look));
@@ -97,7 +98,7 @@ private:
         }
         FieldTexts result;
         for (std::uint64_t i = 0; i < array->size() && !_isFull; ++i)
-            if (auto text = textOfValue(followed(*_document, array->get(i))))
+            if (auto text = textOfValue(resolve(*_document, array->get(i))))
                 result.push_back(taken(std::move(*text)));
         return result;
     }
