@@ -1,9 +1,9 @@
 #include <host/pages/Background.h>
 
 #include <document/Keys.h>
+#include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
 #include <host/pages/MergeForecast.h>
-#include <values/Dictionary.h>
 #include <values/Object.h>
 
 #include <algorithm>
@@ -118,7 +118,7 @@ std::optional<Refusal> Look::run()
 
 std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>& page)
 {
-    const Ref<Dictionary> foreignPage = _foreign->valueAsDict(_foreignPages[foreignIndex(index)]->value());
+    const Ref<Dictionary> foreignPage = resolveAs<Dictionary>(*_foreign, _foreignPages[foreignIndex(index)]->value());
     if (!foreignPage)
         return {};
     if (!page)
@@ -132,7 +132,7 @@ std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>
         return merge(index, **foreign, *page);
     _heirs.push_back(index);
     const Ref<Value> own = page->find(Keys::resources);
-    return own && !_document->valueAsDict(own) ? std::optional(codeRefusal(ErrBadContents)) : std::nullopt;
+    return own && !resolveAs<Dictionary>(*_document, own) ? std::optional(codeRefusal(ErrBadContents)) : std::nullopt;
 }
 
 std::optional<Refusal> Look::merge(std::size_t index, const Resources& foreign, const Dictionary& page)

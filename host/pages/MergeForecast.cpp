@@ -1,12 +1,10 @@
 #include <host/pages/MergeForecast.h>
 
 #include <document/Keys.h>
+#include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
 #include <values/Array.h>
-#include <values/Dictionary.h>
-#include <values/Object.h>
-#include <values/ObjectRef.h>
 
 #include <algorithm>
 
@@ -57,7 +55,7 @@ Result<std::shared_ptr<Resources>> MergeForecast::resourcesOf(
     const Ref<Value> entry = holder.find(Keys::resources);
     if (!entry)
         return std::shared_ptr<Resources>();
-    const Ref<Dictionary> dictionary = document.valueAsDict(entry);
+    const Ref<Dictionary> dictionary = resolveAs<Dictionary>(document, entry);
     if (!dictionary)
         return codeRefusal(ErrBadContents);
     std::shared_ptr<Resources>& resources = _resources[dictionary.get()];
@@ -85,9 +83,7 @@ Result<std::shared_ptr<Resources>> MergeForecast::madeResourcesOf(const Dictiona
 // Null for a value that is no category.
 std::shared_ptr<Category> MergeForecast::readCategory(const Document& document, const Ref<Value>& value) noexcept
 {
-    const auto reference = valueAs<ObjectRef>(value);
-    const Ref<PDF::Object> object = reference ? document.object(reference) : nullptr;
-    const Ref<Value> content = reference ? (object ? object->value() : nullptr) : value;
+    const Ref<Value> content = resolve(document, value);
     const auto dictionary = valueAs<Dictionary>(content);
     const bool isArray = content && content->type() == Value::Type::Array;
     if (!dictionary && !isArray)

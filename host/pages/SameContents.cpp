@@ -1,9 +1,7 @@
 #include <host/pages/SameContents.h>
 
+#include <document/Resolve.h>
 #include <platform/Mem.h>
-#include <values/Dictionary.h>
-#include <values/Object.h>
-#include <values/ObjectRef.h>
 #include <values/Stream.h>
 
 #include <algorithm>
@@ -17,14 +15,13 @@ namespace {
 // Objects that hold nothing but a reference hardly occur; a longer row of them leads nowhere.
 constexpr int longestRow = 16;
 
-// What a value stands for, references followed; null when that is nothing.
-Ref<Value> resolved(const Document& document, Ref<Value> value)
+// What a value leads to, all references followed; null when that is nothing.
+Ref<Value> resolveAll(const Document& document, Ref<Value> value)
 {
-    for (int i = 0; value && value->type() == Value::Type::ObjectRef; ++i) {
-        const Ref<PDF::Object> object = i < longestRow ? document.object(valueAs<ObjectRef>(value)) : nullptr;
-        value = object ? object->value() : nullptr;
-    }
-    return value;
+    const auto isReference = [&value] { return value && value->type() == Value::Type::ObjectRef; };
+    for (int i = 0; i < longestRow && isReference(); ++i)
+        value = resolve(document, value);
+    return isReference() ? nullptr : value;
 }
 
 bool readBlock(Interfaces::Stripe& stripe, std::vector<std::uint32_t>& block, std::size_t count)
@@ -62,7 +59,7 @@ bool SameContents::areSame(const Ref<Value>& own, const Ref<Value>& foreign) noe
     while (!_open.empty()) {
         const auto [a, b] = std::move(_open.back());
         _open.pop_back();
-        if (!compare(resolved(*_document, a), resolved(*_foreign, b)))
+        if (!compare(resolveAll(*_document, a), resolveAll(*_foreign, b)))
             return false;
     }
     return true;
