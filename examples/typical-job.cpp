@@ -77,7 +77,7 @@ public:
     {
         for (const auto step : {&Job::open, &Job::fill, &Job::addLetterhead, &Job::save, &Job::openAgain})
             if (const Step refusal = (this->*step)()) {
-                std::fprintf(stderr, "%s: %s\n", _file, refusal->words.c_str());
+                std::fprintf(stderr, "%s: %s\n", _file, refusal->message.c_str());
                 return 1;
             }
         return 0;
@@ -106,7 +106,7 @@ private:
             return filler.refusal();
         for (const Entry& entry : entries)
             if (auto refusal = filler->fill(entry.field, entry.value))
-                return Host::Refusal{entry.field + (": " + refusal->words), refusal->code};
+                return Host::Refusal{entry.field + (": " + refusal->message), refusal->code};
         std::printf("filled       %zu fields: text, a check box, a radio button, a choice\n", std::size(entries));
         return {};
     }

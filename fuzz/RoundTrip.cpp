@@ -200,7 +200,7 @@ void checkExamined(Ref<PDF::Document> document, std::string_view file, Allowance
     document = nullptr;
     const auto examination = Host::examine(fileOf(file));
     if (!examination)
-        return require(!examination.refusal().words.empty(), "a refusal has words");
+        return require(!examination.refusal().message.empty(), "a refusal has words");
     require(examination->size == (written ? written->size() : 0), "a new file has the size that was foretold");
     if (written)
         checkReopened(*written, reasonForLoss(*examination));

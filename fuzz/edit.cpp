@@ -141,7 +141,7 @@ void Editing::fill(Arguments arguments) noexcept
     else if (arguments.variant % 4 == 3 && !field.states.empty())
         value = chosen(field.states, arguments.amount);
     if (const auto filled = Host::fill(_document, field.path, value); !filled)
-        require(!filled.refusal().words.empty(), "a refusal has words");
+        require(!filled.refusal().message.empty(), "a refusal has words");
     else
         require(_document->changed(), "a value that was filled in is a change");
 }
@@ -212,7 +212,7 @@ void Editing::addCheckedBackground(Arguments arguments) noexcept
         return;
     const Host::BackgroundOptions options{arguments.variant % 2 == 0};
     const auto laid = Host::background(_document, _foreign, PDF::BackgroundMode(arguments.which % 4), options);
-    require(laid || !laid.refusal().words.empty(), "a refusal has words");
+    require(laid || !laid.refusal().message.empty(), "a refusal has words");
 }
 
 void Editing::writeToFailing(Arguments arguments) noexcept

@@ -93,7 +93,7 @@ std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job
     if (object.contains("fill")) {
         auto values = valuesOf(object["fill"]);
         if (!values)
-            return Host::Refusal{"fill: " + values.refusal().words};
+            return Host::Refusal{"fill: " + values.refusal().message};
         job.values = std::move(*values);
     }
     if (auto refusal = readBackground(object, job))

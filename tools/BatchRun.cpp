@@ -33,7 +33,7 @@ public:
             return filler.refusal();
         for (const auto& [name, value] : _job.values)
             if (auto refusal = filler->fill(name, value, _options.appearances)) {
-                refusal->words = name + ": " + refusal->words + fieldHint;
+                refusal->message = name + ": " + refusal->message + fieldHint;
                 return refusal;
             }
         warn(filler->warnings());
@@ -48,7 +48,7 @@ public:
         const auto foreign = Host::open(_job.foreign);
         if (!foreign) {
             Host::Refusal refusal = foreign.refusal();
-            refusal.words = _job.foreign + ": " + refusal.words;
+            refusal.message = _job.foreign + ": " + refusal.message;
             return refusal;
         }
         if (auto losses = checkLosses(foreign->file, _job.foreign + ": "))
@@ -77,7 +77,7 @@ public:
         const auto saved = Host::save(_opened, _job.out, options);
         if (!saved) {
             Host::Refusal refusal = saved.refusal();
-            refusal.words += partialHint(saved.refusal());
+            refusal.message += partialHint(saved.refusal());
             return refusal;
         }
         _result.size = saved->size;
@@ -93,10 +93,10 @@ private:
         auto losses = _options.isExamined ? lossesOf(file) : std::nullopt;
         if (!losses)
             return {};
-        losses->words = prefix + losses->words;
+        losses->message = prefix + losses->message;
         if (_options.save.isStrict)
             return losses;
-        warn({losses->words});
+        warn({losses->message});
         return {};
     }
     void warn(const std::vector<std::string>& messages)

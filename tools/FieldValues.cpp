@@ -22,13 +22,13 @@ Host::Result<std::string> readFile(const std::string& path)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
     if (!file)
-        return unusable(Host::systemRefusal("can't be opened", errno).words);
+        return unusable(Host::systemRefusal("can't be opened", errno).message);
     std::string text;
     char block[4096];
     while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
         text.append(block, count);
     if (std::ferror(file.get()))
-        return unusable(Host::systemRefusal("can't be read", errno).words);
+        return unusable(Host::systemRefusal("can't be read", errno).message);
     return text;
 }
 
@@ -58,7 +58,7 @@ Host::Result<FieldValues> readValues(const std::string& path)
     if (!text)
         return text.refusal();
     auto values = valuesOf(nlohmann::json::parse(*text, nullptr, false));
-    return values ? std::move(values) : unusable(values.refusal().words);
+    return values ? std::move(values) : unusable(values.refusal().message);
 }
 
 } // namespace Tools

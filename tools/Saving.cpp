@@ -45,7 +45,7 @@ std::optional<int> Saving::checkLosses(const Ref<Host::FileStripe>& file, const 
     if (losses && _options.isStrict)
         return _console.refuse(in, *losses);
     if (losses)
-        _console.warn(in, losses->words);
+        _console.warn(in, losses->message);
     return {};
 }
 
@@ -59,7 +59,7 @@ int Saving::save(const Host::OpenedFile& opened, const std::string& in, const st
     const auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal();
-        refusal.words = "can't be saved as " + out + ": " + refusal.words + partialHint(saved.refusal());
+        refusal.message = "can't be saved as " + out + ": " + refusal.message + partialHint(saved.refusal());
         return _console.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

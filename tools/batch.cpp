@@ -56,7 +56,7 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
     object["ok"] = result.step.empty();
     if (!result.step.empty()) {
         object["step"] = result.step;
-        object["error"] = result.refusal.words;
+        object["error"] = result.refusal.message;
         if (result.refusal.code)
             object["code"] = Host::codeText(result.refusal.code);
     } else {

@@ -56,7 +56,7 @@ std::optional<int> fillAll(const Console& console, const std::string& in, Host::
     std::optional<int> status;
     for (const auto& [name, value] : values)
         if (auto refusal = filler.fill(name, value, appearances)) {
-            refusal->words = name + ": " + refusal->words + Tools::fieldHint;
+            refusal->message = name + ": " + refusal->message + Tools::fieldHint;
             status = console.refuse(in, *refusal);
         }
     return status;

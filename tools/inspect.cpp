@@ -98,9 +98,9 @@ std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& obje
         return line;
     auto stored = storedSize(document, stream);
     auto decoded = decodedSize(document, stream);
-    line += " stream: " + (stored ? std::to_string(*stored) + " bytes stored" : stored.refusal().words);
+    line += " stream: " + (stored ? std::to_string(*stored) + " bytes stored" : stored.refusal().message);
     if (stored)
-        line += decoded ? ", " + std::to_string(*decoded) + " decoded" : "; not decoded: " + decoded.refusal().words;
+        line += decoded ? ", " + std::to_string(*decoded) + " decoded" : "; not decoded: " + decoded.refusal().message;
     return line;
 }
 
@@ -121,7 +121,7 @@ std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& ob
         out += ", \"stored\": " + (stored ? std::to_string(*stored) : "null");
         out += ", \"decoded\": " + (decoded ? std::to_string(*decoded) : "null");
         if (!decoded)
-            out += ", \"error\": " + json(decoded.refusal().words) + ", \"code\": " + jsonCode(decoded.refusal().code);
+            out += ", \"error\": " + json(decoded.refusal().message) + ", \"code\": " + jsonCode(decoded.refusal().code);
     }
     return out + "}";
 }

@@ -27,7 +27,7 @@ std::optional<Host::Refusal> fill(const Host::OpenedFile& opened)
     if (auto refusal = filler->fill("number", "2024-0118"))
         return refusal;
     if (auto refusal = filler->fill("nobody", true))
-        std::printf("refused: %s\n", refusal->words.c_str());
+        std::printf("refused: %s\n", refusal->message.c_str());
     for (const std::string& warning : filler->warnings())
         std::printf("warning: %s\n", warning.c_str());
     return {};

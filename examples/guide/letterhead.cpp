@@ -16,7 +16,7 @@ int main(int argc, char** argv)
         return 1;
     auto done = Host::background(opened->document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
     if (!done)
-        return std::fprintf(stderr, "%s\n", done.refusal().words.c_str()), 1;
+        return std::fprintf(stderr, "%s\n", done.refusal().message.c_str()), 1;
     for (const std::string& warning : done->warnings)
         std::fprintf(stderr, "%s\n", warning.c_str());
     return Host::save(*opened, argv[3]) ? 0 : 1;

@@ -8,7 +8,7 @@ int main(int argc, char** argv)
 {
     const auto examination = Host::examine(argc > 1 ? argv[1] : "in.pdf");
     if (!examination)
-        return std::fprintf(stderr, "%s\n", examination.refusal().words.c_str()), 1;
+        return std::fprintf(stderr, "%s\n", examination.refusal().message.c_str()), 1;
     const Host::Losses& losses = examination->losses;
     if (losses.countOfMeaning() == 0)
         return std::printf("nothing is lost\n"), 0;

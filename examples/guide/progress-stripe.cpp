@@ -38,7 +38,7 @@ int main(int argc, char** argv)
 {
     auto file = Host::FileStripe::open(argc > 1 ? argv[1] : "in.pdf");
     if (!file)
-        return std::fprintf(stderr, "%s\n", file.refusal().words.c_str()), 1;
+        return std::fprintf(stderr, "%s\n", file.refusal().message.c_str()), 1;
     const auto counting = make<CountingStripe>(*file);
     const auto document = Libraries::Files::PDF::Document::create(counting);
     if (!document)

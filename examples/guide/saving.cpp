@@ -16,6 +16,6 @@ int main(int argc, char** argv)
     options.isStrict = true; // refuse what would lose some of its meaning
     const auto saved = Host::save(*opened, argv[1], options);
     if (!saved)
-        return std::fprintf(stderr, "%s is as it was: %s\n", argv[1], saved.refusal().words.c_str()), 1;
+        return std::fprintf(stderr, "%s is as it was: %s\n", argv[1], saved.refusal().message.c_str()), 1;
     std::printf("%llu bytes\n", static_cast<unsigned long long>(saved->size));
 }

@@ -47,7 +47,7 @@ int main(int argc, char** argv)
     const auto stream = firstContent(opened->document);
     const auto bytes = stream ? Host::decoded(opened->document, stream) : Host::Refusal{"no content"};
     if (!bytes)
-        return std::fprintf(stderr, "%s\n", bytes.refusal().words.c_str()), 1;
+        return std::fprintf(stderr, "%s\n", bytes.refusal().message.c_str()), 1;
     std::printf("%zu bytes of content\n", bytes->size());
     const std::string content = "0.5 w\n" + std::string(bytes->begin(), bytes->end());
     return replace(opened->document, stream, content) && Host::save(*opened, argv[2]) ? 0 : 1;

@@ -80,7 +80,7 @@ bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
         return true;
     }
     if (_trouble.empty())
-        _trouble = got < 0 ? systemRefusal("can't be read", errno).words : "has become shorter while it was read";
+        _trouble = got < 0 ? systemRefusal("can't be read", errno).message : "has become shorter while it was read";
     Error::set(ErrNoResource);
     return false;
 }

@@ -19,7 +19,7 @@ constexpr std::uint32_t foreignCodes = 0x100;
 
 Refusal at(const std::string& place, const Refusal& refusal)
 {
-    return {place + ": " + refusal.words, refusal.code};
+    return {place + ": " + refusal.message, refusal.code};
 }
 
 std::string pageWords(std::size_t index)
@@ -227,12 +227,12 @@ Result<Underlaid> background(const Ref<Document>& document, const Ref<Document>&
         return *trouble;
     Underlaid result{look.pageCount(), look.warnings()};
     if (trouble)
-        result.warnings.push_back(trouble->words);
+        result.warnings.push_back(trouble->message);
     if (document->addBackground(foreign, mode))
         return result;
     const std::uint32_t code = Error::get();
     if (trouble)
-        return Refusal{trouble->words, code};
+        return Refusal{trouble->message, code};
     if (code == ErrBadPages + foreignCodes)
         return Refusal{std::string(errorWords(ErrBadPages)) + ", in the other document", code};
     // Collisions were found before, and this is what is left.

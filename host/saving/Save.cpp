@@ -55,7 +55,7 @@ std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
         return Refusal{"the file that the document was opened from is not at hand to be examined"};
     const Result<Examination> examination = examine(source);
     if (!examination)
-        return Refusal{"the file that the document was opened from " + examination.refusal().words,
+        return Refusal{"the file that the document was opened from " + examination.refusal().message,
             examination.refusal().code};
     if (examination->losses.countOfMeaning() == 0)
         return {};

@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     auto opened = Host::open(argv[1]);
     auto saved = opened ? Host::save(*opened, argv[2]) : opened.refusal();
     if (!saved) {
-        std::printf("%s\n", saved.refusal().words.c_str());
+        std::printf("%s\n", saved.refusal().message.c_str());
         return 1;
     }
     std::printf("saved %llu bytes\n", static_cast<unsigned long long>(saved->size));

@@ -57,13 +57,13 @@ std::vector<Row> readTable(const std::string& path)
 
 std::string describe(const Host::Refusal& refusal)
 {
-    return refusal.words + " (" + Host::codeText(refusal.code) + ")";
+    return refusal.message + " (" + Host::codeText(refusal.code) + ")";
 }
 
 // Whether a refused saving names the reason that the table gives.
 bool isReason(const Row& row, const Host::Refusal& refusal)
 {
-    const auto has = [&refusal](const char* words) { return refusal.words.find(words) != std::string::npos; };
+    const auto has = [&refusal](const char* words) { return refusal.message.find(words) != std::string::npos; };
     if (row.says("prev"))
         return has("(Prev)");
     if (row.says("noroot"))

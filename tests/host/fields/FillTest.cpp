@@ -86,7 +86,7 @@ TEST(Fill, aFieldTakesWhatItsKindTakes)
         EXPECT_EQ(bool(filled), !isRefusal);
         EXPECT_EQ(document->changed(), !isRefusal);
         EXPECT_EQ(written(document), isRefusal ? before : List{after});
-        EXPECT_TRUE(filled || filled.refusal().words.starts_with(after)) << filled.refusal().words;
+        EXPECT_TRUE(filled || filled.refusal().message.starts_with(after)) << filled.refusal().message;
     }
 }
 
@@ -115,7 +115,7 @@ TEST(Fill, whatStandsBesideTheFieldIsKeptInStep)
         SCOPED_TRACE(rule);
         const auto document = formWith(field, kids);
         const auto filled = fill(document, field.find("(b)") == field.npos ? "a" : "b.a", value);
-        EXPECT_TRUE(filled) << filled.refusal().words;
+        EXPECT_TRUE(filled) << filled.refusal().message;
         EXPECT_EQ(written(document), after);
     }
 }
@@ -147,7 +147,7 @@ TEST(Fill, textsComeBackFromTheFile)
              std::string("\xC3\xBE\xC3\xBF"), std::string("\xEF\xBB\xBFx"), std::string("\xEF\xBB\xBF")}) {
         EXPECT_FALSE(filler.fill("a", text));
         const auto saved = Host::save(opened, folder.path("out.pdf"));
-        ASSERT_TRUE(saved) << saved.refusal().words;
+        ASSERT_TRUE(saved) << saved.refusal().message;
         EXPECT_EQ(fieldNames(Host::open(folder.path("out.pdf"))->document)->fields[0].value, FieldTexts{text});
     }
 }
@@ -178,7 +178,7 @@ TEST(Fill, saysWhatAFilledFormShouldNotGoOutWithout)
     EXPECT_EQ(warnings("", "/V << >>"), List{"the document is signed, and the signature will not hold"});
     EXPECT_EQ(warnings("/XFA [ ] ", "/V 3 0 R").size(), 2u);
     const auto document = formWith("<< /FT /Tx /T (a) >>");
-    EXPECT_EQ(fill(document, "a.b", "x").refusal().words, "there is no such field");
+    EXPECT_EQ(fill(document, "a.b", "x").refusal().message, "there is no such field");
     EXPECT_FALSE(document->changed());
     EXPECT_FALSE(fill(Tests::open(PdfText().pages()), "a", "x"));
     EXPECT_FALSE(fill(nullptr, "a", "x"));

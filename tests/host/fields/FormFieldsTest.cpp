@@ -12,7 +12,7 @@ namespace {
 FormFields fieldsOf(const std::string& entries, const std::vector<std::string>& objects)
 {
     auto fields = fieldNames(Tests::open(formFile(entries, objects)));
-    return fields ? *fields : FormFields{{}, {"refused: " + fields.refusal().words}};
+    return fields ? *fields : FormFields{{}, {"refused: " + fields.refusal().message}};
 }
 
 // The value as a text: "-" for none, several with "+" between them.
@@ -133,7 +133,7 @@ TEST(FormFields, refusesWhatItCanNotReadTheFormOf)
     EXPECT_TRUE(fieldNames(Tests::open(PdfText().pages()))->fields.empty());
     EXPECT_EQ(fieldNames(nullptr).refusal().code, ErrNullArgument);
     EXPECT_EQ(fieldNames(Tests::open(PdfText().object(1, "<< >>"))).refusal().code, ErrBadCatalog);
-    EXPECT_NE(fieldNames(Tests::open(PdfText().pages().trailer("/Encrypt 3 0 R"))).refusal().words.find("encrypted"),
+    EXPECT_NE(fieldNames(Tests::open(PdfText().pages().trailer("/Encrypt 3 0 R"))).refusal().message.find("encrypted"),
         std::string::npos);
 }
 

@@ -42,7 +42,7 @@ private:
 std::string refusalOf(const std::string& path)
 {
     const auto out = FileOutput::create(path);
-    return out ? "" : out.refusal().words;
+    return out ? "" : out.refusal().message;
 }
 
 } // namespace
@@ -130,7 +130,7 @@ TEST(FileOutput, whatTheCallerMayNotWriteIsRefused)
         if (isRoot) {
             const auto committed = (*FileOutput::create(folder.path("others")))->commit();
             ASSERT_FALSE(committed);
-            EXPECT_NE(committed.refusal().words.find("owner of the file that it replaces"), std::string::npos);
+            EXPECT_NE(committed.refusal().message.find("owner of the file that it replaces"), std::string::npos);
         }
     }
     EXPECT_EQ(folder.get("others"), "old");
@@ -154,7 +154,7 @@ TEST(FileOutput, afterAFailureNothingIsLeft)
         auto out = *FileOutput::create(path);
         fs::remove(path);
         fs::create_directory(path);
-        EXPECT_EQ(out->commit().refusal().words, "is a folder");
+        EXPECT_EQ(out->commit().refusal().message, "is a folder");
         fs::remove(path);
         folder.put("target", "old");
     }

@@ -24,7 +24,7 @@ std::string lossesOf(const std::string& file)
     const TestFolder folder;
     const auto examination = examine(folder.put("file.pdf", file));
     if (!examination)
-        return "refused: " + examination.refusal().words;
+        return "refused: " + examination.refusal().message;
     std::string text;
     for (const Loss& loss : examination->losses.all()) {
         const bool isValue = loss.kind < LossKind::Unwritable || loss.kind == LossKind::Comment;

@@ -119,9 +119,9 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
         ASSERT_TRUE(document && foreign);
         const std::string before = written(document);
         const auto done = Host::background(document, foreign, c.mode);
-        EXPECT_EQ(bool(done), c.words.empty()) << (done ? "" : done.refusal().words);
+        EXPECT_EQ(bool(done), c.words.empty()) << (done ? "" : done.refusal().message);
         if (!done) {
-            EXPECT_EQ(done.refusal().words.substr(0, c.words.size()), c.words);
+            EXPECT_EQ(done.refusal().message.substr(0, c.words.size()), c.words);
             EXPECT_EQ(written(document), before);
         }
         // What is gone on with ends as it does in the library.
@@ -132,9 +132,9 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
         if (done)
             EXPECT_EQ(written(document), written(twin));
         else if (forced)
-            EXPECT_EQ(forced->warnings.back(), done.refusal().words);
+            EXPECT_EQ(forced->warnings.back(), done.refusal().message);
         else
-            EXPECT_EQ(forced.refusal().words, done.refusal().words);
+            EXPECT_EQ(forced.refusal().message, done.refusal().message);
     }
 }
 
@@ -187,11 +187,11 @@ TEST(Background, refusesWithTheCodesOfTheLibrary)
     const std::string noTree = damaged(File(), "/Type /Pages", "/Type /Pagez");
     const auto unusable = Host::background(document, open(noTree), BackgroundMode::AllPages);
     EXPECT_EQ(unusable.refusal().code, 0x706u);
-    EXPECT_EQ(unusable.refusal().words, "the page tree has no usable root or Kids, in the other document");
+    EXPECT_EQ(unusable.refusal().message, "the page tree has no usable root or Kids, in the other document");
     EXPECT_FALSE(document->changed());
     const auto dangling = Host::background(document, open(File{f1}), BackgroundMode::AllPages);
     EXPECT_EQ(dangling.refusal().code, ErrNoResource);
-    EXPECT_EQ(dangling.refusal().words.substr(0, 26), "resources can't be copied,");
+    EXPECT_EQ(dangling.refusal().message.substr(0, 26), "resources can't be copied,");
 }
 
 // Two rings of different lengths lead back to themselves at different places: each value of one would be

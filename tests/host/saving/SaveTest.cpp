@@ -68,7 +68,7 @@ TEST_F(Save, refusesWhatWouldNotComeBack)
         ASSERT_TRUE(document);
         const auto saved = save(document, target);
         EXPECT_EQ(bool(saved), refusing == Nobody);
-        EXPECT_TRUE(saved || holds(saved.refusal().words, words)) << saved.refusal().words;
+        EXPECT_TRUE(saved || holds(saved.refusal().message, words)) << saved.refusal().message;
         EXPECT_EQ(folder.get("target") == "old", refusing != Nobody);
         EXPECT_EQ(bool(save(document, target, partial)), refusing != Comparing);
         EXPECT_EQ(bool(save(document, target, unverified)), refusing != Beforehand);
@@ -85,7 +85,7 @@ TEST_F(Save, overItsOwnSourceAsOftenAsOneLikes)
     for (const long long value : {1, 2, 3}) {
         catalog->set(::String::create("N"), make<PDF::NumberObj>(value, 0));
         auto saved = save(opened, path);
-        ASSERT_TRUE(saved) << saved.refusal().words;
+        ASSERT_TRUE(saved) << saved.refusal().message;
         EXPECT_EQ(saved->size, folder.get("file.pdf").size());
         EXPECT_EQ(saved->durability, Durability::Synced);
         EXPECT_TRUE(holds(folder.get("file.pdf"), "/N " + std::to_string(value)));
@@ -98,7 +98,7 @@ TEST_F(Save, refusesASourceThatWasChangedInPlace)
     const std::string path = folder.put("file.pdf", PdfText().pages().stream(3, "data in the file"));
     const auto opened = *Host::open(path);
     std::ofstream(path, std::ios::app) << "\n";
-    EXPECT_TRUE(holds(save(opened, folder.path("out.pdf")).refusal().words, "was changed since"));
+    EXPECT_TRUE(holds(save(opened, folder.path("out.pdf")).refusal().message, "was changed since"));
     EXPECT_TRUE(save(opened, folder.path("out.pdf"), partial));
     fs::resize_file(path, 100);
     EXPECT_TRUE(save(*Host::open(folder.path("out.pdf")), path)) << "what is replaced may be anything";
@@ -112,7 +112,7 @@ TEST_F(Save, aSourceThatShrinksIsAFailureToRead)
     fs::resize_file(path, 20000);
     const auto saved = save(opened, folder.path("out.pdf"), unchecked);
     ASSERT_FALSE(saved);
-    EXPECT_TRUE(holds(saved.refusal().words, "has become shorter")) << saved.refusal().words;
+    EXPECT_TRUE(holds(saved.refusal().message, "has become shorter")) << saved.refusal().message;
     EXPECT_EQ(saved.refusal().code, ErrWriteObject);
     EXPECT_EQ(folder.count(), 1);
 }
@@ -125,7 +125,7 @@ TEST_F(Save, whenStrictRefusesWhatLosesItsMeaning)
     const auto bad = Host::open(folder.put("bad.pdf", PdfText().pages().object(3, "[ 1.05 -0.5 2.05 ]")));
     const auto refused = save(*bad, folder.path("out.pdf"), strict);
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.refusal().words,
+    EXPECT_EQ(refused.refusal().message,
         "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
     EXPECT_FALSE(refused.refusal().isUnusable);
     EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
@@ -140,7 +140,7 @@ TEST_F(Save, namesTheObjectWithoutUsableData)
         Tests::open(PdfText().pages().object(3, "<< /Length 9999 >>\nstream\nshort\nendstream").object(4, "4"));
     const auto saved = save(document, folder.path("out.pdf"));
     EXPECT_EQ(saved.refusal().code, ErrWriteObject);
-    EXPECT_TRUE(holds(saved.refusal().words, "object 3 can't be written: the Length of a stream"));
+    EXPECT_TRUE(holds(saved.refusal().message, "object 3 can't be written: the Length of a stream"));
     EXPECT_EQ(folder.count(), 0);
 }
 
@@ -158,7 +158,7 @@ TEST_F(Save, aFullDiskAtAnyPointLeavesTheOldFile)
         const auto saved = save(opened, path);
         ::setrlimit(RLIMIT_FSIZE, &limit);
         ASSERT_FALSE(saved) << bytes;
-        EXPECT_EQ(saved.refusal().words, "can't be written: File too large");
+        EXPECT_EQ(saved.refusal().message, "can't be written: File too large");
     }
     std::signal(SIGXFSZ, handler);
     EXPECT_TRUE(folder.get("file.pdf") == old);

@@ -18,7 +18,7 @@ std::string told(const Ref<PDF::Document>& document, PDF::Compression target)
 {
     const auto streams = Host::recompress(document, target);
     if (!streams)
-        return streams.refusal().words;
+        return streams.refusal().message;
     std::string all;
     for (const auto& stream : *streams) {
         const char* words[] = {"converted", "fitting", "other", "noName"};
@@ -96,7 +96,7 @@ TEST(Recompress, aRefusalLeavesTheDocumentAsItWas)
             const auto refused = Host::recompress(document, toNone, {true});
             ASSERT_FALSE(refused);
             EXPECT_EQ(refused.refusal().code, code);
-            EXPECT_EQ(refused.refusal().words.find(words), 0u) << refused.refusal().words;
+            EXPECT_EQ(refused.refusal().message.find(words), 0u) << refused.refusal().message;
             EXPECT_EQ(written(document), before);
             EXPECT_FALSE(document->changed());
         }
