@@ -106,7 +106,7 @@ private:
             return filler.refusal();
         for (const Entry& entry : entries)
             if (auto refusal = filler->fill(entry.field, entry.value))
-                return Host::Refusal{entry.field + (": " + refusal->message), refusal->code};
+                return refusal->withPrefix(entry.field + std::string(": "));
         std::printf("filled       %zu fields: text, a check box, a radio button, a choice\n", std::size(entries));
         return {};
     }
@@ -150,7 +150,7 @@ private:
         const std::size_t count = countFilled(*form);
         std::printf("opened again %zu pages, %zu of %zu values found\n", opened->document->getPages().size(), count,
             std::size(entries));
-        return count == std::size(entries) ? Step() : Host::Refusal{"values are missing"};
+        return count == std::size(entries) ? Step() : Host::Refusal{Host::Reason::Missing, "values are missing"};
     }
 
     const char* const _form;

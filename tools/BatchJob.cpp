@@ -8,6 +8,11 @@ using Host::PDF::BackgroundMode;
 
 namespace {
 
+Host::Refusal wrongJob(std::string message)
+{
+    return {Host::Reason::WrongArgument, std::move(message)};
+}
+
 // The text under a key, which is the name of a file; empty when there is no such key. A zero would cut the name
 // short.
 Host::Result<std::string> fileNameUnder(const nlohmann::json& object, const char* key)
@@ -17,7 +22,7 @@ Host::Result<std::string> fileNameUnder(const nlohmann::json& object, const char
         return std::string();
     const auto* name = found->get_ptr<const std::string*>();
     if (!name || name->empty() || name->find('\0') != name->npos)
-        return Host::Refusal{std::string(key) + " is not a file name"};
+        return wrongJob(std::string(key) + " is not a file name");
     return *name;
 }
 
@@ -26,7 +31,7 @@ std::optional<Host::Refusal> unknownKeyOf(const nlohmann::json& object, std::vec
 {
     for (const auto& item : object.items())
         if (std::find(known.begin(), known.end(), item.key()) == known.end())
-            return Host::Refusal{"unknown key " + item.key()};
+            return wrongJob("unknown key " + item.key());
     return {};
 }
 
@@ -47,11 +52,11 @@ std::optional<Host::Refusal> readBackground(const nlohmann::json& object, BatchJ
             return refusal;
     const auto foreign = isObject ? fileNameUnder(*found, "file") : fileNameUnder(object, "background");
     if (!foreign || foreign->empty())
-        return Host::Refusal{"background names no file"};
+        return wrongJob("background names no file");
     const auto mode =
         isObject && found->contains("mode") ? modeOf(found->at("mode")) : std::optional(BackgroundMode::AllPages);
     if (!mode)
-        return Host::Refusal{"the mode of a background is first, all, pairs or repeat-last"};
+        return wrongJob("the mode of a background is first, all, pairs or repeat-last");
     job.foreign = *foreign;
     job.mode = *mode;
     return {};
@@ -63,7 +68,7 @@ std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& 
     if (found == object.end())
         return {};
     if (*found != "flate" && *found != "none")
-        return Host::Refusal{"recompress is flate or none"};
+        return wrongJob("recompress is flate or none");
     job.target = *found == "flate" ? Host::PDF::Compression::Flate : Host::PDF::Compression::None;
     return {};
 }
@@ -73,11 +78,11 @@ std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& 
 std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job)
 {
     if (!object.is_object())
-        return Host::Refusal{"the line is not a JSON object in UTF-8"};
+        return wrongJob("the line is not a JSON object in UTF-8");
     // No lists: a copy of one that nests deep would exhaust the stack.
     if (const auto id = object.find("id"); id != object.end()) {
         if (!id->is_string() && !id->is_number())
-            return Host::Refusal{"id is neither a text nor a number"};
+            return wrongJob("id is neither a text nor a number");
         job.id = *id;
     }
     if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "background", "recompress", "out"}))
@@ -89,11 +94,11 @@ std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job
         *name = std::move(*read);
     }
     if (job.in.empty())
-        return Host::Refusal{"the job has no \"in\""};
+        return wrongJob("the job has no \"in\"");
     if (object.contains("fill")) {
         auto values = valuesOf(object["fill"]);
         if (!values)
-            return Host::Refusal{"fill: " + values.refusal().message};
+            return values.refusal().withPrefix("fill: ");
         job.values = std::move(*values);
     }
     if (auto refusal = readBackground(object, job))

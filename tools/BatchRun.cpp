@@ -46,11 +46,8 @@ public:
         if (_job.foreign.empty())
             return {};
         const auto foreign = Host::open(_job.foreign);
-        if (!foreign) {
-            Host::Refusal refusal = foreign.refusal();
-            refusal.message = _job.foreign + ": " + refusal.message;
-            return refusal;
-        }
+        if (!foreign)
+            return foreign.refusal().withPrefix(_job.foreign + ": ");
         if (auto losses = checkLosses(foreign->file, _job.foreign + ": "))
             return losses;
         const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
@@ -93,7 +90,7 @@ private:
         auto losses = _options.isExamined ? lossesOf(file) : std::nullopt;
         if (!losses)
             return {};
-        losses->message = prefix + losses->message;
+        losses = losses->withPrefix(prefix);
         if (_options.save.isStrict)
             return losses;
         warn({losses->message});

@@ -20,7 +20,7 @@ int Console::refuse(const std::string& file, const Host::Refusal& refusal) const
     const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
     std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.message).c_str(),
         code.c_str());
-    return refusal.isUnusable ? Unusable : Refused;
+    return refusal.isUnusable() ? Unusable : Refused;
 }
 
 void Console::warn(const std::string& file, const std::string& message) const

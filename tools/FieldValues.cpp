@@ -13,22 +13,17 @@ namespace Tools {
 
 namespace {
 
-Host::Refusal unusable(std::string message)
-{
-    return {std::move(message), 0, true};
-}
-
 Host::Result<std::string> readFile(const std::string& path)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
     if (!file)
-        return unusable(Host::systemRefusal("can't be opened", errno).message);
+        return Host::systemRefusal(Host::Reason::Unreadable, "can't be opened", errno);
     std::string text;
     char block[4096];
     while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
         text.append(block, count);
     if (std::ferror(file.get()))
-        return unusable(Host::systemRefusal("can't be read", errno).message);
+        return Host::systemRefusal(Host::Reason::Unreadable, "can't be read", errno);
     return text;
 }
 
@@ -37,7 +32,7 @@ Host::Result<std::string> readFile(const std::string& path)
 Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
 {
     if (!object.is_object())
-        return Host::Refusal{"is not a JSON object"};
+        return Host::Refusal{Host::Reason::WrongArgument, "is not a JSON object"};
     const auto isText = [](const nlohmann::json& element) { return element.is_string(); };
     FieldValues values;
     for (const auto& [name, element] : object.items())
@@ -48,7 +43,7 @@ Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
         else if (element.is_array() && std::all_of(element.begin(), element.end(), isText))
             values.emplace_back(name, element.get<std::vector<std::string>>());
         else
-            return Host::Refusal{"the value of " + name + " is not a text, true, false or a list of texts"};
+            return Host::Refusal{Host::Reason::WrongArgument, "the value of " + name + " is not a text, true, false or a list of texts"};
     return values;
 }
 
@@ -58,7 +53,9 @@ Host::Result<FieldValues> readValues(const std::string& path)
     if (!text)
         return text.refusal();
     auto values = valuesOf(nlohmann::json::parse(*text, nullptr, false));
-    return values ? std::move(values) : unusable(values.refusal().message);
+    if (!values)
+        return Host::Refusal{Host::Reason::Unreadable, values.refusal().message};
+    return values;
 }
 
 } // namespace Tools

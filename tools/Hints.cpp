@@ -1,6 +1,5 @@
 #include <tools/Hints.h>
 
-#include <host/losses/PartialMarks.h>
 #include <platform/Error.h>
 
 namespace Tools {
@@ -16,10 +15,8 @@ Host::Refusal withOpeningHint(Host::Refusal refusal)
 
 const char* partialHint(const Host::Refusal& refusal)
 {
-    for (const auto& mark : Host::partialMarks)
-        if (refusal.message == mark.words)
-            return "; --partial saves what is there anyway";
-    return "";
+    const bool isPartial = refusal.reason == Host::Reason::Partial || refusal.reason == Host::Reason::Encrypted;
+    return isPartial ? "; --partial saves what is there anyway" : "";
 }
 
 } // namespace Tools

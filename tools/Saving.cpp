@@ -34,7 +34,7 @@ std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
         return examination.refusal();
     if (examination->losses.countOfMeaning() == 0)
         return {};
-    return Host::Refusal{"saving loses " + examination->losses.summary() + lossesHint};
+    return Host::Refusal{Host::Reason::Lossy, "saving loses " + examination->losses.summary() + lossesHint};
 }
 
 Saving::Saving(const CommandLine& line, const Console& console) : _options(saveOptionsOf(line)), _console(console) {}
@@ -58,8 +58,8 @@ int Saving::save(const Host::OpenedFile& opened, const std::string& in, const st
     options.isStrict = false; // examined above
     const auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
-        Host::Refusal refusal = saved.refusal();
-        refusal.message = "can't be saved as " + out + ": " + refusal.message + partialHint(saved.refusal());
+        Host::Refusal refusal = saved.refusal().withPrefix("can't be saved as " + out + ": ");
+        refusal.message += partialHint(refusal);
         return _console.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

@@ -131,7 +131,7 @@ int batch(const CommandLine& line, const Tools::Console& console)
         Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
     const std::uint64_t failed = workOn(*threads, optionsOf(line));
     if (std::ferror(stdin))
-        return console.refuse("standard input", {"can't be read", 0, true});
+        return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
     const int status = console.finish();
     return status == Tools::Done && failed ? int(Tools::Refused) : status;
 }

@@ -190,7 +190,7 @@ Host::Result<std::uint64_t> printStream(
 {
     const auto stream = PDF::valueAs<PDF::Stream>(object->value());
     if (!stream)
-        return Host::Refusal{"object " + numberOf(*object) + " is not a stream"};
+        return Host::Refusal{Host::Reason::WrongArgument, "object " + numberOf(*object) + " is not a stream"};
     return Host::copyStream(document, stream, form, [](const std::uint8_t* bytes, std::size_t count) {
         return std::fwrite(bytes, 1, count, stdout) == count;
     });

@@ -49,17 +49,17 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
         return console.refuse(in, Host::codeRefusal(ErrNotFound));
     const auto stream = PDF::valueAs<PDF::Stream>(object->value());
     if (!stream)
-        return console.refuse(in, {Host::nameOf(*object) + " is not a stream"});
+        return console.refuse(in, {Host::Reason::WrongArgument, Host::nameOf(*object) + " is not a stream"});
     if (const Ref<PDF::Object> other = Host::sharerOfLength(opened->document, stream))
-        return console.refuse(
-            in, {Host::nameOf(*object) + " shares its Length with " + Host::nameOf(*other), ErrStreamLength});
+        return console.refuse(in, {Host::Reason::Conflict,
+            Host::nameOf(*object) + " shares its Length with " + Host::nameOf(*other), ErrStreamLength});
     const auto data = Host::ByteFileStripe::open(dataFile);
     if (!data)
         return console.refuse(dataFile, data.refusal());
     if (!opened->document->setStreamData(stream, *data, !line.has("--stored"))) {
-        const std::string trouble = (*data)->trouble();
-        return trouble.empty() ? console.refuse(in, Host::codeRefusal(Error::get(), Host::nameOf(*object) + ": "))
-                               : console.refuse(dataFile, {trouble, 0, true});
+        if (const auto failure = (*data)->readFailure())
+            return console.refuse(dataFile, *failure);
+        return console.refuse(in, Host::codeRefusal(Error::get(), Host::nameOf(*object) + ": "));
     }
     if (Host::hasDecodeParameters(*stream))
         console.warn(in, Host::nameOf(*object) + " has decode parameters, which stay: the data must fit them");

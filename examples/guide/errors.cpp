@@ -28,9 +28,9 @@ int main(int argc, char** argv)
     if (opened)
         return 0;
     const Host::Refusal& refusal = opened.refusal();
-    if (refusal.code)
-        std::printf("%s: %s\n", Host::codeText(refusal.code).c_str(), refusal.message.c_str());
-    else // the file can't be read, so nothing is known about what is in it
+    if (refusal.reason == Host::Reason::Unreadable) // so nothing is known about what is in it
         std::printf("%s\n", refusal.message.c_str());
+    else
+        std::printf("%s: %s\n", Host::codeText(refusal.code).c_str(), refusal.message.c_str());
     return 1;
 }

@@ -45,7 +45,8 @@ int main(int argc, char** argv)
     if (!opened)
         return 1;
     const auto stream = firstContent(opened->document);
-    const auto bytes = stream ? Host::decoded(opened->document, stream) : Host::Refusal{"no content"};
+    const auto bytes = stream ? Host::decoded(opened->document, stream)
+                              : Host::Refusal{Host::Reason::Missing, "no content"};
     if (!bytes)
         return std::fprintf(stderr, "%s\n", bytes.refusal().message.c_str()), 1;
     std::printf("%zu bytes of content\n", bytes->size());

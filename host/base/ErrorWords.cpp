@@ -3,63 +3,80 @@
 #include <platform/Error.h>
 #include <values/Object.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <system_error>
 
 namespace Host {
 
-// The one table of words. There is no default, so that the compiler complains about a code without words.
-std::string_view errorWords(std::uint32_t code) noexcept
+namespace {
+
+// What a code says to programs and to people.
+struct CodeMeaning {
+    Reason reason;
+    std::string_view words;
+};
+
+// The one table of codes. There is no default, so that the compiler complains about a code without a row.
+CodeMeaning meaningOf(std::uint32_t code)
 {
+    using enum Reason;
     constexpr std::uint32_t foreign = 0x100; // is added where the page list of a foreign document fails
     if (code >= ErrNoTrailerDict + foreign && code <= ErrBadPages + foreign && code != ErrForeignPage)
-        return "the pages of the other document can't be listed";
+        return {BrokenRule, "the pages of the other document can't be listed"};
     switch (static_cast<ErrorCode>(code)) {
-    case ErrNoHeaderLine: return "the first line is missing or empty";
-    case ErrBadHeader: return "the first line is no PDF header of a known version";
-    case ErrNoEofMarker: return "there is no %%EOF at the very end";
-    case ErrNoStartXref: return "there is no startxref on a line of its own before the end";
-    case ErrNoTrailerKeyword: return "there is no trailer on a line of its own before startxref";
-    case ErrBadTrailer: return "the trailer, or the offset behind startxref, can't be read";
-    case ErrBadXref: return "the cross-reference table can't be read";
-    case ErrBadObject: return "an object can't be read, or is no dictionary where one is needed";
-    case ErrWrongType: return "a value is of another kind than is needed";
-    case ErrNoValue: return "an object has no value";
-    case ErrBadCast: return "a value is not of the class that its kind says";
-    case ErrUnresolved: return "a reference leads to no object";
-    case ErrBadStreamLength: return "the Length of a stream is missing, invalid or leads out of the file";
-    case ErrForeignStreamAdd: return "a content stream of the other document can't be taken over";
-    case ErrWriteVersion: return "the header line can't be written";
-    case ErrWriteObject: return "an object can't be written";
-    case ErrWriteTrailer: return "the cross-reference table or the trailer can't be written";
-    case ErrBadLineEnding: return "what follows the first line is no line ending";
-    case ErrStreamNoDict: return "a stream has no dictionary";
-    case ErrFilterUpdate: return "the Filter of a stream can't be changed";
-    case ErrStreamConvert: return "the data of a stream is damaged or can't be converted";
-    case ErrConverterCreate: return "the decoder of a stream can't be made";
-    case ErrBadFilter: return "the Filter of a stream is of a kind that can't be decoded";
-    case ErrFormCreate: return "the form can't be read";
-    case ErrPushButton: return "a push button has no value to be set";
-    case ErrNoTrailerDict: return "there is no trailer dictionary";
-    case ErrNoRootRef: return "the trailer has no usable Root";
-    case ErrNoRoot: return "the object of Root is missing or no dictionary";
-    case ErrBadCatalog: return "the catalog has a wrong Type or no usable Pages";
-    case ErrBadPages: return "the page tree has no usable root or Kids";
-    case ErrBadContents: return "the Contents or Resources of a page can't be used";
-    case ErrStreamLength: return "the Length of a stream can't be brought up to date";
-    case ErrForeignPage: return "a page of the other document can't be used";
-    case ErrForeignContent: return "the content of a page of the other document can't be used";
-    case ErrForeignStreamData: return "the data of a content stream of the other document can't be read";
-    case ErrNoResource: return "something that is needed could not be had";
-    case ErrNullArgument: return "something that is needed was not given";
-    case ErrInvalidArgument: return "something was given that can't be used";
-    case ErrNotFound: return "there is no object of that number";
-    case ErrOutOfRange: return "a place lies outside of the data";
-    case ErrNoEntry: return "there is no such field";
-    case ErrNotAvailable: return "there is no such entry";
-    case ErrNotSupported: return "that is not offered";
+    case ErrNoHeaderLine: return {BrokenRule, "the first line is missing or empty"};
+    case ErrBadHeader: return {BrokenRule, "the first line is no PDF header of a known version"};
+    case ErrNoEofMarker: return {BrokenRule, "there is no %%EOF at the very end"};
+    case ErrNoStartXref: return {BrokenRule, "there is no startxref on a line of its own before the end"};
+    case ErrNoTrailerKeyword: return {BrokenRule, "there is no trailer on a line of its own before startxref"};
+    case ErrBadTrailer: return {BrokenRule, "the trailer, or the offset behind startxref, can't be read"};
+    case ErrBadXref: return {BrokenRule, "the cross-reference table can't be read"};
+    case ErrBadObject: return {BrokenRule, "an object can't be read, or is no dictionary where one is needed"};
+    case ErrWrongType: return {BrokenRule, "a value is of another kind than is needed"};
+    case ErrNoValue: return {BrokenRule, "an object has no value"};
+    case ErrBadCast: return {BrokenRule, "a value is not of the class that its kind says"};
+    case ErrUnresolved: return {BrokenRule, "a reference leads to no object"};
+    case ErrBadStreamLength: return {BrokenRule, "the Length of a stream is missing, invalid or leads out of the file"};
+    case ErrForeignStreamAdd: return {BrokenRule, "a content stream of the other document can't be taken over"};
+    case ErrWriteVersion: return {Unwritable, "the header line can't be written"};
+    case ErrWriteObject: return {Unwritable, "an object can't be written"};
+    case ErrWriteTrailer: return {Unwritable, "the cross-reference table or the trailer can't be written"};
+    case ErrBadLineEnding: return {BrokenRule, "what follows the first line is no line ending"};
+    case ErrStreamNoDict: return {BrokenRule, "a stream has no dictionary"};
+    case ErrFilterUpdate: return {BrokenRule, "the Filter of a stream can't be changed"};
+    case ErrStreamConvert: return {Damaged, "the data of a stream is damaged or can't be converted"};
+    case ErrConverterCreate: return {SystemFailure, "the decoder of a stream can't be made"};
+    case ErrBadFilter: return {Unsupported, "the Filter of a stream is of a kind that can't be decoded"};
+    case ErrFormCreate: return {BrokenRule, "the form can't be read"};
+    case ErrPushButton: return {WrongArgument, "a push button has no value to be set"};
+    case ErrNoTrailerDict: return {BrokenRule, "there is no trailer dictionary"};
+    case ErrNoRootRef: return {BrokenRule, "the trailer has no usable Root"};
+    case ErrNoRoot: return {BrokenRule, "the object of Root is missing or no dictionary"};
+    case ErrBadCatalog: return {BrokenRule, "the catalog has a wrong Type or no usable Pages"};
+    case ErrBadPages: return {BrokenRule, "the page tree has no usable root or Kids"};
+    case ErrBadContents: return {BrokenRule, "the Contents or Resources of a page can't be used"};
+    case ErrStreamLength: return {BrokenRule, "the Length of a stream can't be brought up to date"};
+    case ErrForeignPage: return {BrokenRule, "a page of the other document can't be used"};
+    case ErrForeignContent: return {BrokenRule, "the content of a page of the other document can't be used"};
+    case ErrForeignStreamData: return {Damaged, "the data of a content stream of the other document can't be read"};
+    case ErrNoResource: return {SystemFailure, "something that is needed could not be had"};
+    case ErrNullArgument: return {WrongArgument, "something that is needed was not given"};
+    case ErrInvalidArgument: return {WrongArgument, "something was given that can't be used"};
+    case ErrNotFound: return {Missing, "there is no object of that number"};
+    case ErrOutOfRange: return {WrongArgument, "a place lies outside of the data"};
+    case ErrNoEntry: return {Missing, "there is no such field"};
+    case ErrNotAvailable: return {Missing, "there is no such entry"};
+    case ErrNotSupported: return {Unsupported, "that is not offered"};
     }
-    return "a failure of an unknown kind";
+    return {SystemFailure, "a failure of an unknown kind"};
+}
+
+} // namespace
+
+std::string_view errorWords(std::uint32_t code) noexcept
+{
+    return meaningOf(code).words;
 }
 
 std::string codeText(std::uint32_t code) noexcept
@@ -71,12 +88,15 @@ std::string codeText(std::uint32_t code) noexcept
 
 Refusal codeRefusal(std::uint32_t code, std::string_view prefix) noexcept
 {
-    return {std::string(prefix).append(errorWords(code)), code};
+    const auto [reason, words] = meaningOf(code);
+    return {reason, std::string(prefix).append(words), code};
 }
 
-Refusal systemRefusal(std::string_view what, int systemError) noexcept
+Refusal systemRefusal(Reason reason, std::string_view what, int systemError) noexcept
 {
-    return {std::string(what) + ": " + std::generic_category().message(systemError)};
+    const bool isFull = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+    return {isFull && reason != Reason::Unreadable ? Reason::OutOfSpace : reason,
+        std::string(what) + ": " + std::generic_category().message(systemError)};
 }
 
 std::string nameOf(const Libraries::Files::PDF::Object& object) noexcept

@@ -18,10 +18,12 @@ EXPORTED std::string_view errorWords(std::uint32_t code) noexcept;
 // The code as people write it: "0x507".
 EXPORTED std::string codeText(std::uint32_t code) noexcept;
 
-// A refusal for what the library left in `Error`, its words behind `prefix`.
+// A refusal for what the library left in `Error`, with the reason that the code stands for, its message after
+// `prefix`.
 EXPORTED Refusal codeRefusal(std::uint32_t code, std::string_view prefix = {}) noexcept;
-// A refusal for what the system answered, as `errno` holds it: "can't be opened: Permission denied".
-EXPORTED Refusal systemRefusal(std::string_view what, int systemError) noexcept;
+// A refusal for what the system answered, as `errno` holds it: "can't be opened: Permission denied". Where there is
+// no room for what is to be written, the reason is `OutOfSpace` instead.
+EXPORTED Refusal systemRefusal(Reason reason, std::string_view what, int systemError) noexcept;
 
 // "object 12", and the generation if it isn't 0.
 EXPORTED std::string nameOf(const Libraries::Files::PDF::Object& object) noexcept;

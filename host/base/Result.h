@@ -1,22 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <host/base/Refusal.h>
+
 #include <utility>
 #include <variant>
 
 namespace Host {
-
-// Why something could not be done, for people.
-struct Refusal {
-    // What is wrong in one line of UTF-8, without the name of the file and without the code.
-    std::string message;
-    // The library's code behind it; 0 when there is none.
-    std::uint32_t code = 0;
-    // The file itself is no use: it could not be read, so that nothing is known about what is in it, or nothing
-    // can be written at its place.
-    bool isUnusable = false;
-};
 
 // What an operation gives: a value, or the reason why there is none.
 template <class T>

@@ -26,14 +26,19 @@ std::string quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
+Refusal wrongValue(std::string message)
+{
+    return {Reason::WrongArgument, std::move(message)};
+}
+
 Refusal doesNotTake(FieldKind kind, const char* what)
 {
-    return {"a field of the kind " + std::string(kindWords(kind)) + " doesn't take " + what};
+    return wrongValue("a field of the kind " + std::string(kindWords(kind)) + " doesn't take " + what);
 }
 
 Refusal noUtf8()
 {
-    return {"the value is no UTF-8"};
+    return wrongValue("the value is no UTF-8");
 }
 
 // The dictionaries that carry the value of a field.
@@ -57,8 +62,8 @@ Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
     const std::int64_t limit = maxLengthOf(field.entries).value_or(0);
     const auto length = static_cast<std::int64_t>(lengthInUnits(*text));
     if (limit != 0 && length > limit)
-        return Refusal{"the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
-            + std::to_string(limit)};
+        return wrongValue("the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
+            + std::to_string(limit));
     Changes changes;
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         changes.push_back({carrier, FormKeys::value, string});
@@ -99,7 +104,7 @@ public:
             return findOn();
         if (text == "off" || text == "Off")
             return std::string("Off");
-        return Refusal{"the field has no state " + quoted(text) + ", but " + list()};
+        return wrongValue("the field has no state " + quoted(text) + ", but " + list());
     }
 
     // The name by which the widget has a state; "Off" when it hasn't.
@@ -120,7 +125,7 @@ private:
     Result<std::string> findOn() const
     {
         if (_texts.size() != 1)
-            return Refusal{"\"on\" needs a field with one state, and this one has " + list()};
+            return wrongValue("\"on\" needs a field with one state, and this one has " + list());
         return *_texts.begin();
     }
 
@@ -190,10 +195,10 @@ Result<Choices> choose(const FieldNode& field, const std::vector<FieldOption>& o
         else if (kind == FieldKind::ComboBox && (flags & Field::Edit))
             choices.ownText = text;
         else if (!text.empty())
-            return Refusal{"the field has no choice " + quoted(text)};
+            return wrongValue("the field has no choice " + quoted(text));
     }
     if (texts.size() > 1 && (choices.ownText || (choices.indices.size() > 1 && !(flags & Field::MultiSelect))))
-        return Refusal{"the field takes one choice only"};
+        return wrongValue("the field takes one choice only");
     return choices;
 }
 
@@ -270,7 +275,7 @@ Result<Changes> changesFor(const Document& document, const FieldNode& field, con
     case FieldKind::Unknown:
         break;
     }
-    return Refusal{"a field of the kind " + std::string(kindWords(kind)) + " can't be filled"};
+    return wrongValue("a field of the kind " + std::string(kindWords(kind)) + " can't be filled");
 }
 
 } // namespace Host

@@ -45,7 +45,7 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
     if (!document)
         return codeRefusal(ErrNullArgument);
     if (document->trailer()->find(encrypt))
-        return Refusal{"the document is encrypted, and the texts of its form are ciphers (Encrypt)"};
+        return Refusal{Reason::Encrypted, "the document is encrypted, and the texts of its form are ciphers (Encrypt)"};
     const Ref<PDF::Object> root = document->getCatalog();
     if (!root)
         return codeRefusal(Error::get(), "the document has no catalog: ");

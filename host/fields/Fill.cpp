@@ -60,7 +60,7 @@ std::optional<Refusal> FormFiller::fill(
 {
     const std::vector<std::size_t>& found = _state->tree.find(path);
     if (found.empty())
-        return Refusal{"there is no such field"};
+        return Refusal{Reason::Missing, "there is no such field"};
     Changes all;
     for (const std::size_t index : found) {
         Result<Changes> changes = changesFor(*_state->document, _state->tree.fields()[index], value);

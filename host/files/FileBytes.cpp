@@ -14,10 +14,9 @@ namespace {
 // Blocks begin at multiples of this, so that a walk backwards doesn't read one for each step.
 constexpr std::uint64_t blockSize = 16384;
 
-Refusal unreadable(Refusal refusal)
+Refusal unreadable(std::string_view what, int systemError)
 {
-    refusal.isUnusable = true;
-    return refusal;
+    return systemRefusal(Reason::Unreadable, what, systemError);
 }
 
 bool isSameTime(const struct timespec& a, const struct timespec& b)
@@ -55,7 +54,7 @@ Result<FileBytes> FileBytes::open(const std::string& path) noexcept
     // Without waiting: the opening of a FIFO would last until somebody writes to it.
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
-        return unreadable(systemRefusal("can't be opened", errno));
+        return unreadable("can't be opened", errno);
     return adopt(std::move(file));
 }
 
@@ -63,9 +62,9 @@ Result<FileBytes> FileBytes::adopt(Descriptor file) noexcept
 {
     struct stat opened;
     if (::fstat(file.number(), &opened) != 0)
-        return unreadable(systemRefusal("can't be examined", errno));
+        return unreadable("can't be examined", errno);
     if (!S_ISREG(opened.st_mode))
-        return unreadable({S_ISDIR(opened.st_mode) ? "is a folder" : "is no regular file"});
+        return Refusal{Reason::Unreadable, S_ISDIR(opened.st_mode) ? "is a folder" : "is no regular file"};
     return FileBytes(std::move(file), opened);
 }
 
@@ -79,8 +78,9 @@ bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
         ReadWatch::tell(window.start + window.length, size());
         return true;
     }
-    if (_trouble.empty())
-        _trouble = got < 0 ? systemRefusal("can't be read", errno).message : "has become shorter while it was read";
+    if (!_readFailure)
+        _readFailure = got < 0 ? unreadable("can't be read", errno)
+                               : Refusal{Reason::Unreadable, "has become shorter while it was read"};
     Error::set(ErrNoResource);
     return false;
 }

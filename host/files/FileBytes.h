@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <memory>
+#include <optional>
 
 namespace Host {
 
@@ -26,8 +27,8 @@ public:
     bool load(std::uint64_t position, ByteRun& window) noexcept;
     // Whether the file is as it was opened.
     bool isUnchanged() const noexcept;
-    // What was wrong with the first read that failed; empty when none has.
-    const std::string& trouble() const noexcept { return _trouble; }
+    // What was wrong with the first read that failed; none as long as none has.
+    const std::optional<Refusal>& readFailure() const noexcept { return _readFailure; }
 
 private:
     FileBytes(Descriptor file, const struct stat& opened) noexcept;
@@ -35,7 +36,7 @@ private:
     Descriptor _file;
     struct stat _opened;
     std::unique_ptr<std::uint8_t[]> _block;
-    std::string _trouble;
+    std::optional<Refusal> _readFailure;
 };
 
 } // namespace Host

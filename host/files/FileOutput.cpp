@@ -70,7 +70,7 @@ Result<Ref<FileOutput>> FileOutput::create(const std::string& path) noexcept
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         std::string name = randomName();
         if (name.empty())
-            return systemRefusal("no random name can be had", errno);
+            return systemRefusal(Reason::SystemFailure, "no random name can be had", errno);
         Descriptor file(::openat(target->folder(), name.c_str(),
             O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, ownerOnly));
         if (file.isOpen())
@@ -78,7 +78,7 @@ Result<Ref<FileOutput>> FileOutput::create(const std::string& path) noexcept
         if (errno != EEXIST)
             break;
     }
-    return systemRefusal("no file can be made in its folder", errno);
+    return systemRefusal(Reason::UnusableTarget, "no file can be made in its folder", errno);
 }
 
 FileOutput::FileOutput(Target target, Descriptor file, std::string temporaryName) noexcept
@@ -103,7 +103,7 @@ std::uint64_t FileOutput::write(BufferDesc& area, std::uint64_t count, std::uint
     if (!isWritable())
         return 0;
     if (area.kind != BufferDesc::Plain)
-        return fail({"the writer used memory that can't be shared", ErrInvalidArgument});
+        return fail({Reason::WrongArgument, "the writer used memory that can't be shared", ErrInvalidArgument});
     const auto* memory = static_cast<const unsigned char*>(area.pointer) + area.offset;
     for (std::uint64_t done = 0; done < count;) {
         const std::uint64_t chunk = std::min<std::uint64_t>(count - done, bufferSize - _buffer.size());
@@ -114,7 +114,8 @@ std::uint64_t FileOutput::write(BufferDesc& area, std::uint64_t count, std::uint
             Mem::copy(memory + (done + i) * sizeof element, &element, sizeof element);
             const int byte = byteOfElement(element);
             if (byte < 0)
-                return fail({"a character has no byte in the file: " + codeText(element), ErrInvalidArgument});
+                return fail({Reason::Unwritable, "a character has no byte in the file: " + codeText(element),
+                    ErrInvalidArgument});
             bytes[i] = static_cast<std::uint8_t>(byte);
         }
         done += chunk;
@@ -131,7 +132,7 @@ Result<Ref<FileStripe>> FileOutput::reopen() noexcept
         return *_failure;
     Descriptor copy(::fcntl(_file.number(), F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen())
-        return systemRefusal("can't be opened again", errno);
+        return systemRefusal(Reason::SystemFailure, "can't be opened again", errno);
     Result<FileBytes> bytes = FileBytes::adopt(std::move(copy));
     if (!bytes)
         return bytes.refusal();
@@ -162,7 +163,7 @@ bool FileOutput::isWritable() noexcept
 {
     if (_failure)
         return fail(*_failure);
-    return _file.isOpen() || fail({"was written already"});
+    return _file.isOpen() || fail({Reason::WrongArgument, "was written already"});
 }
 
 bool FileOutput::flush() noexcept
@@ -170,7 +171,7 @@ bool FileOutput::flush() noexcept
     if (!isWritable())
         return false;
     if (!writeAll(_file.number(), _buffer.data(), _buffer.size()))
-        return fail(systemRefusal("can't be written", errno));
+        return fail(systemRefusal(Reason::SystemFailure, "can't be written", errno));
     _buffer.clear();
     return true;
 }
@@ -182,7 +183,7 @@ bool FileOutput::takeOverMode() noexcept
         return fail(old.refusal());
     struct stat own;
     if (::fstat(_file.number(), &own) != 0)
-        return fail(systemRefusal("can't be examined", errno));
+        return fail(systemRefusal(Reason::SystemFailure, "can't be examined", errno));
     mode_t mode = newFile & ~maskOfProcess();
     if (*old) {
         const struct stat& model = **old;
@@ -190,19 +191,19 @@ bool FileOutput::takeOverMode() noexcept
         const bool isSameOwner = own.st_uid == model.st_uid && own.st_gid == model.st_gid;
         // Before the mode: a new owner takes bits of it away.
         if (!isSameOwner && ::fchown(_file.number(), model.st_uid, model.st_gid) != 0)
-            return fail(systemRefusal("can't be given the owner of the file that it replaces", errno));
+            return fail(systemRefusal(Reason::SystemFailure, "can't be given the owner of the file that it replaces", errno));
     }
     if (::fchmod(_file.number(), mode) != 0)
-        return fail(systemRefusal("can't be given its mode", errno));
+        return fail(systemRefusal(Reason::SystemFailure, "can't be given its mode", errno));
     return true;
 }
 
 bool FileOutput::rename() noexcept
 {
     if (::fsync(_file.number()) != 0)
-        return fail(systemRefusal("can't be brought to the disk", errno));
+        return fail(systemRefusal(Reason::SystemFailure, "can't be brought to the disk", errno));
     if (::renameat(_target.folder(), _temporaryName.c_str(), _target.folder(), _target.name()) != 0)
-        return fail(systemRefusal("can't be replaced", errno));
+        return fail(systemRefusal(Reason::SystemFailure, "can't be replaced", errno));
     return true;
 }
 

@@ -21,9 +21,9 @@ public:
     // A write that follows the opening within one tick of the system's clock, some milliseconds, and
     // keeps the size can't be told.
     bool isUnchanged() const noexcept { return this->bytes().isUnchanged(); }
-    // What was wrong with the first read that failed, in words; empty when none has. Tells a file that
-    // can't be read from one that is no good.
-    std::string trouble() const noexcept { return this->bytes().trouble(); }
+    // What was wrong with the first read that failed, an unreadable file; none as long as none has. Tells a
+    // file that can't be read from one that is no good.
+    std::optional<Refusal> readFailure() const noexcept { return this->bytes().readFailure(); }
 };
 
 extern template class FileStripeOf<std::uint32_t>;

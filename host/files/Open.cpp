@@ -19,8 +19,7 @@ Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept
     if (document)
         return OpenedFile{std::move(document), file};
     const std::uint32_t code = Error::get();
-    const std::string trouble = file->trouble();
-    return trouble.empty() ? codeRefusal(code) : Refusal{trouble, 0, true};
+    return file->readFailure().value_or(codeRefusal(code));
 }
 
 std::optional<Refusal> detach(OpenedFile& opened) noexcept
@@ -33,9 +32,9 @@ std::optional<Refusal> detach(OpenedFile& opened) noexcept
     const std::uint32_t code = Error::get();
     // Asked at the end: what was read meanwhile may be neither the old nor the new.
     if (!opened.file->isUnchanged())
-        return Refusal{"was changed since it was opened"};
+        return changedMeanwhile();
     if (!isCached)
-        return opened.file->trouble().empty() ? codeRefusal(code) : Refusal{opened.file->trouble(), code, true};
+        return opened.file->readFailure().value_or(codeRefusal(code));
     opened.file = nullptr;
     return {};
 }

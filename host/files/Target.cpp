@@ -15,23 +15,28 @@ namespace fs = std::filesystem;
 
 constexpr int mostLinks = 40; // as many as the system follows
 
+Refusal unusable(std::string_view what, int systemError)
+{
+    return systemRefusal(Reason::UnusableTarget, what, systemError);
+}
+
 // The path behind the symbolic links at its end, which may lead to a file that isn't there yet.
 Result<fs::path> followLinks(fs::path path)
 {
     // The system follows them first: it refuses links that others have planted in a shared folder.
     struct stat found;
     if (::stat(path.c_str(), &found) != 0 && errno != ENOENT)
-        return systemRefusal("can't be reached", errno);
+        return unusable("can't be reached", errno);
     for (int links = 0; links <= mostLinks; ++links) {
         if (::lstat(path.c_str(), &found) != 0 || !S_ISLNK(found.st_mode))
             return path;
         std::error_code failure;
         const fs::path next = fs::read_symlink(path, failure);
         if (failure)
-            return systemRefusal("can't be followed", failure.value());
+            return unusable("can't be followed", failure.value());
         path = path.parent_path() / next; // an absolute one replaces what stands before it
     }
-    return systemRefusal("can't be followed", ELOOP);
+    return unusable("can't be followed", ELOOP);
 }
 
 // For reading where that is allowed, since only such a folder can be synced.
@@ -61,11 +66,11 @@ Result<Target> Target::find(const std::string& path) noexcept
         return resolved.refusal();
     std::string name = resolved->filename();
     if (name.empty())
-        return Refusal{"names no file"};
+        return Refusal{Reason::UnusableTarget, "names no file"};
     const fs::path parent = resolved->has_parent_path() ? resolved->parent_path() : ".";
     Descriptor folder(openFolder(parent.c_str()));
     if (!folder.isOpen())
-        return systemRefusal("its folder can't be opened", errno);
+        return unusable("its folder can't be opened", errno);
     Target target(std::move(folder), std::move(name));
     const auto present = target.inspect();
     if (!present)
@@ -79,12 +84,12 @@ Result<std::optional<struct stat>> Target::inspect() const noexcept
     if (::fstatat(folder(), name(), &found, AT_SYMLINK_NOFOLLOW) != 0) {
         if (errno == ENOENT)
             return std::optional<struct stat>();
-        return systemRefusal("can't be examined", errno);
+        return unusable("can't be examined", errno);
     }
     if (!S_ISREG(found.st_mode))
-        return Refusal{kindOf(found.st_mode)};
+        return Refusal{Reason::UnusableTarget, kindOf(found.st_mode)};
     if (::faccessat(folder(), name(), W_OK, AT_EACCESS) != 0)
-        return systemRefusal("may not be written", errno);
+        return unusable("may not be written", errno);
     return std::optional(found);
 }
 

@@ -20,7 +20,7 @@ using namespace Libraries::Files::PDF;
 
 constexpr std::uint64_t largestOffset = 9'999'999'999; // that ten digits tell
 
-const Refusal endless{"has objects that overlap too often to be examined"};
+const Refusal endless{Reason::LimitReached, "has objects that overlap too often to be examined"};
 
 // Takes a written file and keeps nothing but its size.
 class Counter final : public ::Object, public virtual Interfaces::Stream {
@@ -111,7 +111,7 @@ void examineTrailer(FileExamination& file)
     reader.skipSpace();
     file.turnToNoObject();
     file.addComments(reader.takeComments());
-    for (const auto& [key, kind, words] : partialMarks) {
+    for (const auto& [key, kind, reason, message] : partialMarks) {
         const Meaning* mark = meant.find(key);
         const Meaning* kept = written.find(key);
         const std::string start = std::string("/") + key + " ";
@@ -180,10 +180,10 @@ Result<Examination> examine(const Ref<FileStripe>& file) noexcept
         return opened.refusal();
     FileExamination examination(opened->document, file);
     Result<Examination> result = examine(examination);
-    if (!file->trouble().empty())
-        return Refusal{file->trouble(), 0, true};
+    if (const auto failure = file->readFailure())
+        return *failure;
     if (!file->isUnchanged())
-        return Refusal{"was changed since it was opened"};
+        return changedMeanwhile();
     return result;
 }
 

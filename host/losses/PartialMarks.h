@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Refusal.h>
 #include <host/losses/Losses.h>
 
 namespace Host {
@@ -8,13 +9,14 @@ namespace Host {
 constexpr struct {
     const char* key;
     LossKind kind;
-    const char* words; // why a document that has it isn't saved
+    Reason reason;       // why a document that has it isn't saved
+    const char* message; // the same in words
 } partialMarks[] = {
-    {"Prev", LossKind::EarlierRevision,
+    {"Prev", LossKind::EarlierRevision, Reason::Partial,
         "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
-    {"XRefStm", LossKind::ObjectStream,
+    {"XRefStm", LossKind::ObjectStream, Reason::Partial,
         "the document has further objects in streams, and they would be lost (XRefStm)"},
-    {"Encrypt", LossKind::Encryption,
+    {"Encrypt", LossKind::Encryption, Reason::Encrypted,
         "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
 };
 

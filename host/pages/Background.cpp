@@ -17,9 +17,15 @@ namespace {
 // What `addBackground` adds to the code of a foreign page list.
 constexpr std::uint32_t foreignCodes = 0x100;
 
+// The refusal with the place that it is about.
 Refusal at(const std::string& place, const Refusal& refusal)
 {
-    return {place + ": " + refusal.message, refusal.code};
+    return refusal.withPrefix(place + ": ");
+}
+
+Refusal conflict(std::string message)
+{
+    return {Reason::Conflict, std::move(message)};
 }
 
 std::string pageWords(std::size_t index)
@@ -104,7 +110,8 @@ std::optional<Refusal> Look::run()
     if (_pages.empty() || _foreignPages.empty())
         return {};
     if (_foreign->trailer()->find(::String::create("Encrypt")))
-        return Refusal{"the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
+        return Refusal{Reason::Encrypted,
+            "the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
     Result<std::shared_ptr<Resources>> root =
         _forecast.resourcesOf(*_document, *_document->getPageCatalog()->valueAsDictionary());
     if (!root)
@@ -124,7 +131,8 @@ std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>
     if (!page)
         return codeRefusal(ErrBadContents);
     if (page->find(Keys::kids))
-        return Refusal{"this is a branch of the page tree with pages of its own, and its content is not drawn"};
+        return Refusal{Reason::BrokenRule,
+            "this is a branch of the page tree with pages of its own, and its content is not drawn"};
     Result<std::shared_ptr<Resources>> foreign = _forecast.resourcesOf(*_foreign, *foreignPage);
     if (!foreign)
         return at(pageWords(foreignIndex(index)) + " of the other document", foreign.refusal());
@@ -151,7 +159,7 @@ std::optional<Refusal> Look::merge(std::size_t index, const Resources& foreign, 
     if (spaces != spacesBefore || spaces != defaultSpacesOf(foreign))
         _recolored.add(index);
     _copyCount += _forecast.hasCopied();
-    return trouble ? std::optional(Refusal{*trouble}) : std::nullopt;
+    return trouble ? std::optional(conflict(*trouble)) : std::nullopt;
 }
 
 // What is inherited goes into the root of the page tree, where a page with resources of its own doesn't look.
@@ -165,7 +173,7 @@ std::optional<Refusal> Look::lookAtHeirs()
     const auto root = _forecast.madeResourcesOf(*_document->getPageCatalog()->valueAsDictionary());
     const unsigned spacesBefore = defaultSpacesOf(**root);
     if (const auto trouble = _forecast.merge(MergeForecast::Source::Foreign, *inherited, **root))
-        return at(pageWords(_heirs.front()), {"in the root of the page tree, " + *trouble});
+        return at(pageWords(_heirs.front()), conflict("in the root of the page tree, " + *trouble));
     const unsigned spaces = defaultSpacesOf(**root);
     const bool isRecolored = spaces != spacesBefore || spaces != defaultSpacesOf(*inherited);
     for (const std::size_t index : _heirs) {
@@ -189,7 +197,7 @@ std::optional<Refusal> Look::lookAtHeir(std::size_t index, const Resources& inhe
         _recolored.add(index);
     const MergeForecast::Hidden hidden = _forecast.findHidden(inherited, **own);
     if (!hidden.wrong.empty())
-        return Refusal{hidden.wrong + " is another one than that which the page of the other document inherits"};
+        return conflict(hidden.wrong + " is another one than that which the page of the other document inherits");
     if (hidden.missing.empty())
         return {};
     _missing = _lacking.count == 0 ? hidden.missing : _missing;
@@ -232,13 +240,14 @@ Result<Underlaid> background(const Ref<Document>& document, const Ref<Document>&
         return result;
     const std::uint32_t code = Error::get();
     if (trouble)
-        return Refusal{trouble->message, code};
+        return Refusal{trouble->reason, trouble->message, code};
     if (code == ErrBadPages + foreignCodes)
-        return Refusal{std::string(errorWords(ErrBadPages)) + ", in the other document", code};
+        return Refusal{Reason::BrokenRule, std::string(errorWords(ErrBadPages)) + ", in the other document", code};
     // Collisions were found before, and this is what is left.
     if (code == ErrNoResource)
-        return Refusal{"resources can't be copied, since a reference in them leads nowhere or back to itself or data"
-                       " can't be read, or the Contents of a page are neither reference nor array", code};
+        return Refusal{Reason::BrokenRule,
+            "resources can't be copied, since a reference in them leads nowhere or back to itself or data"
+            " can't be read, or the Contents of a page are neither reference nor array", code};
     return codeRefusal(code);
 }
 

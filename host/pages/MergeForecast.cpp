@@ -66,7 +66,7 @@ Result<std::shared_ptr<Resources>> MergeForecast::resourcesOf(
     for (const Ref<::String>& key : *keys) {
         std::shared_ptr<Category> category = readCategory(document, dictionary->find(key));
         if (!category)
-            return Refusal{toUtf8(key) + " of the resources is neither dictionary nor array", ErrBadContents};
+            return Refusal{Reason::BrokenRule, toUtf8(key) + " of the resources is neither dictionary nor array", ErrBadContents};
         read->emplace(key, std::move(category));
     }
     return resources = read;

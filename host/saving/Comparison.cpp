@@ -69,9 +69,14 @@ std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value)
     return {};
 }
 
+Refusal difference(std::string message, std::uint32_t code = 0)
+{
+    return {Reason::Difference, std::move(message), code};
+}
+
 Refusal differs(const std::string& what, const Ref<Document>& document, const Ref<Value>& value)
 {
-    return {what + " would be read back otherwise than it is written" + reasonFor(document, value)};
+    return difference(what + " would be read back otherwise than it is written" + reasonFor(document, value));
 }
 
 // The number that the table of a written file begins with; none when it can't be found.
@@ -126,13 +131,14 @@ Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& writ
 {
     if (const auto first = firstRow(written))
         if (const auto shifted = shiftedRows(document, *first); !shifted.empty())
-            return Refusal{shiftedRowWords(shifted.front())};
+            return difference(shiftedRowWords(shifted.front()));
     for (const auto& object : objectsAsWritten(document))
         if (!canBeRead(document, withoutData(object->value())))
-            return Refusal{nameOf(*object) + " could not be read again" + reasonFor(document, object->value()), code};
+            return difference(
+                nameOf(*object) + " could not be read again" + reasonFor(document, object->value()), code);
     if (!canBeRead(document, document->trailer()))
-        return Refusal{"the trailer could not be read again" + reasonFor(document, document->trailer()), code};
-    return codeRefusal(code, "the new file could not be read again: ");
+        return difference("the trailer could not be read again" + reasonFor(document, document->trailer()), code);
+    return difference("the new file could not be read again: " + std::string(errorWords(code)), code);
 }
 
 std::optional<Refusal> compareTrailers(const Ref<Document>& before, const Ref<Document>& after)
@@ -153,12 +159,12 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
     for (std::size_t i = 0; i < written.size(); ++i) {
         const PDF::Object& object = *written[i];
         if (i >= read.size() || read[i]->id() != object.id() || read[i]->generation() != object.generation())
-            return Refusal{nameOf(object) + " is not found again"};
+            return difference(nameOf(object) + " is not found again");
         if (!isSameText({before, object.value()}, {after, read[i]->value()}))
             return differs(nameOf(object), before, object.value());
     }
     if (read.size() > written.size())
-        return Refusal{nameOf(*read[written.size()]) + " is found, but was not written"};
+        return difference(nameOf(*read[written.size()]) + " is found, but was not written");
     return {};
 }
 
@@ -170,11 +176,11 @@ std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<F
     if (!again)
         return whyUnreadable(document, written, Error::get());
     if (again->version() != document->version())
-        return Refusal{"the version would be read back otherwise than it is written"};
+        return difference("the version would be read back otherwise than it is written");
     if (!lineEndingOf(again)->equals(lineEndingOf(document)))
-        return Refusal{"the line ending would be read back otherwise than it is written"};
-    if (auto difference = compareTrailers(document, again))
-        return difference;
+        return difference("the line ending would be read back otherwise than it is written");
+    if (auto refusal = compareTrailers(document, again))
+        return refusal;
     return compareObjects(document, again);
 }
 

@@ -22,29 +22,29 @@ bool isChanged(const Ref<FileStripe>& source)
     return source && !source->isUnchanged();
 }
 
-const Refusal changedSource{"the file that the document was opened from was changed since"};
+constexpr const char* theSource = "the file that the document was opened from ";
 
-// Why a document with this trailer isn't all in memory; null when it is.
-const char* wordsOfMark(const Dictionary& trailer)
+// Why a document with this trailer isn't all in memory; none when it is.
+std::optional<Refusal> refuseMarks(const Dictionary& trailer)
 {
     const auto keys = trailer.keys();
     for (const Ref<::String>& key : *keys)
         for (const auto& mark : partialMarks)
             if (isSameName(toUtf8(key), mark.key) && trailer.find(key)->type() != Value::Type::Null)
-                return mark.words;
-    return nullptr;
+                return Refusal{mark.reason, mark.message};
+    return {};
 }
 
 std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref<FileStripe>& source)
 {
     if (objectsOf(document).empty())
-        return Refusal{"the document has no objects"};
-    if (const char* words = wordsOfMark(*document->trailer()))
-        return Refusal{words};
+        return Refusal{Reason::BrokenRule, "the document has no objects"};
+    if (auto refusal = refuseMarks(*document->trailer()))
+        return refusal;
     if (!document->getCatalog())
         return codeRefusal(Error::get(), "the document has no catalog: ");
     if (isChanged(source))
-        return changedSource;
+        return changedMeanwhile().withPrefix(theSource);
     return {};
 }
 
@@ -52,14 +52,13 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
 std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
 {
     if (!source)
-        return Refusal{"the file that the document was opened from is not at hand to be examined"};
+        return Refusal{Reason::WrongArgument, std::string(theSource) + "is not at hand to be examined"};
     const Result<Examination> examination = examine(source);
     if (!examination)
-        return Refusal{"the file that the document was opened from " + examination.refusal().message,
-            examination.refusal().code};
+        return examination.refusal().withPrefix(theSource);
     if (examination->losses.countOfMeaning() == 0)
         return {};
-    return Refusal{"saving loses " + examination->losses.summary()};
+    return Refusal{Reason::Lossy, "saving loses " + examination->losses.summary()};
 }
 
 // Why the document could not be written: the failure of a file, or else the first object without a text.
@@ -68,15 +67,15 @@ Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const
     const std::uint32_t code = Error::get();
     if (out.failure())
         return *out.failure();
-    if (source && !source->trouble().empty())
-        return {"the file that the document was opened from " + source->trouble(), code};
+    if (const auto failure = source ? source->readFailure() : std::nullopt)
+        return {failure->reason, theSource + failure->message, code};
     for (const auto& object : objectsAsWritten(document)) {
         if (writtenText(document, object->value()))
             continue;
         const Ref<Stream> stream = valueAs<Stream>(object->value());
         const bool hasNoData = stream && !document->streamData(stream, false);
         const std::string reason = hasNoData ? ": " + std::string(errorWords(Error::get())) : "";
-        return {nameOf(*object) + " can't be written" + reason, code};
+        return {Reason::Unwritable, nameOf(*object) + " can't be written" + reason, code};
     }
     return codeRefusal(code);
 }
@@ -102,11 +101,8 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
         if (auto refusal = refuseLosses(options.source))
             return *refusal;
     Result<Ref<FileOutput>> out = FileOutput::create(path);
-    if (!out) {
-        Refusal refusal = out.refusal();
-        refusal.isUnusable = true;
-        return refusal;
-    }
+    if (!out)
+        return out.refusal();
     if (!document->write(*out))
         return whyUnwritten(document, **out, options.source);
     if (!options.isUnverified)
@@ -114,7 +110,7 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
             return *difference;
     // What was read from it meanwhile may be neither the old nor the new.
     if (!options.isPartialAllowed && isChanged(options.source))
-        return changedSource;
+        return changedMeanwhile().withPrefix(theSource);
     Result<Durability> durability = (*out)->commit();
     if (!durability)
         return durability.refusal();

@@ -79,7 +79,8 @@ std::optional<Refusal> refuseLostFilters(const std::vector<Surveyed>& streams)
             names += (names.empty() ? "" : ", ") + nameOf(*each.report.object) + " (" + each.report.filter + ")";
     if (names.empty())
         return {};
-    return Refusal{"compressed once more, these streams would lose the filter that they have: " + names, ErrBadFilter};
+    return Refusal{Reason::Lossy,
+        "compressed once more, these streams would lose the filter that they have: " + names, ErrBadFilter};
 }
 
 std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
@@ -91,7 +92,8 @@ std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
             continue;
         const auto [first, isFirst] = firstWith.emplace(*length, &each);
         if (!isFirst && (isConverted(each) || isConverted(*first->second)))
-            return Refusal{nameOf(*first->second->report.object) + " and " + nameOf(*each.report.object)
+            return Refusal{Reason::Conflict,
+                nameOf(*first->second->report.object) + " and " + nameOf(*each.report.object)
                     + " share one Length, which would fit one of them at most",
                 ErrStreamLength};
     }

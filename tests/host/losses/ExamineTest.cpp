@@ -184,7 +184,7 @@ TEST(Examine, tellsTheSizeAndWhetherTheTableFits)
 TEST(Examine, refusesWhatCantBeRead)
 {
     const TestFolder folder;
-    EXPECT_TRUE(examine(folder.path("none.pdf")).refusal().isUnusable);
+    EXPECT_EQ(examine(folder.path("none.pdf")).refusal().reason, Reason::Unreadable);
     EXPECT_EQ(examine(folder.put("file.pdf", "%PDF-1.4\n")).refusal().code, ErrNoEofMarker);
     const auto file = *FileStripe::open(folder.put("file.pdf", with("1")));
     fs::resize_file(folder.path("file.pdf"), 20);

@@ -69,6 +69,7 @@ TEST_F(Save, refusesWhatWouldNotComeBack)
         const auto saved = save(document, target);
         EXPECT_EQ(bool(saved), refusing == Nobody);
         EXPECT_TRUE(saved || holds(saved.refusal().message, words)) << saved.refusal().message;
+        EXPECT_TRUE(saved || (saved.refusal().reason == Reason::Difference) == (refusing == Comparing));
         EXPECT_EQ(folder.get("target") == "old", refusing != Nobody);
         EXPECT_EQ(bool(save(document, target, partial)), refusing != Comparing);
         EXPECT_EQ(bool(save(document, target, unverified)), refusing != Beforehand);
@@ -127,9 +128,9 @@ TEST_F(Save, whenStrictRefusesWhatLosesItsMeaning)
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.refusal().message,
         "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
-    EXPECT_FALSE(refused.refusal().isUnusable);
+    EXPECT_EQ(refused.refusal().reason, Reason::Lossy);
     EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
-    EXPECT_TRUE(save(*bad, folder.path("none/out.pdf")).refusal().isUnusable);
+    EXPECT_EQ(save(*bad, folder.path("none/out.pdf")).refusal().reason, Reason::UnusableTarget);
     EXPECT_TRUE(save(*bad, folder.path("bad.pdf")));
     EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
 }
@@ -159,6 +160,7 @@ TEST_F(Save, aFullDiskAtAnyPointLeavesTheOldFile)
         ::setrlimit(RLIMIT_FSIZE, &limit);
         ASSERT_FALSE(saved) << bytes;
         EXPECT_EQ(saved.refusal().message, "can't be written: File too large");
+        EXPECT_EQ(saved.refusal().reason, Reason::OutOfSpace);
     }
     std::signal(SIGXFSZ, handler);
     EXPECT_TRUE(folder.get("file.pdf") == old);

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Host {
+
+// What kept an operation from being done, for programs to branch on. What isn't listed by its own name is
+// `SystemFailure`.
+enum class Reason : std::uint8_t {
+    // The call
+    WrongArgument, // what was given can't be used, or not at this time
+    Missing,       // there is no such object, entry or field
+    Cancelled,     // the application's own function ended the work
+
+    // What was read
+    Unreadable,       // the system can't read the file, or it is no regular file
+    ChangedMeanwhile, // the file was changed since it was opened
+    BrokenRule,       // a rule of the format is broken; the code says which, where there is one for it
+    Damaged,          // the data of a stream can't be decoded
+    Unsupported,      // the format has it and the library doesn't, such as a filter other than Flate
+    Encrypted,        // the document is encrypted, and can't be used like this without being decrypted
+    LimitReached,     // a limit of the library's (host/base/Limits.h)
+
+    // What would become of it
+    Partial,    // only a part of the document is in memory, and the rest would be lost
+    Lossy,      // something that is in memory, or was in the file, would be lost
+    Conflict,   // two things don't fit together: names of resources, a Length that streams share
+    Unwritable, // something in the document has no form in a file
+    Difference, // the new file would be read back otherwise than it was written
+
+    // The system
+    UnusableTarget, // nothing can be written at that place
+    OutOfSpace,     // the disk is full, or a quota or a limit of file sizes is reached
+    SystemFailure,  // anything else that the system was asked for and didn't give
+};
+
+// Why something could not be done.
+struct Refusal {
+    Reason reason = Reason::SystemFailure;
+    // What is wrong, for people: one line of UTF-8, without the name of the file and without the code.
+    std::string message;
+    // The library's code, which `errorWords` tells in words; 0 when there is none.
+    std::uint32_t code = 0;
+
+    // Whether a file itself is no use: it could not be read, so that nothing is known about what is in it, or
+    // nothing can be written at its place.
+    bool isUnusable() const noexcept { return reason == Reason::Unreadable || reason == Reason::UnusableTarget; }
+    // The same, its message after `prefix`, which says where.
+    Refusal withPrefix(std::string_view prefix) const noexcept
+    {
+        return {reason, std::string(prefix).append(message), code};
+    }
+};
+
+// What is refused where a file isn't any more what it was opened as.
+inline Refusal changedMeanwhile() noexcept
+{
+    return {Reason::ChangedMeanwhile, "was changed since it was opened"};
+}
+
+} // namespace Host
