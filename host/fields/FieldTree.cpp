@@ -6,6 +6,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
+#include <host/losses/PartialMarks.h>
 #include <values/Array.h>
 #include <values/Object.h>
 #include <values/String.h>
@@ -21,8 +22,6 @@ namespace {
 constexpr std::size_t deepestLevel = 500;
 constexpr std::size_t longestPath = 4096;
 constexpr std::size_t mostPassedOver = 100;
-
-const Ref<::String> encrypt = ::String::create("Encrypt");
 
 // Whether the dictionary has kids to be walked; otherwise it shows a field itself.
 bool hasKids(const Document& document, const Dictionary& dictionary)
@@ -44,7 +43,7 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
 {
     if (!document)
         return codeRefusal(ErrNullArgument);
-    if (document->trailer()->find(encrypt))
+    if (isEncrypted(*document->trailer()))
         return Refusal{Reason::Encrypted, "the document is encrypted, and the texts of its form are ciphers (Encrypt)"};
     const Ref<PDF::Object> root = document->getCatalog();
     if (!root)

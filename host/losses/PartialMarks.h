@@ -2,16 +2,20 @@
 
 #include <host/base/Refusal.h>
 #include <host/losses/Losses.h>
+#include <values/Dictionary.h>
 
 namespace Host {
 
+namespace PDF = Libraries::Files::PDF;
+
 // Entries of a trailer that say that what is in memory is not the whole file.
-constexpr struct {
+struct PartialMark {
     const char* key;
     LossKind kind;
     Reason reason;       // why a document that has it isn't saved
     const char* message; // the same in words
-} partialMarks[] = {
+};
+constexpr PartialMark partialMarks[] = {
     {"Prev", LossKind::EarlierRevision, Reason::Partial,
         "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
     {"XRefStm", LossKind::ObjectStream, Reason::Partial,
@@ -19,5 +23,11 @@ constexpr struct {
     {"Encrypt", LossKind::Encryption, Reason::Encrypted,
         "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
 };
+
+// The first mark that the trailer has, whatever its key is written like; null when all of the file is in memory. An
+// entry that is the null value is none.
+const PartialMark* findPartialMark(const PDF::Dictionary& trailer) noexcept;
+// Whether one of the marks says that the document is encrypted.
+bool isEncrypted(const PDF::Dictionary& trailer) noexcept;
 
 } // namespace Host

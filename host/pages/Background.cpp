@@ -3,6 +3,7 @@
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
+#include <host/losses/PartialMarks.h>
 #include <host/pages/MergeForecast.h>
 #include <values/Object.h>
 
@@ -109,7 +110,7 @@ std::optional<Refusal> Look::run()
 {
     if (_pages.empty() || _foreignPages.empty())
         return {};
-    if (_foreign->trailer()->find(::String::create("Encrypt")))
+    if (isEncrypted(*_foreign->trailer()))
         return Refusal{Reason::Encrypted,
             "the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
     Result<std::shared_ptr<Resources>> root =

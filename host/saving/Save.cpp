@@ -1,13 +1,10 @@
 #include <host/saving/Save.h>
 
 #include <document/Inspection.h>
-#include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
-#include <host/base/Utf8.h>
 #include <host/losses/Examine.h>
 #include <host/losses/PartialMarks.h>
 #include <host/saving/Comparison.h>
-#include <values/Dictionary.h>
 #include <values/Object.h>
 #include <values/Stream.h>
 
@@ -24,23 +21,12 @@ bool isChanged(const Ref<FileStripe>& source)
 
 constexpr const char* theSource = "the file that the document was opened from ";
 
-// Why a document with this trailer isn't all in memory; none when it is.
-std::optional<Refusal> refuseMarks(const Dictionary& trailer)
-{
-    const auto keys = trailer.keys();
-    for (const Ref<::String>& key : *keys)
-        for (const auto& mark : partialMarks)
-            if (isSameName(toUtf8(key), mark.key) && trailer.find(key)->type() != Value::Type::Null)
-                return Refusal{mark.reason, mark.message};
-    return {};
-}
-
 std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref<FileStripe>& source)
 {
     if (objectsOf(document).empty())
         return Refusal{Reason::BrokenRule, "the document has no objects"};
-    if (auto refusal = refuseMarks(*document->trailer()))
-        return refusal;
+    if (const PartialMark* mark = findPartialMark(*document->trailer()))
+        return Refusal{mark->reason, mark->message};
     if (!document->getCatalog())
         return codeRefusal(Error::get(), "the document has no catalog: ");
     if (isChanged(source))
