@@ -3,6 +3,7 @@
 #include <document/DocumentObj.h>
 #include <document/StreamCopy.h>
 #include <platform/Reporter.h>
+#include <values/KeyOrder.h>
 #include <values/Stream.h>
 
 #include <map>
@@ -86,9 +87,6 @@ private:
         Ref<Array> array;
     };
     struct Wording;
-    struct InKeyOrder {
-        bool operator()(const Ref<::String>& a, const Ref<::String>& b) const noexcept { return a->compare(*b) < 0; }
-    };
 
     template <class Visitor>
     static bool forEachCategory(
@@ -110,8 +108,8 @@ private:
 
     const Document& _document;
     Cloning& _cloning;
-    std::map<Ref<::String>, Category, InKeyOrder> _targetCategories;
-    std::set<Ref<::String>, InKeyOrder> _targetNames; // of all dictionary categories together
+    std::map<Ref<::String>, Category, KeyOrder> _targetCategories;
+    std::set<Ref<::String>, KeyOrder> _targetNames; // of all dictionary categories together
 };
 
 // One call of `addBackground`, in its stages. The reading half changes nothing in the document.

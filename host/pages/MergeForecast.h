@@ -2,6 +2,7 @@
 
 #include <host/base/Result.h>
 #include <host/pages/SameContents.h>
+#include <values/KeyOrder.h>
 
 #include <map>
 #include <memory>
@@ -10,11 +11,8 @@
 
 namespace Host {
 
-struct InKeyOrder {
-    bool operator()(const Ref<::String>& a, const Ref<::String>& b) const noexcept { return a->compare(*b) < 0; }
-};
 template <class T>
-using ByKey = std::map<Ref<::String>, T, InKeyOrder>;
+using ByKey = std::map<Ref<::String>, T, PDF::KeyOrder>;
 
 // What a name of resources stands for.
 struct NamedValue {
