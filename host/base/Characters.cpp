@@ -10,21 +10,34 @@ int hexDigit(int c) noexcept
     return c > 0 && letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
+namespace {
+
+// Takes the next character off a name, which isn't empty, as it is written: "#" and two digits are one.
+char takeCharacter(std::string_view& written)
+{
+    const bool isEscape =
+        written.size() > 2 && written[0] == '#' && hexDigit(written[1]) >= 0 && hexDigit(written[2]) >= 0;
+    const int c = isEscape ? hexDigit(written[1]) * 16 + hexDigit(written[2]) : written[0];
+    written.remove_prefix(isEscape ? 3 : 1);
+    return static_cast<char>(c);
+}
+
+} // namespace
+
+std::string decodedName(std::string_view written) noexcept
+{
+    std::string name;
+    while (!written.empty())
+        name += takeCharacter(written);
+    return name;
+}
+
 bool isSameName(std::string_view written, std::string_view name) noexcept
 {
-    std::size_t length = 0;
-    for (std::size_t i = 0; i < written.size(); ++i, ++length) {
-        int c = static_cast<unsigned char>(written[i]);
-        const bool isEscape = c == '#' && i + 2 < written.size() && hexDigit(written[i + 1]) >= 0
-            && hexDigit(written[i + 2]) >= 0;
-        if (isEscape) {
-            c = hexDigit(written[i + 1]) * 16 + hexDigit(written[i + 2]);
-            i += 2;
-        }
-        if (length >= name.size() || static_cast<unsigned char>(name[length]) != c)
+    for (const char c : name)
+        if (written.empty() || takeCharacter(written) != c)
             return false;
-    }
-    return length == name.size();
+    return written.empty();
 }
 
 } // namespace Host

@@ -2,6 +2,7 @@
 
 #include <platform/Windows_1252.h>
 
+#include <string>
 #include <string_view>
 
 namespace Host {
@@ -16,7 +17,9 @@ inline int byteOfElement(std::uint32_t element) noexcept
 // The value of a hexadecimal digit; -1 for what is none.
 int hexDigit(int c) noexcept;
 
-// Whether a name as it stands in a file, without its solidus, is this one: "Pr#65v" is Prev.
+// The name that is written like this in a file, without its solidus: "Pr#65v" is Prev.
+std::string decodedName(std::string_view written) noexcept;
+// Whether it is this one.
 bool isSameName(std::string_view written, std::string_view name) noexcept;
 
 } // namespace Host

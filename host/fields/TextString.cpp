@@ -100,27 +100,6 @@ std::u16string toUnits(const ::String& text)
     return units;
 }
 
-// -1 for what is no hexadecimal digit.
-int digitOf(char c)
-{
-    const char lower = static_cast<char>(c | 0x20);
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-std::string withoutEscapes(std::string_view name)
-{
-    std::string out;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        const bool isEscape = name[i] == '#' && i + 2 < name.size() && digitOf(name[i + 1]) >= 0
-            && digitOf(name[i + 2]) >= 0;
-        out += isEscape ? static_cast<char>(digitOf(name[i + 1]) << 4 | digitOf(name[i + 2])) : name[i];
-        i += isEscape ? 2 : 0;
-    }
-    return out;
-}
-
 } // namespace
 
 std::string textOfBytes(std::string_view bytes) noexcept
@@ -148,7 +127,7 @@ std::string textOf(const PDF::String& string) noexcept
 
 std::string textOfName(const ::String& name) noexcept
 {
-    std::string bytes = withoutEscapes(bytesOf(name));
+    std::string bytes = decodedName(bytesOf(name));
     return fromUtf8(bytes) ? bytes : fromDocumentEncoding(bytes);
 }
 
