@@ -4,6 +4,7 @@
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
+#include <host/base/Limits.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
 #include <host/losses/PartialMarks.h>
@@ -18,10 +19,6 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-constexpr std::size_t deepestLevel = 500;
-constexpr std::size_t longestPath = 4096;
-constexpr std::size_t mostPassedOver = 100;
 
 // Whether the dictionary has kids to be walked; otherwise it shows a field itself.
 bool hasKids(const Document& document, const Dictionary& dictionary)
@@ -57,8 +54,9 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
     if (!tree._form)
         return codeRefusal(ErrBadCast, "the form (AcroForm) is no dictionary: ");
     FieldEntries defaults;
-    defaults.set(Inherited::DefaultAppearance, resolvePresent(*document, tree._form->find(FormKeys::defaultAppearance)));
-    defaults.set(Inherited::Quadding, resolvePresent(*document, tree._form->find(FormKeys::quadding)));
+    for (const auto& [entry, key] : {std::pair(Inherited::DefaultAppearance, FormKeys::defaultAppearance),
+             std::pair(Inherited::Quadding, FormKeys::quadding)})
+        defaults.set(entry, resolvePresent(*document, tree._form->find(key)));
     tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1});
     return tree;
 }
@@ -72,8 +70,8 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
         const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
             passOver(i, place, "leads to no dictionary");
-        else if (place.level > deepestLevel)
-            passOver(i, place, "stands more than 500 levels deep");
+        else if (place.level > Limits::maxFieldDepth)
+            passOver(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
         else if (!_taken.insert(dictionary.get()).second)
             passOver(i, place, "was listed before");
         else
@@ -91,7 +89,7 @@ bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t ind
         return walkWidget(dictionary, place);
     // A field at the top answers to its place when it has no name, as it does in the library.
     name = name.empty() ? std::to_string(index) : name;
-    if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > longestPath)
+    if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > Limits::maxFieldPath)
         passOver(index, place, "has too long a name");
     else
         walkField(dictionary, place.owner ? place.owner->path + "." + name : name, place);
@@ -153,12 +151,12 @@ bool FieldTree::walkWidget(const Ref<Dictionary>& dictionary, const Place& place
     return false;
 }
 
-void FieldTree::passOver(std::uint64_t index, const Place& place, const char* why) noexcept
+void FieldTree::passOver(std::uint64_t index, const Place& place, std::string_view why) noexcept
 {
-    if (_passedOver.size() == mostPassedOver)
+    if (_passedOver.size() == Limits::maxSkipped)
         return;
     const std::string list = place.owner ? "Kids of " + place.owner->path : "Fields of the form";
-    _passedOver.push_back("element " + std::to_string(index) + " of " + list + " " + why);
+    _passedOver.push_back("element " + std::to_string(index) + " of " + list + " " + std::string(why));
 }
 
 } // namespace Host

@@ -55,7 +55,7 @@ private:
     void walkField(const Ref<PDF::Dictionary>& dictionary, const std::string& path, const Place& place) noexcept;
     bool walkWidget(const Ref<PDF::Dictionary>& dictionary, const Place& place) noexcept;
     void add(FieldNode field) noexcept;
-    void passOver(std::uint64_t index, const Place& place, const char* why) noexcept;
+    void passOver(std::uint64_t index, const Place& place, std::string_view why) noexcept;
 
     Ref<PDF::Document> _document;
     Ref<PDF::Dictionary> _form;

@@ -2,6 +2,7 @@
 
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
+#include <host/base/Limits.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/FieldTree.h>
 #include <host/fields/TextString.h>
@@ -18,8 +19,6 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-constexpr std::size_t mostText = std::size_t(16) << 20; // bytes, in one listing
 
 Field::Quadding quaddingOf(const FieldEntries& entries)
 {
@@ -127,7 +126,7 @@ private:
     }
 
     const Ref<Document> _document;
-    std::size_t _left = mostText;
+    std::size_t _left = Limits::maxListedText;
     bool _isFull = false;
 };
 
@@ -143,7 +142,8 @@ Result<FormFields> fieldNames(const Ref<Document>& document) noexcept
     for (const FieldNode& node : tree->fields())
         result.fields.push_back(listing.describe(node));
     if (listing.isFull())
-        result.passedOver.push_back("texts beyond 16 MiB are left out");
+        result.passedOver.push_back(
+            "texts beyond " + std::to_string(Limits::maxListedText >> 20) + " MiB are left out");
     return result;
 }
 

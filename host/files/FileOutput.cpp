@@ -4,6 +4,7 @@
 #include <host/base/ErrorWords.h>
 
 #include <fcntl.h>
+#include <host/base/Limits.h>
 #include <sys/random.h>
 
 #include <cerrno>
@@ -15,10 +16,14 @@ namespace Host {
 namespace {
 
 constexpr std::size_t bufferSize = 65536;
-constexpr int mostAttempts = 16;
 constexpr mode_t permissions = 07777;
 constexpr mode_t newFile = 0666;
 constexpr mode_t ownerOnly = 0600;
+
+Refusal systemFailure(std::string_view what, int systemError)
+{
+    return systemRefusal(Reason::SystemFailure, what, systemError);
+}
 
 std::string randomName()
 {
@@ -67,10 +72,10 @@ Result<Ref<FileOutput>> FileOutput::create(const std::string& path) noexcept
     Result<Target> target = Target::find(path);
     if (!target)
         return target.refusal();
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < Limits::maxNameAttempts; ++attempt) {
         std::string name = randomName();
         if (name.empty())
-            return systemRefusal(Reason::SystemFailure, "no random name can be had", errno);
+            return systemFailure("no random name can be had", errno);
         Descriptor file(::openat(target->folder(), name.c_str(),
             O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, ownerOnly));
         if (file.isOpen())
@@ -132,7 +137,7 @@ Result<Ref<FileStripe>> FileOutput::reopen() noexcept
         return *_failure;
     Descriptor copy(::fcntl(_file.number(), F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen())
-        return systemRefusal(Reason::SystemFailure, "can't be opened again", errno);
+        return systemFailure("can't be opened again", errno);
     Result<FileBytes> bytes = FileBytes::adopt(std::move(copy));
     if (!bytes)
         return bytes.refusal();
@@ -171,7 +176,7 @@ bool FileOutput::flush() noexcept
     if (!isWritable())
         return false;
     if (!writeAll(_file.number(), _buffer.data(), _buffer.size()))
-        return fail(systemRefusal(Reason::SystemFailure, "can't be written", errno));
+        return fail(systemFailure("can't be written", errno));
     _buffer.clear();
     return true;
 }
@@ -183,7 +188,7 @@ bool FileOutput::takeOverMode() noexcept
         return fail(old.refusal());
     struct stat own;
     if (::fstat(_file.number(), &own) != 0)
-        return fail(systemRefusal(Reason::SystemFailure, "can't be examined", errno));
+        return fail(systemFailure("can't be examined", errno));
     mode_t mode = newFile & ~maskOfProcess();
     if (*old) {
         const struct stat& model = **old;
@@ -191,19 +196,19 @@ bool FileOutput::takeOverMode() noexcept
         const bool isSameOwner = own.st_uid == model.st_uid && own.st_gid == model.st_gid;
         // Before the mode: a new owner takes bits of it away.
         if (!isSameOwner && ::fchown(_file.number(), model.st_uid, model.st_gid) != 0)
-            return fail(systemRefusal(Reason::SystemFailure, "can't be given the owner of the file that it replaces", errno));
+            return fail(systemFailure("can't be given the owner of the file that it replaces", errno));
     }
     if (::fchmod(_file.number(), mode) != 0)
-        return fail(systemRefusal(Reason::SystemFailure, "can't be given its mode", errno));
+        return fail(systemFailure("can't be given its mode", errno));
     return true;
 }
 
 bool FileOutput::rename() noexcept
 {
     if (::fsync(_file.number()) != 0)
-        return fail(systemRefusal(Reason::SystemFailure, "can't be brought to the disk", errno));
+        return fail(systemFailure("can't be brought to the disk", errno));
     if (::renameat(_target.folder(), _temporaryName.c_str(), _target.folder(), _target.name()) != 0)
-        return fail(systemRefusal(Reason::SystemFailure, "can't be replaced", errno));
+        return fail(systemFailure("can't be replaced", errno));
     return true;
 }
 

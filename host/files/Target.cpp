@@ -1,6 +1,7 @@
 #include <host/files/Target.h>
 
 #include <host/base/ErrorWords.h>
+#include <host/base/Limits.h>
 
 #include <fcntl.h>
 
@@ -12,8 +13,6 @@ namespace Host {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int mostLinks = 40; // as many as the system follows
 
 Refusal unusable(std::string_view what, int systemError)
 {
@@ -27,7 +26,7 @@ Result<fs::path> followLinks(fs::path path)
     struct stat found;
     if (::stat(path.c_str(), &found) != 0 && errno != ENOENT)
         return unusable("can't be reached", errno);
-    for (int links = 0; links <= mostLinks; ++links) {
+    for (int links = 0; links <= Limits::maxLinks; ++links) {
         if (::lstat(path.c_str(), &found) != 0 || !S_ISLNK(found.st_mode))
             return path;
         std::error_code failure;

@@ -2,6 +2,7 @@
 
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
+#include <host/base/Limits.h>
 #include <host/files/Open.h>
 #include <host/losses/MeaningComparison.h>
 #include <host/losses/ObjectExamination.h>
@@ -116,15 +117,15 @@ void examineTrailer(FileExamination& file)
         const Meaning* kept = written.find(key);
         const std::string start = std::string("/") + key + " ";
         if (mark)
-            file.add(kind, mark->begin, start + text.slice(mark->begin, mark->end, Losses::longestText),
-                kept ? start + writtenBytes.slice(kept->begin, kept->end, Losses::longestText) : "");
+            file.add(kind, mark->begin, start + text.slice(mark->begin, mark->end, Limits::maxLossText),
+                kept ? start + writtenBytes.slice(kept->begin, kept->end, Limits::maxLossText) : "");
     }
     file.addLostReferences(meant);
     removeMarks(meant);
     removeMarks(written);
     if (!isPassedOver(bytes))
-        file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Losses::longestText),
-            writtenBytes.slice(written.begin, written.end, Losses::longestText));
+        file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Limits::maxLossText),
+            writtenBytes.slice(written.begin, written.end, Limits::maxLossText));
     MeaningComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
 }
 
@@ -135,10 +136,10 @@ void examineMissing(FileExamination& file, std::uint32_t id, const TableChain::R
         return;
     const bool isEarlier = row.place == TableChain::Place::EarlierTable;
     file.text().moveTo(row.offset);
-    file.text().at(row.offset + Losses::longestText - 1);
+    file.text().at(row.offset + Limits::maxLossText - 1);
     file.losses().add({isEarlier ? LossKind::EarlierRevision : LossKind::SecondSubsection, id,
         static_cast<std::uint16_t>(row.generation), row.offset,
-        file.text().slice(row.offset, file.text().size(), Losses::longestText), {}});
+        file.text().slice(row.offset, file.text().size(), Limits::maxLossText), {}});
 }
 
 void examineMissing(FileExamination& file)

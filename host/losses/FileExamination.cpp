@@ -2,6 +2,7 @@
 
 #include <document/Inspection.h>
 #include <document/Syntax.h>
+#include <host/base/Limits.h>
 #include <values/Object.h>
 
 namespace Host {
@@ -9,9 +10,6 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-constexpr std::uint64_t mostReadings = 16;        // of the file
-constexpr std::uint64_t firstAllowance = 1 << 16; // as of a small file more is taken than there is
 
 // As in the text of a reference.
 std::string numberOf(std::uint64_t id, std::uint64_t generation)
@@ -45,7 +43,7 @@ void FileExamination::addComments(const std::vector<MeaningReader::Range>& comme
 {
     for (const auto& [begin, end] : comments)
         if (begin != 0 && !_text.isAt(begin, Syntax::endMarker))
-            add(LossKind::Comment, begin, _text.slice(begin, end, Losses::longestText));
+            add(LossKind::Comment, begin, _text.slice(begin, end, Limits::maxLossText));
 }
 
 void FileExamination::addLostReferences(const Meaning& value) noexcept
@@ -93,7 +91,7 @@ bool FileExamination::isEndless() const noexcept
 
 bool FileExamination::isTooMuch(std::uint64_t taken) const noexcept
 {
-    return taken / mostReadings > _text.size() + firstAllowance;
+    return Limits::isReadTooOften(taken, _text.size() + Limits::readingAllowance);
 }
 
 } // namespace Host

@@ -47,8 +47,8 @@ struct Loss {
     std::uint32_t id;         // of the object; 0 for the trailer and for what is in no object
     std::uint16_t generation; // of the object
     std::uint64_t offset;     // in the file, in bytes
-    // The bytes in the file, and those that would be written, as far as there are any; of a longer text
-    // its beginning.
+    // The bytes in the file, and those that would be written, as far as there are any; of a text of more than
+    // `Limits::maxLossText` bytes its beginning.
     std::string inFile;
     std::string written;
 };
@@ -56,8 +56,6 @@ struct Loss {
 // A list of losses with its counts.
 class EXPORTED Losses {
 public:
-    static constexpr std::size_t longestText = 200; // of a loss, in bytes
-
     // Adds one at the end, and counts it.
     void add(Loss loss) noexcept;
 

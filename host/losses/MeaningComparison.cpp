@@ -1,5 +1,7 @@
 #include <host/losses/MeaningComparison.h>
 
+#include <host/base/Limits.h>
+
 #include <algorithm>
 
 namespace Host {
@@ -41,8 +43,8 @@ void MeaningComparison::add(LossKind kind, const Meaning& meant, const Meaning& 
     Loss loss = _model;
     loss.kind = kind;
     loss.offset = meant.begin;
-    loss.inFile = _file.slice(meant.begin, meant.end, Losses::longestText);
-    loss.written = _written.slice(written.begin, written.end, Losses::longestText);
+    loss.inFile = _file.slice(meant.begin, meant.end, Limits::maxLossText);
+    loss.written = _written.slice(written.begin, written.end, Limits::maxLossText);
     _losses.add(std::move(loss));
 }
 

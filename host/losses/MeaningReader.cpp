@@ -2,6 +2,7 @@
 
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
+#include <host/base/Limits.h>
 
 #include <algorithm>
 
@@ -99,7 +100,7 @@ const Meaning* Meaning::find(std::string_view key) const noexcept
 
 bool Meaning::isCount() const noexcept
 {
-    return kind == Kind::Number && text.size() <= 18 && std::all_of(text.begin(), text.end(), isDigit);
+    return kind == Kind::Number && text.size() <= Limits::maxDigits && std::all_of(text.begin(), text.end(), isDigit);
 }
 
 Meaning MeaningReader::readValue() noexcept
@@ -146,14 +147,13 @@ bool MeaningReader::skipKeyword(std::string_view keyword) noexcept
 
 bool MeaningReader::readCount(std::uint64_t& number) noexcept
 {
-    constexpr int mostDigits = 18;
     const std::uint64_t start = _position;
     const std::size_t commentCount = _comments.size();
     skipSpace();
     std::uint64_t value = 0;
     int digits = 0;
     const bool isThere = isDigit(here());
-    for (; isDigit(here()) && digits < mostDigits; ++_position) {
+    for (; isDigit(here()) && digits < Limits::maxDigits; ++_position) {
         value = value * 10 + static_cast<unsigned>(here() - '0');
         digits += value != 0;
     }

@@ -3,6 +3,7 @@
 #include <document/Inspection.h>
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
+#include <host/base/Limits.h>
 #include <host/losses/MeaningComparison.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
@@ -15,8 +16,6 @@ using namespace Libraries::Files::PDF;
 namespace {
 
 using Kind = Meaning::Kind;
-
-constexpr std::size_t excerpt = 40; // of data, in bytes
 
 // An object as the format means it.
 struct Source {
@@ -74,7 +73,7 @@ Source readSource(FileExamination& file, std::uint64_t offset)
 // Whether the value's first piece also stands in front of it, where the library finds it on a common line.
 bool isFoundEarly(SourceText& text, const Source& source)
 {
-    const std::string before = text.slice(source.offset, source.value.begin, Losses::longestText);
+    const std::string before = text.slice(source.offset, source.value.begin, Limits::maxLossText);
     std::string piece;
     for (std::uint64_t position = source.value.begin; piece.size() < before.size() && text.at(position) > ' ';)
         piece += static_cast<char>(text.at(position++));
@@ -83,7 +82,13 @@ bool isFoundEarly(SourceText& text, const Source& source)
 
 std::string textOf(const SourceText& text, const Meaning& value)
 {
-    return text.slice(value.begin, value.end, Losses::longestText);
+    return text.slice(value.begin, value.end, Limits::maxLossText);
+}
+
+// The beginning of data, as far as it was looked at.
+std::string excerptAt(const SourceText& text, std::uint64_t offset)
+{
+    return text.slice(offset, offset + Limits::maxDataExcerpt, Limits::maxDataExcerpt);
 }
 
 void compareValue(FileExamination& file, const Ref<Value>& value, const Source& source)
@@ -121,7 +126,7 @@ void examineDataEnd(FileExamination& file, std::uint64_t end)
         || text.isAt(reader.position(), Syntax::objectEnd));
     const bool isObjectEnd = (isEnd || text.isAt(position, Syntax::objectEnd)) && reader.skipKeyword(Syntax::objectEnd);
     if (!isEnd && !(isObjectEnd && isAtEnd(reader, text)))
-        file.add(LossKind::StreamData, end, text.slice(end, end + excerpt, excerpt));
+        file.add(LossKind::StreamData, end, excerptAt(text, end));
     if (isObjectEnd)
         reader.skipSpace();
     file.addComments(reader.takeComments());
@@ -142,7 +147,7 @@ void examineData(FileExamination& file, const Ref<Stream>& stream, const Source&
     // A line feed in front of the data becomes a part of the line ending CR that is written before it.
     const bool isJoined = data->size() > 0 && text.at(offset) == '\n' && lineEndingOf(file.document())->equals("\r");
     if (isElsewhere || isJoined)
-        file.add(LossKind::StreamData, offset, text.slice(offset, offset + excerpt, excerpt));
+        file.add(LossKind::StreamData, offset, excerptAt(text, offset));
     else
         examineDataEnd(file, stream->strmOfs() + data->size());
 }
@@ -167,14 +172,14 @@ void examineObject(FileExamination& file, const PDF::Object& object) noexcept
     const std::size_t lossCount = file.losses().all().size();
     compareValue(file, stream ? Ref<Value>(stream->dict()) : object.value(), source);
     if (source.rest != 0 && file.losses().all().size() == lossCount)
-        file.add(LossKind::OtherValue, source.rest, file.text().slice(source.rest, source.rest + excerpt, excerpt));
+        file.add(LossKind::OtherValue, source.rest, excerptAt(file.text(), source.rest));
     file.addLostReferences(source.value);
     const Meaning* type = source.isStream ? source.value.find("Type") : nullptr;
     if (type && type->isName("ObjStm") && !file.chain().isWhole()) // nobody finds the objects in it otherwise
         file.add(LossKind::ObjectStream, source.value.begin, textOf(file.text(), source.value));
     const std::uint64_t end = source.value.end;
     if (source.isStream != bool(stream))
-        file.add(LossKind::StreamData, end, file.text().slice(end, end + excerpt, excerpt));
+        file.add(LossKind::StreamData, end, excerptAt(file.text(), end));
     else if (stream)
         examineData(file, stream, source);
 }

@@ -1,14 +1,10 @@
 #include <host/losses/TableChain.h>
 
+#include <host/base/Limits.h>
+
 #include <set>
 
 namespace Host {
-
-namespace {
-
-constexpr std::uint64_t mostReadings = 16; // of the file
-
-} // namespace
 
 TableChain::TableChain(SourceText& text) noexcept : _text(text)
 {
@@ -19,7 +15,7 @@ TableChain::TableChain(SourceText& text) noexcept : _text(text)
         Meaning trailer = readTable(*offset, isNewest);
         const Meaning* previous = trailer.find("Prev");
         _isWhole = _isWhole && trailer.kind == Meaning::Kind::Dictionary && !trailer.find("XRefStm");
-        const bool goesOn = previous && previous->isCount() && _text.taken() / mostReadings <= _text.size();
+        const bool goesOn = previous && previous->isCount() && !Limits::isReadTooOften(_text.taken(), _text.size());
         _isWhole = _isWhole && goesOn == (previous != nullptr);
         offset = goesOn ? std::optional(previous->count()) : std::nullopt;
         if (isNewest)

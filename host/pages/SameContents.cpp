@@ -1,6 +1,7 @@
 #include <host/pages/SameContents.h>
 
 #include <document/Resolve.h>
+#include <host/base/Limits.h>
 #include <platform/Mem.h>
 #include <values/Stream.h>
 
@@ -12,14 +13,11 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-// Objects that hold nothing but a reference hardly occur; a longer row of them leads nowhere.
-constexpr int longestRow = 16;
-
 // What a value leads to, all references followed; null when that is nothing.
 Ref<Value> resolveAll(const Document& document, Ref<Value> value)
 {
     const auto isReference = [&value] { return value && value->type() == Value::Type::ObjectRef; };
-    for (int i = 0; i < longestRow && isReference(); ++i)
+    for (int i = 0; i < Limits::maxReferenceChain && isReference(); ++i)
         value = resolve(document, value);
     return isReference() ? nullptr : value;
 }
