@@ -91,7 +91,7 @@ private:
         if (!opened)
             return opened.refusal();
         _opened = std::move(*opened);
-        auto form = Host::fieldNames(_opened.document);
+        auto form = Host::listFields(_opened.document);
         if (!form)
             return form.refusal();
         std::printf("opened       %s: %zu pages, %zu fields\n", _form, _opened.document->getPages().size(),
@@ -144,7 +144,7 @@ private:
         auto opened = Host::open(_out);
         if (!opened)
             return opened.refusal();
-        auto form = Host::fieldNames(opened->document);
+        auto form = Host::listFields(opened->document);
         if (!form)
             return form.refusal();
         const std::size_t count = countFilled(*form);

@@ -128,7 +128,7 @@ void Editing::setValue(Arguments arguments) noexcept
 // Sets the value of a field as people do.
 void Editing::fill(Arguments arguments) noexcept
 {
-    const auto names = Host::fieldNames(_document);
+    const auto names = Host::listFields(_document);
     if (!names || names->fields.empty())
         return;
     const Host::FormField field = chosen(names->fields, arguments.which);

@@ -71,7 +71,7 @@ void printJson(const Host::FormFields& form)
     std::printf("{\"fields\": [\n");
     for (std::size_t i = 0; i < form.fields.size(); ++i)
         std::printf("%s%s\n", jsonField(form.fields[i]).c_str(), i + 1 < form.fields.size() ? "," : "");
-    std::printf("],\n\"passedOver\": %s}\n", jsonList(form.passedOver).c_str());
+    std::printf("],\n\"passedOver\": %s}\n", jsonList(form.skipped).c_str());
 }
 
 // What can be put into the field.
@@ -111,11 +111,11 @@ int fields(const Tools::CommandLine& line, const Tools::Console& console)
     const auto opened = Tools::open(file);
     if (!opened)
         return console.refuse(file, opened.refusal());
-    const Host::Result<Host::FormFields> form = Host::fieldNames(opened->document);
+    const Host::Result<Host::FormFields> form = Host::listFields(opened->document);
     if (!form)
         return console.refuse(file, form.refusal());
     (line.has("--json") ? printJson : printTable)(*form);
-    for (const std::string& what : form->passedOver)
+    for (const std::string& what : form->skipped)
         console.warn(file, what);
     return console.finish();
 }

@@ -11,7 +11,7 @@ namespace {
 
 void print(const Ref<Host::PDF::Document>& document)
 {
-    const auto form = Host::fieldNames(document);
+    const auto form = Host::listFields(document);
     if (!form)
         return;
     for (const Host::FormField& field : form->fields)

@@ -69,11 +69,11 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
     for (std::uint64_t i = 0; array && i < array->size(); ++i) {
         const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
-            passOver(i, place, "leads to no dictionary");
+            skip(i, place, "leads to no dictionary");
         else if (place.level > Limits::maxFieldDepth)
-            passOver(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
+            skip(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
         else if (!_taken.insert(dictionary.get()).second)
-            passOver(i, place, "was listed before");
+            skip(i, place, "was listed before");
         else
             hasField |= walkElement(dictionary, i, place);
     }
@@ -90,7 +90,7 @@ bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t ind
     // A field at the top answers to its place when it has no name, as it does in the library.
     name = name.empty() ? std::to_string(index) : name;
     if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > Limits::maxFieldPath)
-        passOver(index, place, "has too long a name");
+        skip(index, place, "has too long a name");
     else
         walkField(dictionary, place.owner ? place.owner->path + "." + name : name, place);
     return true;
@@ -151,12 +151,12 @@ bool FieldTree::walkWidget(const Ref<Dictionary>& dictionary, const Place& place
     return false;
 }
 
-void FieldTree::passOver(std::uint64_t index, const Place& place, std::string_view why) noexcept
+void FieldTree::skip(std::uint64_t index, const Place& place, std::string_view why) noexcept
 {
-    if (_passedOver.size() == Limits::maxSkipped)
+    if (_skipped.size() == Limits::maxSkipped)
         return;
     const std::string list = place.owner ? "Kids of " + place.owner->path : "Fields of the form";
-    _passedOver.push_back("element " + std::to_string(index) + " of " + list + " " + std::string(why));
+    _skipped.push_back("element " + std::to_string(index) + " of " + list + " " + std::string(why));
 }
 
 } // namespace Host

@@ -45,7 +45,7 @@ public:
     // The AcroForm; null when there is none.
     const Ref<PDF::Dictionary>& form() const noexcept { return _form; }
     // What was passed over, each with its place, in words; the first hundred.
-    const std::vector<std::string>& passedOver() const noexcept { return _passedOver; }
+    const std::vector<std::string>& skipped() const noexcept { return _skipped; }
 
 private:
     struct Place;
@@ -55,12 +55,12 @@ private:
     void walkField(const Ref<PDF::Dictionary>& dictionary, const std::string& path, const Place& place) noexcept;
     bool walkWidget(const Ref<PDF::Dictionary>& dictionary, const Place& place) noexcept;
     void add(FieldNode field) noexcept;
-    void passOver(std::uint64_t index, const Place& place, std::string_view why) noexcept;
+    void skip(std::uint64_t index, const Place& place, std::string_view why) noexcept;
 
     Ref<PDF::Document> _document;
     Ref<PDF::Dictionary> _form;
     std::vector<FieldNode> _fields;
-    std::vector<std::string> _passedOver;
+    std::vector<std::string> _skipped;
     std::unordered_map<std::string, std::vector<std::size_t>> _byPath;
     std::unordered_set<const PDF::Dictionary*> _taken;
 };

@@ -22,13 +22,13 @@ enum class Appearances {
 // seen. It keeps the document, and belongs to the document's thread.
 class EXPORTED FormFiller {
 public:
-    // Refused by the rules of `fieldNames`.
+    // Refused by the rules of `listFields`.
     static Result<FormFiller> create(const Ref<PDF::Document>& document) noexcept;
     FormFiller(FormFiller&& other) noexcept;
     FormFiller& operator=(FormFiller&& other) noexcept;
     ~FormFiller() noexcept;
 
-    // Sets the value of the field at `path`, as `fieldNames` gives it; of all of them when fields of several
+    // Sets the value of the field at `path`, as `listFields` gives it; of all of them when fields of several
     // kinds have it.
     // None when it is done, else the reason, and nothing is changed: an unknown path, a value of a kind that
     // the field doesn't take, a state or a choice that it doesn't have, more choices than it takes, a text of

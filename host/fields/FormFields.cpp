@@ -132,17 +132,17 @@ private:
 
 } // namespace
 
-Result<FormFields> fieldNames(const Ref<Document>& document) noexcept
+Result<FormFields> listFields(const Ref<Document>& document) noexcept
 {
     Result<FieldTree> tree = FieldTree::build(document);
     if (!tree)
         return tree.refusal();
-    FormFields result{{}, tree->passedOver()};
+    FormFields result{{}, tree->skipped()};
     Listing listing(document);
     for (const FieldNode& node : tree->fields())
         result.fields.push_back(listing.describe(node));
     if (listing.isFull())
-        result.passedOver.push_back(
+        result.skipped.push_back(
             "texts beyond " + std::to_string(Limits::maxListedText >> 20) + " MiB are left out");
     return result;
 }

@@ -35,18 +35,18 @@ struct FormField {
     PDF::Field::Quadding quadding = PDF::Field::Quadding::NotSet;
     std::size_t widgetCount = 0; // places where the field is shown
 };
-// What `fieldNames` finds.
+// What `listFields` finds.
 struct FormFields {
     std::vector<FormField> fields; // in the order of the form
     // What could not be shown, in words, the first hundred: parts of the form that lead nowhere or in circles,
     // for instance. All other fields are there.
-    std::vector<std::string> passedOver;
+    std::vector<std::string> skipped;
 };
 
 // Every terminal field of the document's form; none when the document has no form. It looks at the
 // dictionaries as they are at the moment. Up to 16 MiB of texts are given; what is beyond is left out, as
-// `passedOver` says then. Refused: null, a document with Encrypt, one without a usable catalog, and an
+// `skipped` says then. Refused: null, a document with Encrypt, one without a usable catalog, and an
 // AcroForm that is no dictionary.
-EXPORTED Result<FormFields> fieldNames(const Ref<PDF::Document>& document) noexcept;
+EXPORTED Result<FormFields> listFields(const Ref<PDF::Document>& document) noexcept;
 
 } // namespace Host

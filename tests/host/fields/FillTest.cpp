@@ -148,7 +148,7 @@ TEST(Fill, textsComeBackFromTheFile)
         EXPECT_FALSE(filler.fill("a", text));
         const auto saved = Host::save(opened, folder.path("out.pdf"));
         ASSERT_TRUE(saved) << saved.refusal().message;
-        EXPECT_EQ(fieldNames(Host::open(folder.path("out.pdf"))->document)->fields[0].value, FieldTexts{text});
+        EXPECT_EQ(listFields(Host::open(folder.path("out.pdf"))->document)->fields[0].value, FieldTexts{text});
     }
 }
 

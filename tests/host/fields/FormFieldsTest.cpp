@@ -11,7 +11,7 @@ namespace {
 
 FormFields fieldsOf(const std::string& entries, const std::vector<std::string>& objects)
 {
-    auto fields = fieldNames(Tests::open(formFile(entries, objects)));
+    auto fields = listFields(Tests::open(formFile(entries, objects)));
     return fields ? *fields : FormFields{{}, {"refused: " + fields.refusal().message}};
 }
 
@@ -71,7 +71,7 @@ TEST(FormFields, aPathIsMadeOfTheNamesFromTheTop)
         SCOPED_TRACE(rule);
         const FormFields form = fieldsOf("/Fields [ 3 0 R ]", objects);
         EXPECT_EQ(shown(form), fields);
-        EXPECT_TRUE(form.passedOver.empty());
+        EXPECT_TRUE(form.skipped.empty());
     }
 }
 
@@ -104,37 +104,37 @@ TEST(FormFields, aBrokenPartLeavesTheRest)
             "a=- good=- ", ""},
         {"3 0 R", {good}, "", ""},
     };
-    for (const auto& [list, objects, fields, passedOver] : cases) {
+    for (const auto& [list, objects, fields, skipped] : cases) {
         SCOPED_TRACE(list + objects.back().substr(0, 80));
         const FormFields form = fieldsOf("/Fields " + list, objects);
         EXPECT_EQ(shown(form), fields);
-        EXPECT_EQ(form.passedOver, Lines(*passedOver ? 1 : 0, passedOver));
+        EXPECT_EQ(form.skipped, Lines(*skipped ? 1 : 0, skipped));
     }
     std::vector<std::string> chain;
     for (int i = 0; i < 600; ++i)
         chain.push_back("<< /T (n) /Kids [ " + std::to_string(4 + i) + " 0 R ] >>");
-    EXPECT_EQ(fieldsOf("/Fields [ 3 0 R ]", chain).passedOver.size(), 1u);
+    EXPECT_EQ(fieldsOf("/Fields [ 3 0 R ]", chain).skipped.size(), 1u);
     std::string nulls;
     for (int i = 0; i < 1000; ++i)
         nulls += "null ";
-    EXPECT_EQ(fieldsOf("/Fields [ " + nulls + "]", {}).passedOver.size(), 100u);
+    EXPECT_EQ(fieldsOf("/Fields [ " + nulls + "]", {}).skipped.size(), 100u);
 }
 
 TEST(FormFields, refusesWhatItCanNotReadTheFormOf)
 {
     const auto withForm = [](const std::string& value) {
         const std::string catalog = "<< /Type /Catalog /AcroForm " + value + " >>";
-        return fieldNames(Tests::open(PdfText().object(1, catalog).object(2, "<< /Fields [ ] >>").object(3, "2 0 R")));
+        return listFields(Tests::open(PdfText().object(1, catalog).object(2, "<< /Fields [ ] >>").object(3, "2 0 R")));
     };
     for (const char* form : {"2 0 R", "<< >>", "null", "9 0 R"})
         EXPECT_TRUE(withForm(form)) << form;
     for (const char* form : {"17", "3 0 R", "[ 2 0 R ]"})
         EXPECT_EQ(withForm(form).refusal().code, ErrBadCast) << form;
-    EXPECT_TRUE(fieldNames(Tests::open(PdfText().pages()))->fields.empty());
-    EXPECT_EQ(fieldNames(nullptr).refusal().code, ErrNullArgument);
-    EXPECT_EQ(fieldNames(Tests::open(PdfText().object(1, "<< >>"))).refusal().code, ErrBadCatalog);
-    EXPECT_EQ(fieldNames(Tests::open(PdfText().pages().trailer("/Encr#79pt 3 0 R"))).refusal().reason, Reason::Encrypted);
-    EXPECT_TRUE(fieldNames(Tests::open(PdfText().pages().trailer("/Encrypt null"))));
+    EXPECT_TRUE(listFields(Tests::open(PdfText().pages()))->fields.empty());
+    EXPECT_EQ(listFields(nullptr).refusal().code, ErrNullArgument);
+    EXPECT_EQ(listFields(Tests::open(PdfText().object(1, "<< >>"))).refusal().code, ErrBadCatalog);
+    EXPECT_EQ(listFields(Tests::open(PdfText().pages().trailer("/Encr#79pt 3 0 R"))).refusal().reason, Reason::Encrypted);
+    EXPECT_TRUE(listFields(Tests::open(PdfText().pages().trailer("/Encrypt null"))));
 }
 
 TEST(FormFields, textsAreDecodedAsTheyAreMeant)
@@ -220,5 +220,5 @@ TEST(FormFields, theTextsOfAListingAreLimited)
     ASSERT_EQ(form.fields.size(), 4u);
     EXPECT_EQ(shown(form.fields[2].value).size(), 5000000u);
     EXPECT_EQ(form.fields[3].path + shown(form.fields[3].value), "a.4");
-    EXPECT_EQ(form.passedOver, std::vector<std::string>{"texts beyond 16 MiB are left out"});
+    EXPECT_EQ(form.skipped, std::vector<std::string>{"texts beyond 16 MiB are left out"});
 }
