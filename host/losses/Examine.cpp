@@ -4,7 +4,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/base/Limits.h>
 #include <host/files/Open.h>
-#include <host/losses/MeaningComparison.h>
+#include <host/losses/FormatComparison.h>
 #include <host/losses/ObjectExamination.h>
 #include <host/losses/PartialMarks.h>
 #include <host/losses/ShiftedRows.h>
@@ -43,10 +43,10 @@ private:
 void examineHeader(FileExamination& file)
 {
     file.text().moveTo(0);
-    MeaningReader reader(file.text(), 0);
+    FormatReader reader(file.text(), 0);
     reader.skipSpace();
     file.addComments(reader.takeComments());
-    for (const MeaningReader::Range& comment : file.chain().comments()) {
+    for (const FormatReader::Range& comment : file.chain().comments()) {
         file.text().moveTo(comment.begin);
         file.text().at(comment.end - 1);
         file.addComments({comment});
@@ -67,11 +67,11 @@ std::string examineRows(FileExamination& file)
 }
 
 // Takes out what is examined on its own, and the Size, which every save makes anew.
-void removeMarks(Meaning& trailer)
+void removeMarks(FormatValue& trailer)
 {
-    std::vector<Meaning> parts;
+    std::vector<FormatValue> parts;
     for (std::size_t i = 0; i + 1 < trailer.parts.size(); i += 2) {
-        const Meaning& key = trailer.parts[i];
+        const FormatValue& key = trailer.parts[i];
         const auto isKey = [&key](const auto& mark) { return key.isName(mark.key); };
         if (key.text == "Size" || std::any_of(std::begin(partialMarks), std::end(partialMarks), isKey))
             continue;
@@ -98,23 +98,23 @@ bool isPassedOver(const std::string& trailer)
 
 void examineTrailer(FileExamination& file)
 {
-    if (file.chain().trailer().kind == Meaning::Kind::Nothing)
+    if (file.chain().trailer().kind == FormatValue::Kind::Nothing)
         return; // the library found one without the table
     SourceText& text = file.text();
     const auto elements = writtenText(file.document(), file.document()->trailer());
     const std::string bytes = elements ? bytesOf(*elements) : std::string();
     SourceText writtenBytes(bytes);
-    Meaning written = MeaningReader(writtenBytes, 0).readValue();
+    FormatValue written = FormatReader(writtenBytes, 0).readValue();
     const std::uint64_t begin = file.chain().trailer().begin;
     text.moveTo(begin);
-    MeaningReader reader(text, begin);
-    Meaning meant = reader.readValue();
+    FormatReader reader(text, begin);
+    FormatValue meant = reader.readValue();
     reader.skipSpace();
     file.turnToNoObject();
     file.addComments(reader.takeComments());
     for (const auto& [key, kind, reason, message] : partialMarks) {
-        const Meaning* mark = meant.find(key);
-        const Meaning* kept = written.find(key);
+        const FormatValue* mark = meant.find(key);
+        const FormatValue* kept = written.find(key);
         const std::string start = std::string("/") + key + " ";
         if (mark)
             file.add(kind, mark->begin, start + text.slice(mark->begin, mark->end, Limits::maxLossText),
@@ -126,7 +126,7 @@ void examineTrailer(FileExamination& file)
     if (!isPassedOver(bytes))
         file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Limits::maxLossText),
             writtenBytes.slice(written.begin, written.end, Limits::maxLossText));
-    MeaningComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
+    FormatComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
 }
 
 // An object that the tables have and the document doesn't.

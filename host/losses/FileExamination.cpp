@@ -39,18 +39,18 @@ void FileExamination::add(
     _losses.add({kind, _model.id, _model.generation, offset, std::move(inFile), std::move(written)});
 }
 
-void FileExamination::addComments(const std::vector<MeaningReader::Range>& comments) noexcept
+void FileExamination::addComments(const std::vector<FormatReader::Range>& comments) noexcept
 {
     for (const auto& [begin, end] : comments)
         if (begin != 0 && !_text.isAt(begin, Syntax::endMarker))
             add(LossKind::Comment, begin, _text.slice(begin, end, Limits::maxLossText));
 }
 
-void FileExamination::addLostReferences(const Meaning& value) noexcept
+void FileExamination::addLostReferences(const FormatValue& value) noexcept
 {
-    if (value.kind == Meaning::Kind::Reference && isLost(value.text))
+    if (value.kind == FormatValue::Kind::Reference && isLost(value.text))
         add(LossKind::LostReference, value.begin, value.text + " R", value.text + " R");
-    for (const Meaning& part : value.parts)
+    for (const FormatValue& part : value.parts)
         addLostReferences(part);
 }
 
@@ -60,7 +60,7 @@ bool FileExamination::isInFile(std::uint32_t id, const TableChain::Row& row) noe
     if (!isNew || isTooMuch(_headers.taken()))
         return known->second;
     _headers.moveTo(row.offset);
-    MeaningReader reader(_headers, row.offset);
+    FormatReader reader(_headers, row.offset);
     std::uint64_t foundId = 0;
     std::uint64_t generation = 0;
     known->second = reader.readCount(foundId) && foundId == id && reader.readCount(generation)

@@ -28,9 +28,9 @@ public:
     const Loss& model() const noexcept { return _model; }
     void add(LossKind kind, std::uint64_t offset, std::string inFile, std::string written = {}) noexcept;
     // Lists comments that were passed since the text was last moved; header and end marker only look like some.
-    void addComments(const std::vector<MeaningReader::Range>& comments) noexcept;
+    void addComments(const std::vector<FormatReader::Range>& comments) noexcept;
     // Lists the references in a value that lead to something in the file and to nothing in the document.
-    void addLostReferences(const Meaning& value) noexcept;
+    void addLostReferences(const FormatValue& value) noexcept;
     bool hasObject(std::uint64_t id, std::uint64_t generation) const noexcept;
     // Whether an object with the numbers of a row stands where the row says.
     bool isInFile(std::uint32_t id, const TableChain::Row& row) noexcept;

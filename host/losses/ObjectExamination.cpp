@@ -4,7 +4,7 @@
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
 #include <host/base/Limits.h>
-#include <host/losses/MeaningComparison.h>
+#include <host/losses/FormatComparison.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 #include <values/Stream.h>
@@ -15,12 +15,12 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-using Kind = Meaning::Kind;
+using Kind = FormatValue::Kind;
 
 // An object as the format means it.
 struct Source {
     std::uint64_t offset = 0; // of its header
-    Meaning value;
+    FormatValue value;
     bool isStream = false;
     std::uint64_t dataOffset = 0; // of a stream
     std::uint64_t rest = 0;       // where something stands between the value and the object's end; 0 when nothing does
@@ -38,11 +38,11 @@ std::uint64_t findData(SourceText& text, std::uint64_t behindKeyword)
 }
 
 // Whether an object without an end of its own ends here: in front of the next one, or behind all of them.
-bool isAtEnd(MeaningReader& reader, SourceText& text)
+bool isAtEnd(FormatReader& reader, SourceText& text)
 {
     reader.skipSpace();
     const std::uint64_t here = reader.position();
-    MeaningReader next(text, here);
+    FormatReader next(text, here);
     std::uint64_t number = 0;
     return text.at(here) == SourceText::end || text.isAt(here, Syntax::xrefKeyword)
         || text.isAt(here, Syntax::startXrefKeyword) || text.isAt(here, Syntax::trailerKeyword)
@@ -52,7 +52,7 @@ bool isAtEnd(MeaningReader& reader, SourceText& text)
 Source readSource(FileExamination& file, std::uint64_t offset)
 {
     file.text().moveTo(offset);
-    MeaningReader reader(file.text(), offset);
+    FormatReader reader(file.text(), offset);
     Source source;
     source.offset = offset;
     std::uint64_t number = 0;
@@ -80,7 +80,7 @@ bool isFoundEarly(SourceText& text, const Source& source)
     return before.find(piece) != before.npos;
 }
 
-std::string textOf(const SourceText& text, const Meaning& value)
+std::string textOf(const SourceText& text, const FormatValue& value)
 {
     return text.slice(value.begin, value.end, Limits::maxLossText);
 }
@@ -93,15 +93,15 @@ std::string excerptAt(const SourceText& text, std::uint64_t offset)
 
 void compareValue(FileExamination& file, const Ref<Value>& value, const Source& source)
 {
-    const Meaning& meant = source.value;
+    const FormatValue& meant = source.value;
     const auto text = writtenText(file.document(), value);
     if (!text) {
         file.add(LossKind::Unwritable, meant.begin, textOf(file.text(), meant));
         return;
     }
     SourceText writtenBytes(bytesOf(*text));
-    const Meaning written = MeaningReader(writtenBytes, 0).readValue();
-    MeaningComparison comparison(file.text(), writtenBytes, file.model(), file.losses());
+    const FormatValue written = FormatReader(writtenBytes, 0).readValue();
+    FormatComparison comparison(file.text(), writtenBytes, file.model(), file.losses());
     const bool isOther = meant.kind != written.kind || meant.text != written.text;
     if (isOther && meant.kind == Kind::Reference && written.kind == Kind::Number)
         comparison.add(LossKind::ObjectReference, meant, written);
@@ -118,11 +118,11 @@ void examineDataEnd(FileExamination& file, std::uint64_t end)
     SourceText& text = file.text();
     text.moveTo(end);
     std::uint64_t position = end;
-    while (MeaningReader::isSpace(text.at(position)))
+    while (FormatReader::isSpace(text.at(position)))
         ++position;
-    MeaningReader reader(text, position);
+    FormatReader reader(text, position);
     bool isEnd = text.isAt(position, Syntax::streamEnd) && reader.skipKeyword(Syntax::streamEnd);
-    isEnd = isEnd && (!MeaningReader::isRegular(text.at(reader.position()))
+    isEnd = isEnd && (!FormatReader::isRegular(text.at(reader.position()))
         || text.isAt(reader.position(), Syntax::objectEnd));
     const bool isObjectEnd = (isEnd || text.isAt(position, Syntax::objectEnd)) && reader.skipKeyword(Syntax::objectEnd);
     if (!isEnd && !(isObjectEnd && isAtEnd(reader, text)))
@@ -137,7 +137,7 @@ void examineData(FileExamination& file, const Ref<Stream>& stream, const Source&
     SourceText& text = file.text();
     const Ref<Interfaces::Stripe> data = file.document()->streamData(stream, false);
     if (!data) {
-        const Meaning* length = source.value.find("Length");
+        const FormatValue* length = source.value.find("Length");
         file.add(LossKind::Unwritable, length ? length->begin : source.value.begin,
             length ? "/Length " + textOf(text, *length) : "");
         return;
@@ -174,7 +174,7 @@ void examineObject(FileExamination& file, const PDF::Object& object) noexcept
     if (source.rest != 0 && file.losses().all().size() == lossCount)
         file.add(LossKind::OtherValue, source.rest, excerptAt(file.text(), source.rest));
     file.addLostReferences(source.value);
-    const Meaning* type = source.isStream ? source.value.find("Type") : nullptr;
+    const FormatValue* type = source.isStream ? source.value.find("Type") : nullptr;
     if (type && type->isName("ObjStm") && !file.chain().isWhole()) // nobody finds the objects in it otherwise
         file.add(LossKind::ObjectStream, source.value.begin, textOf(file.text(), source.value));
     const std::uint64_t end = source.value.end;

@@ -12,9 +12,9 @@ TableChain::TableChain(SourceText& text) noexcept : _text(text)
     std::optional<std::uint64_t> offset = findStart();
     _isWhole = offset.has_value();
     for (bool isNewest = true; offset && visited.insert(*offset).second; isNewest = false) {
-        Meaning trailer = readTable(*offset, isNewest);
-        const Meaning* previous = trailer.find("Prev");
-        _isWhole = _isWhole && trailer.kind == Meaning::Kind::Dictionary && !trailer.find("XRefStm");
+        FormatValue trailer = readTable(*offset, isNewest);
+        const FormatValue* previous = trailer.find("Prev");
+        _isWhole = _isWhole && trailer.kind == FormatValue::Kind::Dictionary && !trailer.find("XRefStm");
         const bool goesOn = previous && previous->isCount() && !Limits::isReadTooOften(_text.taken(), _text.size());
         _isWhole = _isWhole && goesOn == (previous != nullptr);
         offset = goesOn ? std::optional(previous->count()) : std::nullopt;
@@ -36,7 +36,7 @@ std::optional<std::uint64_t> TableChain::findStart() noexcept
         const std::size_t place = _text.slice(start, size, size).rfind(keyword);
         std::uint64_t offset = 0;
         if (place != std::string::npos) {
-            MeaningReader reader(_text, start + place + keyword.size());
+            FormatReader reader(_text, start + place + keyword.size());
             return reader.readCount(offset) ? std::optional(offset) : std::nullopt;
         }
         if (start == 0)
@@ -45,10 +45,10 @@ std::optional<std::uint64_t> TableChain::findStart() noexcept
 }
 
 // Gives the trailer behind the table; `Nothing` when the table or the trailer is no good.
-Meaning TableChain::readTable(std::uint64_t offset, bool isNewest) noexcept
+FormatValue TableChain::readTable(std::uint64_t offset, bool isNewest) noexcept
 {
     _text.moveTo(offset);
-    MeaningReader reader(_text, offset);
+    FormatReader reader(_text, offset);
     if (!reader.skipKeyword("xref"))
         return {};
     Place place = isNewest ? Place::FirstSubsection : Place::EarlierTable;
@@ -72,7 +72,7 @@ Meaning TableChain::readTable(std::uint64_t offset, bool isNewest) noexcept
     return reader.readValue();
 }
 
-bool TableChain::readRow(MeaningReader& reader, std::uint32_t id, Place place) noexcept
+bool TableChain::readRow(FormatReader& reader, std::uint32_t id, Place place) noexcept
 {
     Row row{0, 0, place, false};
     char letter = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <host/losses/MeaningReader.h>
+#include <host/losses/FormatReader.h>
 
 #include <map>
 #include <optional>
@@ -27,22 +27,22 @@ public:
     // The number that the first subsection begins with.
     std::uint32_t first() const noexcept { return _first; }
     // The trailer of the newest table; `Nothing` when there is none behind it.
-    const Meaning& trailer() const noexcept { return _trailer; }
+    const FormatValue& trailer() const noexcept { return _trailer; }
     // Comments between the rows of the newest table and before its trailer.
-    const std::vector<MeaningReader::Range>& comments() const noexcept { return _comments; }
+    const std::vector<FormatReader::Range>& comments() const noexcept { return _comments; }
     // Whether there is no more than what was read.
     bool isWhole() const noexcept { return _isWhole; }
 
 private:
     std::optional<std::uint64_t> findStart() noexcept;
-    Meaning readTable(std::uint64_t offset, bool isNewest) noexcept;
-    bool readRow(MeaningReader& reader, std::uint32_t id, Place place) noexcept;
+    FormatValue readTable(std::uint64_t offset, bool isNewest) noexcept;
+    bool readRow(FormatReader& reader, std::uint32_t id, Place place) noexcept;
 
     SourceText& _text;
     std::map<std::uint32_t, Row> _rows;
     std::uint32_t _first = 0;
-    Meaning _trailer;
-    std::vector<MeaningReader::Range> _comments;
+    FormatValue _trailer;
+    std::vector<FormatReader::Range> _comments;
     bool _isWhole = true;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <host/losses/FormatReader.h>
 #include <host/losses/Losses.h>
-#include <host/losses/MeaningReader.h>
 
 #include <utility>
 
@@ -9,25 +9,25 @@ namespace Host {
 
 // Compares what stands in a file with what would be written for it, and lists what comes to mean something
 // else: the smallest parts that differ.
-class MeaningComparison {
+class FormatComparison {
 public:
     // All must outlive the comparison. Of what differs a copy of `model` is listed, with kind, place and texts.
-    MeaningComparison(const SourceText& file, const SourceText& written, const Loss& model, Losses& losses) noexcept
+    FormatComparison(const SourceText& file, const SourceText& written, const Loss& model, Losses& losses) noexcept
         : _file(file), _written(written), _model(model), _losses(losses)
     {
     }
 
-    void compare(const Meaning& meant, const Meaning& written) noexcept;
+    void compare(const FormatValue& meant, const FormatValue& written) noexcept;
     // Lists the two as they stand.
-    void add(LossKind kind, const Meaning& meant, const Meaning& written) noexcept;
+    void add(LossKind kind, const FormatValue& meant, const FormatValue& written) noexcept;
 
 private:
     // The entries of a dictionary in the order of their keys, equal ones in that of the text.
-    using Entries = std::vector<std::pair<std::string_view, const Meaning*>>;
-    static Entries entriesOf(const Meaning& dictionary) noexcept;
+    using Entries = std::vector<std::pair<std::string_view, const FormatValue*>>;
+    static Entries entriesOf(const FormatValue& dictionary) noexcept;
     Entries takeRepeated(const Entries& entries) noexcept;
-    void compareArrays(const Meaning& meant, const Meaning& written) noexcept;
-    void compareDictionaries(const Meaning& meant, const Meaning& written) noexcept;
+    void compareArrays(const FormatValue& meant, const FormatValue& written) noexcept;
+    void compareDictionaries(const FormatValue& meant, const FormatValue& written) noexcept;
 
     const SourceText& _file;
     const SourceText& _written;

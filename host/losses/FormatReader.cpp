@@ -1,4 +1,4 @@
-#include <host/losses/MeaningReader.h>
+#include <host/losses/FormatReader.h>
 
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
@@ -11,7 +11,7 @@ namespace Host {
 namespace {
 
 namespace Syntax = Libraries::Files::PDF::Syntax;
-using Kind = Meaning::Kind;
+using Kind = FormatValue::Kind;
 
 bool isLineEnd(int c)
 {
@@ -47,7 +47,7 @@ int escaped(int c)
 }
 
 // Makes a number of a word, if it is one. A sign or a point alone is taken for 0, as most readers do.
-bool makeNumber(Meaning& word)
+bool makeNumber(FormatValue& word)
 {
     const bool hasSign = word.text[0] == '-' || word.text[0] == '+';
     const bool isNegative = word.text[0] == '-';
@@ -60,7 +60,7 @@ bool makeNumber(Meaning& word)
     whole.erase(0, whole.find_first_not_of('0'));
     fraction.erase(fraction.find_last_not_of('0') + 1);
     if (!fraction.empty() && fraction[0] == '0')
-        word.traits |= Meaning::LeadingZeros;
+        word.traits |= FormatValue::LeadingZeros;
     const bool isZero = whole.empty() && fraction.empty();
     word.kind = Kind::Number;
     word.text = (isNegative && !isZero ? "-" : "") + (whole.empty() ? "0" : whole)
@@ -69,12 +69,12 @@ bool makeNumber(Meaning& word)
 }
 
 // Makes a reference of the last two parts of a list, whose last word was "R".
-bool makeReference(std::vector<Meaning>& parts, const Meaning& word)
+bool makeReference(std::vector<FormatValue>& parts, const FormatValue& word)
 {
     const std::size_t count = parts.size();
     if (count < 2 || !parts[count - 1].isCount() || !parts[count - 2].isCount())
         return false;
-    Meaning& id = parts[count - 2];
+    FormatValue& id = parts[count - 2];
     id.text += " " + parts[count - 1].text;
     id.kind = Kind::Reference;
     id.end = word.end;
@@ -84,45 +84,45 @@ bool makeReference(std::vector<Meaning>& parts, const Meaning& word)
 
 } // namespace
 
-bool Meaning::isName(std::string_view name) const noexcept
+bool FormatValue::isName(std::string_view name) const noexcept
 {
     return kind == Kind::Name && isSameName(text, name);
 }
 
-const Meaning* Meaning::find(std::string_view key) const noexcept
+const FormatValue* FormatValue::find(std::string_view key) const noexcept
 {
-    const Meaning* found = nullptr;
+    const FormatValue* found = nullptr;
     for (std::size_t i = 0; kind == Kind::Dictionary && i < parts.size(); i += 2)
         if (parts[i].isName(key))
             found = &parts[i + 1];
     return found && found->kind != Kind::Null ? found : nullptr;
 }
 
-bool Meaning::isCount() const noexcept
+bool FormatValue::isCount() const noexcept
 {
     return kind == Kind::Number && text.size() <= Limits::maxDigits && std::all_of(text.begin(), text.end(), isDigit);
 }
 
-Meaning MeaningReader::readValue() noexcept
+FormatValue FormatReader::readValue() noexcept
 {
-    Meaning value = readPart();
+    FormatValue value = readPart();
     if (value.isCount())
         readReferenceTail(value);
     return value;
 }
 
-bool MeaningReader::isSpace(int c) noexcept
+bool FormatReader::isSpace(int c) noexcept
 {
     return c == 0 || c == '\t' || c == '\n' || c == '\f' || c == '\r' || c == ' ';
 }
 
-bool MeaningReader::isRegular(int c) noexcept
+bool FormatReader::isRegular(int c) noexcept
 {
     constexpr std::string_view delimiters = "()<>[]{}/%";
     return c != SourceText::end && !isSpace(c) && delimiters.find(static_cast<char>(c)) == delimiters.npos;
 }
 
-void MeaningReader::skipSpace() noexcept
+void FormatReader::skipSpace() noexcept
 {
     for (;;) {
         while (isSpace(here()))
@@ -136,7 +136,7 @@ void MeaningReader::skipSpace() noexcept
     }
 }
 
-bool MeaningReader::skipKeyword(std::string_view keyword) noexcept
+bool FormatReader::skipKeyword(std::string_view keyword) noexcept
 {
     skipSpace();
     if (!_text.isAt(_position, keyword))
@@ -145,7 +145,7 @@ bool MeaningReader::skipKeyword(std::string_view keyword) noexcept
     return true;
 }
 
-bool MeaningReader::readCount(std::uint64_t& number) noexcept
+bool FormatReader::readCount(std::uint64_t& number) noexcept
 {
     const std::uint64_t start = _position;
     const std::size_t commentCount = _comments.size();
@@ -166,7 +166,7 @@ bool MeaningReader::readCount(std::uint64_t& number) noexcept
     return true;
 }
 
-bool MeaningReader::readLetter(char& letter) noexcept
+bool FormatReader::readLetter(char& letter) noexcept
 {
     skipSpace();
     if (!isRegular(here()))
@@ -177,7 +177,7 @@ bool MeaningReader::readLetter(char& letter) noexcept
 }
 
 // Behind the number of an object: makes it a reference if its generation and "R" follow.
-bool MeaningReader::readReferenceTail(Meaning& id) noexcept
+bool FormatReader::readReferenceTail(FormatValue& id) noexcept
 {
     const std::uint64_t start = _position;
     const std::size_t commentCount = _comments.size();
@@ -194,10 +194,10 @@ bool MeaningReader::readReferenceTail(Meaning& id) noexcept
 }
 
 // One value, or one word of a reference.
-Meaning MeaningReader::readPart() noexcept
+FormatValue FormatReader::readPart() noexcept
 {
     skipSpace();
-    Meaning part;
+    FormatValue part;
     part.begin = _position;
     const int c = here();
     if (c == '/') {
@@ -223,7 +223,7 @@ Meaning MeaningReader::readPart() noexcept
 }
 
 // Starts behind the opening bracket, and ends behind `end` or at the end of the text.
-void MeaningReader::readList(Meaning& list, std::string_view end) noexcept
+void FormatReader::readList(FormatValue& list, std::string_view end) noexcept
 {
     if (_depth >= Syntax::deepestNesting) {
         list.kind = Kind::Nothing;
@@ -231,10 +231,10 @@ void MeaningReader::readList(Meaning& list, std::string_view end) noexcept
     }
     ++_depth;
     for (skipSpace(); here() != SourceText::end && !_text.isAt(_position, end); skipSpace()) {
-        Meaning part = readPart();
+        FormatValue part = readPart();
         const bool isWord = part.kind != Kind::Array && part.kind != Kind::Dictionary;
-        if (isWord && part.is(Meaning::GluedWord))
-            list.traits |= Meaning::GluedWord;
+        if (isWord && part.is(FormatValue::GluedWord))
+            list.traits |= FormatValue::GluedWord;
         if (part.text != "R" || part.kind != Kind::Nothing || !makeReference(list.parts, part))
             list.parts.push_back(std::move(part));
     }
@@ -245,11 +245,11 @@ void MeaningReader::readList(Meaning& list, std::string_view end) noexcept
         _position += end.size();
 }
 
-void MeaningReader::readDictionary(Meaning& dictionary) noexcept
+void FormatReader::readDictionary(FormatValue& dictionary) noexcept
 {
     dictionary.kind = Kind::Dictionary;
     readList(dictionary, ">>");
-    const std::vector<Meaning>& parts = dictionary.parts;
+    const std::vector<FormatValue>& parts = dictionary.parts;
     bool isGood = parts.size() % 2 == 0;
     for (std::size_t i = 0; i < parts.size(); i += 2)
         isGood = isGood && parts[i].kind == Kind::Name;
@@ -257,18 +257,18 @@ void MeaningReader::readDictionary(Meaning& dictionary) noexcept
         dictionary.kind = Kind::Nothing;
 }
 
-void MeaningReader::readName(Meaning& name) noexcept
+void FormatReader::readName(FormatValue& name) noexcept
 {
     ++_position;
     name.kind = Kind::Name;
     name.text = takeRegular();
 }
 
-void MeaningReader::readWord(Meaning& word) noexcept
+void FormatReader::readWord(FormatValue& word) noexcept
 {
     word.text = takeRegular();
     if (opensBracket(here()))
-        word.traits |= Meaning::GluedWord;
+        word.traits |= FormatValue::GluedWord;
     if (word.text == "true" || word.text == "false")
         word.kind = Kind::Boolean;
     else if (word.text == "null")
@@ -277,7 +277,7 @@ void MeaningReader::readWord(Meaning& word) noexcept
         makeNumber(word);
 }
 
-std::string MeaningReader::takeRegular() noexcept
+std::string FormatReader::takeRegular() noexcept
 {
     std::string text;
     for (; isRegular(here()); ++_position)
@@ -285,7 +285,7 @@ std::string MeaningReader::takeRegular() noexcept
     return text;
 }
 
-void MeaningReader::readLiteral(Meaning& string) noexcept
+void FormatReader::readLiteral(FormatValue& string) noexcept
 {
     string.kind = Kind::String;
     ++_position;
@@ -305,17 +305,17 @@ void MeaningReader::readLiteral(Meaning& string) noexcept
             _position += _text.at(_position + 1) == '\n';
         } else {
             if (c >= 128 && c < 160)
-                string.traits |= Meaning::RawBytes;
+                string.traits |= FormatValue::RawBytes;
             string.text += static_cast<char>(c);
         }
     }
     ++_position;
     if (string.text.find('\\') != string.text.npos)
-        string.traits |= Meaning::Backslash;
+        string.traits |= FormatValue::Backslash;
 }
 
 // Starts at the backslash, ends at the last character of the escape.
-void MeaningReader::readEscape(Meaning& string) noexcept
+void FormatReader::readEscape(FormatValue& string) noexcept
 {
     const int c = _text.at(++_position);
     if (isOctalDigit(c)) {
@@ -325,19 +325,19 @@ void MeaningReader::readEscape(Meaning& string) noexcept
         value &= 0xFF;
         string.text += static_cast<char>(value);
         if (value >= 128 && value < 160 && Syntax::characterOfByte(static_cast<std::uint32_t>(value)) == 0)
-            string.traits |= Meaning::UndefinedOctals;
+            string.traits |= FormatValue::UndefinedOctals;
     } else if (c == '\r') {
         _position += _text.at(_position + 1) == '\n'; // the line goes on
     } else if (c != '\n' && c != SourceText::end) {
         string.text += static_cast<char>(escaped(c));
         if (c == '\\')
-            string.traits |= Meaning::DoubledBackslashes;
+            string.traits |= FormatValue::DoubledBackslashes;
     }
     if (c == SourceText::end)
         --_position;
 }
 
-void MeaningReader::readHexadecimal(Meaning& string) noexcept
+void FormatReader::readHexadecimal(FormatValue& string) noexcept
 {
     string.kind = Kind::String;
     int pending = -1;
@@ -357,7 +357,7 @@ void MeaningReader::readHexadecimal(Meaning& string) noexcept
     if (pending < 0)
         return;
     string.text += static_cast<char>(pending * 16);
-    string.traits |= Meaning::OddDigits;
+    string.traits |= FormatValue::OddDigits;
 }
 
 } // namespace Host

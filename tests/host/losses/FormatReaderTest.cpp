@@ -1,4 +1,4 @@
-#include <host/losses/MeaningReader.h>
+#include <host/losses/FormatReader.h>
 
 #include <tests/support/SmallStack.h>
 
@@ -9,31 +9,31 @@ using namespace Host;
 namespace {
 
 // A character for the kind and what the value means, its parts in brackets.
-std::string shown(const Meaning& meaning)
+std::string shown(const FormatValue& meaning)
 {
     std::string text = "0bn/srad?"[std::size_t(meaning.kind)] + meaning.text;
-    for (const Meaning& part : meaning.parts)
+    for (const FormatValue& part : meaning.parts)
         text += (&part == &meaning.parts.front() ? "[" : " ") + shown(part);
     return meaning.parts.empty() ? text : text + "]";
 }
 
-Meaning readAll(const std::string& text)
+FormatValue readAll(const std::string& text)
 {
     SourceText source(text);
-    MeaningReader reader(source, 0);
+    FormatReader reader(source, 0);
     return reader.readValue();
 }
 
 } // namespace
 
-TEST(MeaningReader, followsTheFormat)
+TEST(FormatReader, followsTheFormat)
 {
     const std::tuple<const char*, const char*, unsigned> cases[] = {
         {"null", "0null", 0},
         {"true%comment", "btrue", 0},
         {"+007", "n7", 0},
         {"-0.0", "n0", 0},
-        {"-.002", "n-0.002", Meaning::LeadingZeros},
+        {"-.002", "n-0.002", FormatValue::LeadingZeros},
         {".", "n0", 0},
         {"--5", "?--5", 0},
         {"1.-5", "?1.-5", 0},
@@ -45,11 +45,11 @@ TEST(MeaningReader, followsTheFormat)
         {"(a\\\r\nb\r\nc\rd\\\ne)", "sab\nc\nde", 0},
         {"(\\1019\\53\\777\\q\\n)", "sA9+\xFFq\n", 0},
         {"(\x7F\xA0\\200)", "s\x7F\xA0\x80", 0},
-        {"(\\235\\236)", "s\x9D\x9E", Meaning::UndefinedOctals},
-        {"(\\\\)", "s\\", Meaning::DoubledBackslashes | Meaning::Backslash},
+        {"(\\235\\236)", "s\x9D\x9E", FormatValue::UndefinedOctals},
+        {"(\\\\)", "s\\", FormatValue::DoubledBackslashes | FormatValue::Backslash},
         {"<5C 4 1>", "s\\A", 0},
-        {"<4 1 5>", "sAP", Meaning::OddDigits},
-        {"[1 0 R[2]3(x)/N<41>]", "a[r1 0 a[n2] n3 sx /N sA]", Meaning::GluedWord},
+        {"<4 1 5>", "sAP", FormatValue::OddDigits},
+        {"[1 0 R[2]3(x)/N<41>]", "a[r1 0 a[n2] n3 sx /N sA]", FormatValue::GluedWord},
         {"[1 2 0 R R]", "a[n1 r2 0 ?R]", 0},
         {"<</A/B/C<</D 1>>>>", "d[/A /B /C d[/D n1]]", 0},
         {"<</A>>", "?[/A]", 0},
@@ -66,7 +66,7 @@ TEST(MeaningReader, followsTheFormat)
     }
 }
 
-TEST(MeaningReader, getsThroughAnyNesting)
+TEST(FormatReader, getsThroughAnyNesting)
 {
     Tests::onSmallStack([] {
         for (const std::string piece : {"[", "<<", "<</A", "[<<", "(", "[]>>"}) {
@@ -74,7 +74,7 @@ TEST(MeaningReader, getsThroughAnyNesting)
             while (text.size() < 100'000)
                 text += piece;
             SourceText source(text);
-            MeaningReader reader(source, 0);
+            FormatReader reader(source, 0);
             while (reader.position() < text.size())
                 reader.readValue();
         }

@@ -9,7 +9,7 @@ namespace Host {
 
 // What a part of a text means by the rules of the PDF format, which the library's reading doesn't always
 // follow.
-struct Meaning {
+struct FormatValue {
     enum class Kind { Null, Boolean, Number, Name, String, Reference, Array, Dictionary, Nothing };
 
     // What the text is written with. The library's reading loses some of it.
@@ -31,14 +31,14 @@ struct Meaning {
     // string, a name as it stands, "12 0" of a reference.
     std::string text;
     // The elements of an array; of a dictionary keys and values in turn, in the order of the text.
-    std::vector<Meaning> parts;
+    std::vector<FormatValue> parts;
 
     bool is(Trait trait) const noexcept { return (traits & trait) != 0; }
     // Whether it is this name, however that is written: "/Pr#65v" is Prev.
     bool isName(std::string_view name) const noexcept;
     // The value under a key of a dictionary, the last one of several; null when there is none, or the null value,
     // which means the same.
-    const Meaning* find(std::string_view key) const noexcept;
+    const FormatValue* find(std::string_view key) const noexcept;
     // A number that is whole, not negative and has at most 18 digits.
     bool isCount() const noexcept;
     // The number for which that holds.
@@ -48,13 +48,13 @@ struct Meaning {
 // Reads a text by the rules of the PDF format, on its own, without anything of the library's parser. What is
 // no value reads as `Nothing`, and the reader goes on behind it: no text stops it, and it never stands still
 // before the end. Values nest as deep as the library lets them.
-class MeaningReader {
+class FormatReader {
 public:
     // The text must outlive the reader, and have been moved to `position` or before it.
-    MeaningReader(SourceText& text, std::uint64_t position) noexcept : _text(text), _position(position) {}
+    FormatReader(SourceText& text, std::uint64_t position) noexcept : _text(text), _position(position) {}
 
     // The value that follows, references included.
-    Meaning readValue() noexcept;
+    FormatValue readValue() noexcept;
     // Passes white space and comments.
     void skipSpace() noexcept;
     // Whether a character separates words.
@@ -78,15 +78,15 @@ public:
 
 private:
     int here() noexcept { return _text.at(_position); }
-    Meaning readPart() noexcept;
-    void readList(Meaning& list, std::string_view end) noexcept;
-    void readDictionary(Meaning& dictionary) noexcept;
-    void readName(Meaning& name) noexcept;
-    void readLiteral(Meaning& string) noexcept;
-    void readEscape(Meaning& string) noexcept;
-    void readHexadecimal(Meaning& string) noexcept;
-    void readWord(Meaning& word) noexcept;
-    bool readReferenceTail(Meaning& id) noexcept;
+    FormatValue readPart() noexcept;
+    void readList(FormatValue& list, std::string_view end) noexcept;
+    void readDictionary(FormatValue& dictionary) noexcept;
+    void readName(FormatValue& name) noexcept;
+    void readLiteral(FormatValue& string) noexcept;
+    void readEscape(FormatValue& string) noexcept;
+    void readHexadecimal(FormatValue& string) noexcept;
+    void readWord(FormatValue& word) noexcept;
+    bool readReferenceTail(FormatValue& id) noexcept;
     std::string takeRegular() noexcept;
 
     SourceText& _text;

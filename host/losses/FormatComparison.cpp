@@ -1,4 +1,4 @@
-#include <host/losses/MeaningComparison.h>
+#include <host/losses/FormatComparison.h>
 
 #include <host/base/Limits.h>
 
@@ -8,19 +8,19 @@ namespace Host {
 
 namespace {
 
-using Kind = Meaning::Kind;
+using Kind = FormatValue::Kind;
 
-const Meaning nothing;
+const FormatValue nothing;
 
 // Why two scalars of one kind differ, as far as what the first is written with tells.
-LossKind kindOfScalar(const Meaning& meant, const Meaning& written)
+LossKind kindOfScalar(const FormatValue& meant, const FormatValue& written)
 {
-    constexpr std::pair<Meaning::Trait, LossKind> causes[] = {
-        {Meaning::LeadingZeros, LossKind::FractionZeros},
-        {Meaning::RawBytes, LossKind::RawBytes},
-        {Meaning::DoubledBackslashes, LossKind::DoubledBackslash},
-        {Meaning::UndefinedOctals, LossKind::UndefinedOctals},
-        {Meaning::OddDigits, LossKind::OddDigits},
+    constexpr std::pair<FormatValue::Trait, LossKind> causes[] = {
+        {FormatValue::LeadingZeros, LossKind::FractionZeros},
+        {FormatValue::RawBytes, LossKind::RawBytes},
+        {FormatValue::DoubledBackslashes, LossKind::DoubledBackslash},
+        {FormatValue::UndefinedOctals, LossKind::UndefinedOctals},
+        {FormatValue::OddDigits, LossKind::OddDigits},
     };
     for (const auto& [trait, kind] : causes)
         if (meant.is(trait))
@@ -29,16 +29,16 @@ LossKind kindOfScalar(const Meaning& meant, const Meaning& written)
     return isNumber && meant.text == "-" + written.text ? LossKind::NumberSign : LossKind::OtherValue;
 }
 
-LossKind kindOf(const Meaning& meant, const Meaning& written)
+LossKind kindOf(const FormatValue& meant, const FormatValue& written)
 {
     if (meant.kind == written.kind && meant.parts.empty())
         return kindOfScalar(meant, written);
-    return meant.is(Meaning::GluedWord) ? LossKind::GluedWord : LossKind::OtherValue;
+    return meant.is(FormatValue::GluedWord) ? LossKind::GluedWord : LossKind::OtherValue;
 }
 
 } // namespace
 
-void MeaningComparison::add(LossKind kind, const Meaning& meant, const Meaning& written) noexcept
+void FormatComparison::add(LossKind kind, const FormatValue& meant, const FormatValue& written) noexcept
 {
     Loss loss = _model;
     loss.kind = kind;
@@ -48,7 +48,7 @@ void MeaningComparison::add(LossKind kind, const Meaning& meant, const Meaning& 
     _losses.add(std::move(loss));
 }
 
-void MeaningComparison::compare(const Meaning& meant, const Meaning& written) noexcept
+void FormatComparison::compare(const FormatValue& meant, const FormatValue& written) noexcept
 {
     if (meant.kind != written.kind || meant.text != written.text)
         add(kindOf(meant, written), meant, written);
@@ -56,17 +56,17 @@ void MeaningComparison::compare(const Meaning& meant, const Meaning& written) no
         compareArrays(meant, written);
     else if (meant.kind == Kind::Dictionary)
         compareDictionaries(meant, written);
-    else if (meant.is(Meaning::Backslash))
+    else if (meant.is(FormatValue::Backslash))
         add(LossKind::ReopenedBackslash, meant, written);
 }
 
 // A word that was glued together with others shifts all that follows: then the list is one loss.
-void MeaningComparison::compareArrays(const Meaning& meant, const Meaning& written) noexcept
+void FormatComparison::compareArrays(const FormatValue& meant, const FormatValue& written) noexcept
 {
-    const auto isOfKind = [](const Meaning& a, const Meaning& b) { return a.kind == b.kind; };
+    const auto isOfKind = [](const FormatValue& a, const FormatValue& b) { return a.kind == b.kind; };
     const bool isAlike = std::equal(
         meant.parts.begin(), meant.parts.end(), written.parts.begin(), written.parts.end(), isOfKind);
-    if (meant.parts.size() != written.parts.size() || (!isAlike && meant.is(Meaning::GluedWord))) {
+    if (meant.parts.size() != written.parts.size() || (!isAlike && meant.is(FormatValue::GluedWord))) {
         add(kindOf(meant, written), meant, written);
         return;
     }
@@ -74,7 +74,7 @@ void MeaningComparison::compareArrays(const Meaning& meant, const Meaning& writt
         compare(meant.parts[i], written.parts[i]);
 }
 
-MeaningComparison::Entries MeaningComparison::entriesOf(const Meaning& dictionary) noexcept
+FormatComparison::Entries FormatComparison::entriesOf(const FormatValue& dictionary) noexcept
 {
     Entries entries;
     for (std::size_t i = 0; i < dictionary.parts.size(); i += 2)
@@ -84,7 +84,7 @@ MeaningComparison::Entries MeaningComparison::entriesOf(const Meaning& dictionar
 }
 
 // Lists those of which there is a later one, and gives the others.
-MeaningComparison::Entries MeaningComparison::takeRepeated(const Entries& entries) noexcept
+FormatComparison::Entries FormatComparison::takeRepeated(const Entries& entries) noexcept
 {
     Entries last;
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -96,7 +96,7 @@ MeaningComparison::Entries MeaningComparison::takeRepeated(const Entries& entrie
     return last;
 }
 
-void MeaningComparison::compareDictionaries(const Meaning& meant, const Meaning& written) noexcept
+void FormatComparison::compareDictionaries(const FormatValue& meant, const FormatValue& written) noexcept
 {
     const Entries own = takeRepeated(entriesOf(meant));
     const Entries other = entriesOf(written);
@@ -104,11 +104,11 @@ void MeaningComparison::compareDictionaries(const Meaning& meant, const Meaning&
         return a.first == b.first && a.second->kind == b.second->kind;
     };
     const bool isAlike = std::equal(own.begin(), own.end(), other.begin(), other.end(), isOfKind);
-    if (!isAlike && meant.is(Meaning::GluedWord)) {
+    if (!isAlike && meant.is(FormatValue::GluedWord)) {
         add(LossKind::GluedWord, meant, written);
         return;
     }
-    Meaning missing; // stands where the dictionary does
+    FormatValue missing; // stands where the dictionary does
     missing.begin = missing.end = meant.begin;
     auto next = other.begin();
     for (const auto& [key, value] : own) {
