@@ -29,7 +29,7 @@ Refusal conflict(std::string message)
     return {Reason::Conflict, std::move(message)};
 }
 
-std::string pageWords(std::size_t index)
+std::string pageLabel(std::size_t index)
 {
     return "page " + std::to_string(index + 1);
 }
@@ -57,17 +57,17 @@ struct Pages {
         if (count++ == 0)
             first = index;
     }
-    std::string words() const
+    std::string label() const
     {
-        return pageWords(first) + (count > 1 ? " (and " + std::to_string(count - 1) + " more)" : "");
+        return pageLabel(first) + (count > 1 ? " (and " + std::to_string(count - 1) + " more)" : "");
     }
 };
 
 // Goes through the stages of `addBackground` beforehand. What fails in the reading half is left to it, since
 // it changes nothing then.
-class Look {
+class Preflight {
 public:
-    Look(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode);
+    Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode);
 
     // The first reason to refuse.
     std::optional<Refusal> run();
@@ -76,10 +76,10 @@ public:
 
 private:
     std::size_t foreignIndex(std::size_t page) const { return std::min(page, _foreignPages.size() - 1); }
-    std::optional<Refusal> lookAtPage(std::size_t index, const Ref<Dictionary>& page);
+    std::optional<Refusal> checkPage(std::size_t index, const Ref<Dictionary>& page);
     std::optional<Refusal> merge(std::size_t index, const Resources& foreign, const Dictionary& page);
-    std::optional<Refusal> lookAtHeirs();
-    std::optional<Refusal> lookAtHeir(std::size_t index, const Resources& inherited);
+    std::optional<Refusal> checkInheritingPages();
+    std::optional<Refusal> checkInheritingPage(std::size_t index, const Resources& inherited);
 
     const Ref<Document> _document;
     const Ref<Document> _foreign;
@@ -88,14 +88,14 @@ private:
     std::size_t _pageCount = 0;                  // that get a background
     MergeForecast _forecast;
     std::shared_ptr<Resources> _rootResources;
-    std::vector<std::size_t> _heirs; // pages beneath which a foreign one goes that inherits its resources
+    std::vector<std::size_t> _inheriting; // pages beneath which a foreign one goes that inherits its resources
     Pages _lacking;                  // those among them that don't see all of these
     std::string _missing;            // what the first of them doesn't see
     Pages _recolored;                // with other default color spaces than what is drawn there was made with
     std::size_t _copyCount = 0;      // pages that get copies of their own
 };
 
-Look::Look(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
+Preflight::Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
     : _document(document), _foreign(foreign), _pages(document->getPages()), _foreignPages(foreign->getPages()),
       _pageCount(_pages.size()), _forecast(document, foreign)
 {
@@ -106,7 +106,7 @@ Look::Look(const Ref<Document>& document, const Ref<Document>& foreign, Backgrou
         _pageCount = std::min(_pageCount, _foreignPages.size());
 }
 
-std::optional<Refusal> Look::run()
+std::optional<Refusal> Preflight::run()
 {
     if (_pages.empty() || _foreignPages.empty())
         return {};
@@ -119,12 +119,12 @@ std::optional<Refusal> Look::run()
         return at("the root of the page tree", root.refusal());
     _rootResources = *root;
     for (std::size_t i = 0; i < _pageCount; ++i)
-        if (auto refusal = lookAtPage(i, _pages[i]->valueAsDictionary()))
-            return at(pageWords(i), *refusal);
-    return _heirs.empty() ? std::nullopt : lookAtHeirs();
+        if (auto refusal = checkPage(i, _pages[i]->valueAsDictionary()))
+            return at(pageLabel(i), *refusal);
+    return _inheriting.empty() ? std::nullopt : checkInheritingPages();
 }
 
-std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>& page)
+std::optional<Refusal> Preflight::checkPage(std::size_t index, const Ref<Dictionary>& page)
 {
     const Ref<Dictionary> foreignPage = resolveAs<Dictionary>(*_foreign, _foreignPages[foreignIndex(index)]->value());
     if (!foreignPage)
@@ -136,35 +136,35 @@ std::optional<Refusal> Look::lookAtPage(std::size_t index, const Ref<Dictionary>
             "this is a branch of the page tree with pages of its own, and its content is not drawn"};
     Result<std::shared_ptr<Resources>> foreign = _forecast.resourcesOf(*_foreign, *foreignPage);
     if (!foreign)
-        return at(pageWords(foreignIndex(index)) + " of the other document", foreign.refusal());
+        return at(pageLabel(foreignIndex(index)) + " of the other document", foreign.refusal());
     if (*foreign)
         return merge(index, **foreign, *page);
-    _heirs.push_back(index);
+    _inheriting.push_back(index);
     const Ref<Value> own = page->find(Keys::resources);
     return own && !resolveAs<Dictionary>(*_document, own) ? std::optional(codeRefusal(ErrBadContents)) : std::nullopt;
 }
 
-std::optional<Refusal> Look::merge(std::size_t index, const Resources& foreign, const Dictionary& page)
+std::optional<Refusal> Preflight::merge(std::size_t index, const Resources& foreign, const Dictionary& page)
 {
     Result<std::shared_ptr<Resources>> own = _forecast.madeResourcesOf(page);
     if (!own)
         return own.refusal();
-    const bool isHeir = _rootResources && !page.find(Keys::resources);
-    const unsigned spacesBefore = defaultSpacesOf(isHeir ? *_rootResources : **own);
-    std::optional<std::string> trouble;
+    const bool isInheriting = _rootResources && !page.find(Keys::resources);
+    const unsigned spacesBefore = defaultSpacesOf(isInheriting ? *_rootResources : **own);
+    std::optional<std::string> collision;
     if (_rootResources)
-        trouble = _forecast.merge(MergeForecast::Source::RootOfTree, *_rootResources, **own);
-    if (!trouble)
-        trouble = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
+        collision = _forecast.merge(MergeForecast::Source::RootOfTree, *_rootResources, **own);
+    if (!collision)
+        collision = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
     const unsigned spaces = defaultSpacesOf(**own);
     if (spaces != spacesBefore || spaces != defaultSpacesOf(foreign))
         _recolored.add(index);
     _copyCount += _forecast.hasCopied();
-    return trouble ? std::optional(conflict(*trouble)) : std::nullopt;
+    return collision ? std::optional(conflict(*collision)) : std::nullopt;
 }
 
 // What is inherited goes into the root of the page tree, where a page with resources of its own doesn't look.
-std::optional<Refusal> Look::lookAtHeirs()
+std::optional<Refusal> Preflight::checkInheritingPages()
 {
     Result<std::shared_ptr<Resources>> found =
         _forecast.resourcesOf(*_foreign, *_foreign->getPageCatalog()->valueAsDictionary());
@@ -173,21 +173,21 @@ std::optional<Refusal> Look::lookAtHeirs()
     const std::shared_ptr<Resources> inherited = *found ? *found : std::make_shared<Resources>();
     const auto root = _forecast.madeResourcesOf(*_document->getPageCatalog()->valueAsDictionary());
     const unsigned spacesBefore = defaultSpacesOf(**root);
-    if (const auto trouble = _forecast.merge(MergeForecast::Source::Foreign, *inherited, **root))
-        return at(pageWords(_heirs.front()), conflict("in the root of the page tree, " + *trouble));
+    if (const auto collision = _forecast.merge(MergeForecast::Source::Foreign, *inherited, **root))
+        return at(pageLabel(_inheriting.front()), conflict("in the root of the page tree, " + *collision));
     const unsigned spaces = defaultSpacesOf(**root);
     const bool isRecolored = spaces != spacesBefore || spaces != defaultSpacesOf(*inherited);
-    for (const std::size_t index : _heirs) {
+    for (const std::size_t index : _inheriting) {
         if (isRecolored && !_pages[index]->valueAsDictionary()->find(Keys::resources))
             _recolored.add(index);
-        if (auto refusal = lookAtHeir(index, *inherited))
-            return at(pageWords(index), *refusal);
+        if (auto refusal = checkInheritingPage(index, *inherited))
+            return at(pageLabel(index), *refusal);
     }
     return {};
 }
 
 // Looks at a page's own resources in place of the inherited ones.
-std::optional<Refusal> Look::lookAtHeir(std::size_t index, const Resources& inherited)
+std::optional<Refusal> Preflight::checkInheritingPage(std::size_t index, const Resources& inherited)
 {
     const auto own = _forecast.resourcesOf(*_document, *_pages[index]->valueAsDictionary());
     if (!own)
@@ -206,14 +206,14 @@ std::optional<Refusal> Look::lookAtHeir(std::size_t index, const Resources& inhe
     return {};
 }
 
-std::vector<std::string> Look::warnings() const
+std::vector<std::string> Preflight::warnings() const
 {
     std::vector<std::string> warnings;
     if (_lacking.count > 0)
-        warnings.push_back(_lacking.words() + " has resources of its own and so won't show " + _missing
+        warnings.push_back(_lacking.label() + " has resources of its own and so won't show " + _missing
             + ", and what else the page of the other document inherits from its page tree");
     if (_recolored.count > 0)
-        warnings.push_back(_recolored.words() + " has other default color spaces than its content or that of the"
+        warnings.push_back(_recolored.label() + " has other default color spaces than its content or that of the"
             + " other document was made with, so that colors may change");
     if (_copyCount > 1)
         warnings.push_back("the page of the other document carries its resources itself, and each of "
@@ -223,25 +223,25 @@ std::vector<std::string> Look::warnings() const
 
 } // namespace
 
-Result<Underlaid> background(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
+Result<BackgroundResult> background(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
     const BackgroundOptions& options) noexcept
 {
     if (!document || !foreign)
         return codeRefusal(ErrNullArgument);
     if (mode > BackgroundMode::PagePairsRepeatLast)
         return codeRefusal(ErrInvalidArgument);
-    Look look(document, foreign, mode);
-    const auto trouble = look.run();
-    if (trouble && !options.isForced)
-        return *trouble;
-    Underlaid result{look.pageCount(), look.warnings()};
-    if (trouble)
-        result.warnings.push_back(trouble->message);
+    Preflight preflight(document, foreign, mode);
+    const auto refusal = preflight.run();
+    if (refusal && !options.isForced)
+        return *refusal;
+    BackgroundResult result{preflight.pageCount(), preflight.warnings()};
+    if (refusal)
+        result.warnings.push_back(refusal->message);
     if (document->addBackground(foreign, mode))
         return result;
     const std::uint32_t code = Error::get();
-    if (trouble)
-        return Refusal{trouble->reason, trouble->message, code};
+    if (refusal)
+        return Refusal{refusal->reason, refusal->message, code};
     if (code == ErrBadPages + foreignCodes)
         return Refusal{Reason::BrokenRule, std::string(errorWords(ErrBadPages)) + ", in the other document", code};
     // Collisions were found before, and this is what is left.

@@ -16,7 +16,7 @@ struct BackgroundOptions {
 };
 
 // What `background` did.
-struct Underlaid {
+struct BackgroundResult {
     std::size_t pageCount; // how many pages got a background
     // What people should know of the result, in words, one line each: that each page gets copies of its
     // own of the foreign page's resources; that pages don't see resources which the foreign page
@@ -45,7 +45,7 @@ struct Underlaid {
 // reference that leads nowhere. Stream data is compared by `streamData`, with what that does to later calls.
 //
 // Time grows with the pages, and for each page with the names in its resources and the foreign ones.
-EXPORTED Result<Underlaid> background(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign,
+EXPORTED Result<BackgroundResult> background(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign,
     PDF::BackgroundMode mode, const BackgroundOptions& options = {}) noexcept;
 
 } // namespace Host

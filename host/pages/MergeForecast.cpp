@@ -30,12 +30,12 @@ bool holdsReference(const Ref<Value>& value)
     return false;
 }
 
-std::string words(const Ref<::String>& category, const Ref<::String>& name)
+std::string labelOf(const Ref<::String>& category, const Ref<::String>& name)
 {
     return toUtf8(category) + " " + toUtf8(name);
 }
 
-const char* wordsFor(MergeForecast::Source source)
+const char* labelOf(MergeForecast::Source source)
 {
     return source == MergeForecast::Source::Foreign ? " of the other document" : " of the root of the page tree";
 }
@@ -101,48 +101,48 @@ std::shared_ptr<Category> MergeForecast::readCategory(const Document& document, 
     return category;
 }
 
-// A name that any category of the target has is taken, unless this one has it with an equal value. What is
-// added takes no name, so that two categories may bring the same one.
+// A name that any category of the target has is in use, unless this one has it with an equal value. What is
+// added claims no name, so that two categories may bring the same one.
 std::optional<std::string> MergeForecast::merge(Source source, const Resources& toAdd, Resources& target) noexcept
 {
     ++_mergeCount;
     _hasCopied = false;
-    Taken taken;
+    UsedNames used;
     for (const auto& [key, category] : target)
         for (const auto& [name, value] : category->names)
-            taken.emplace(name, key);
+            used.emplace(name, key);
     for (const auto& [key, added] : toAdd) {
         std::shared_ptr<Category>& category = target[key];
         if (!category)
             category = std::make_shared<Category>(Category{added->isArray, {}});
         if (category->isArray != added->isArray)
-            return toUtf8(key) + wordsFor(source) + " can't be added: one of the two is an array, one a dictionary";
-        if (auto trouble = mergeNames(source, key, *added, taken, *category))
-            return trouble;
+            return toUtf8(key) + labelOf(source) + " can't be added: one of the two is an array, one a dictionary";
+        if (auto collision = mergeNames(source, key, *added, used, *category))
+            return collision;
     }
     return {};
 }
 
 std::optional<std::string> MergeForecast::mergeNames(Source source, const Ref<::String>& key, const Category& toAdd,
-    const Taken& taken, Category& target) noexcept
+    const UsedNames& used, Category& target) noexcept
 {
     for (const auto& [name, value] : toAdd.names) {
-        const auto holder = taken.find(name);
-        if (holder == taken.end()) {
+        const auto holder = used.find(name);
+        if (holder == used.end()) {
             _hasCopied = _hasCopied || (isCopying(source) && holdsReference(value.value));
             target.names.insert_or_assign(name, isCopying(source) ? NamedValue{value.value, _mergeCount} : value);
             continue;
         }
-        const std::string refused = words(key, name) + wordsFor(source) + " can't be added: ";
+        const std::string refused = labelOf(key, name) + labelOf(source) + " can't be added: ";
         const auto present = target.names.find(name);
         if (present == target.names.end())
-            return refused + words(holder->second, name) + " has the name already";
+            return refused + labelOf(holder->second, name) + " has the name already";
         if (!isEqual(present->second, value, source))
-            return refused + "another " + words(key, name)
+            return refused + "another " + labelOf(key, name)
                 + (present->second.copiedBy ? " was added for a page that shares these resources"
                                             : " is there already");
         if (isCopying(source) && !leadToSame(present->second, value))
-            return words(key, name) + " reads the same in both documents, but leads to different contents";
+            return labelOf(key, name) + " reads the same in both documents, but leads to different contents";
     }
     return {};
 }
@@ -170,9 +170,9 @@ MergeForecast::Hidden MergeForecast::findHidden(const Resources& wanted, const R
             const auto present = found == seen.end() ? category->names.end() : found->second->names.find(name);
             const bool isThere = found != seen.end() && present != found->second->names.end();
             if (!isThere && hidden.missing.empty())
-                hidden.missing = words(key, name);
+                hidden.missing = labelOf(key, name);
             if (isThere && !leadToSame(present->second, value)) {
-                hidden.wrong = words(key, name);
+                hidden.wrong = labelOf(key, name);
                 return hidden;
             }
         }

@@ -57,9 +57,9 @@ public:
 
 private:
     std::shared_ptr<Category> readCategory(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
-    using Taken = ByKey<Ref<::String>>; // from a name to its category
+    using UsedNames = ByKey<Ref<::String>>; // from a name to its category
     std::optional<std::string> mergeNames(Source source, const Ref<::String>& key, const Category& toAdd,
-        const Taken& taken, Category& target) noexcept;
+        const UsedNames& used, Category& target) noexcept;
     bool isEqual(const NamedValue& present, const NamedValue& toAdd, Source source) const noexcept;
     bool leadToSame(const NamedValue& present, const NamedValue& foreign) noexcept;
     bool isCopying(Source source) const noexcept { return source == Source::Foreign && !_isForeignItself; }
