@@ -143,7 +143,7 @@ Ref<Host::FileStripe> fileOf(std::string_view bytes)
 const char* reasonForLoss(const Host::Examination& examination)
 {
     using Host::LossKind;
-    if (!examination.tableTrouble.empty())
+    if (!examination.tableProblem.empty())
         return "a table that can't show the numbers";
     for (const LossKind kind : {LossKind::ReopenedBackslash, LossKind::TrailerBrackets, LossKind::OtherValue,
              LossKind::StreamData})

@@ -216,7 +216,7 @@ void printLosses(const Host::Examination& examination)
             std::printf("%s: %zu\n", std::string(Host::lossWords(Host::LossKind(i))).c_str(), count);
     std::printf("size of the new file: %s\n",
         examination.size == 0 ? "it can't be written" : std::to_string(examination.size).c_str());
-    std::printf("its table: %s\n", examination.tableTrouble.empty() ? "fits" : examination.tableTrouble.c_str());
+    std::printf("its table: %s\n", examination.tableProblem.empty() ? "fits" : examination.tableProblem.c_str());
 }
 
 void printLossesAsJson(const Host::Examination& examination)
@@ -239,7 +239,7 @@ void printLossesAsJson(const Host::Examination& examination)
     }
     std::printf("},\n\"size\": %s, \"table\": %s}\n",
         examination.size == 0 ? "null" : std::to_string(examination.size).c_str(),
-        examination.tableTrouble.empty() ? "null" : json(examination.tableTrouble).c_str());
+        examination.tableProblem.empty() ? "null" : json(examination.tableProblem).c_str());
 }
 
 int inspectLosses(const CommandLine& line, const Console& console)

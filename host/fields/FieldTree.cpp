@@ -72,7 +72,7 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
             skip(i, place, "leads to no dictionary");
         else if (place.level > Limits::maxFieldDepth)
             skip(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
-        else if (!_taken.insert(dictionary.get()).second)
+        else if (!_visited.insert(dictionary.get()).second)
             skip(i, place, "was listed before");
         else
             hasField |= walkElement(dictionary, i, place);

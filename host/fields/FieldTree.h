@@ -62,7 +62,7 @@ private:
     std::vector<FieldNode> _fields;
     std::vector<std::string> _skipped;
     std::unordered_map<std::string, std::vector<std::size_t>> _byPath;
-    std::unordered_set<const PDF::Dictionary*> _taken;
+    std::unordered_set<const PDF::Dictionary*> _visited;
 };
 
 } // namespace Host

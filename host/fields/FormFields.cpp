@@ -52,7 +52,7 @@ public:
 
 private:
     // The text, or none once there were too many.
-    std::string taken(std::string text)
+    std::string counted(std::string text)
     {
         _isFull = _isFull || text.size() >= _left;
         if (_isFull)
@@ -68,13 +68,13 @@ private:
             field.defaultValue = textsOf(node.entries[Inherited::DefaultValue]);
         }
         for (FieldOption& option : optionsOf(*_document, node.entries))
-            field.options.push_back({taken(std::move(option.exported)), taken(std::move(option.displayed))});
+            field.options.push_back({counted(std::move(option.exported)), counted(std::move(option.displayed))});
         if (field.kind == FieldKind::CheckBox || field.kind == FieldKind::RadioButtons)
             field.states = statesOfAll(node.widgets);
         if (const auto tooltip = resolveEntryAs<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
-            field.tooltip = taken(textOf(*tooltip));
-        if (const auto look = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
-            field.defaultAppearance = taken(textOf(*look));
+            field.tooltip = counted(textOf(*tooltip));
+        if (const auto appearance = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
+            field.defaultAppearance = counted(textOf(*appearance));
     }
 
     std::vector<std::string> statesOfAll(const std::vector<Ref<Dictionary>>& widgets)
@@ -83,7 +83,7 @@ private:
         std::unordered_set<std::string> known;
         for (std::size_t i = 0; i < widgets.size() && !_isFull; ++i)
             for (const Ref<::String>& state : statesOf(*_document, *widgets[i]))
-                if (std::string name = taken(textOfName(*state)); !_isFull && known.insert(name).second)
+                if (std::string name = counted(textOfName(*state)); !_isFull && known.insert(name).second)
                     states.push_back(std::move(name));
         return states;
     }
@@ -93,12 +93,12 @@ private:
         const Ref<Array> array = valueAs<Array>(value);
         if (!array) {
             auto text = textOfValue(value);
-            return text ? std::optional<FieldTexts>({taken(std::move(*text))}) : std::nullopt;
+            return text ? std::optional<FieldTexts>({counted(std::move(*text))}) : std::nullopt;
         }
         FieldTexts result;
         for (std::uint64_t i = 0; i < array->size() && !_isFull; ++i)
             if (auto text = textOfValue(resolve(*_document, array->get(i))))
-                result.push_back(taken(std::move(*text)));
+                result.push_back(counted(std::move(*text)));
         return result;
     }
 

@@ -191,11 +191,11 @@ bool FileOutput::takeOverMode() noexcept
         return fail(systemFailure("can't be examined", errno));
     mode_t mode = newFile & ~maskOfProcess();
     if (*old) {
-        const struct stat& model = **old;
-        mode = model.st_mode & permissions;
-        const bool isSameOwner = own.st_uid == model.st_uid && own.st_gid == model.st_gid;
+        const struct stat& previous = **old;
+        mode = previous.st_mode & permissions;
+        const bool isSameOwner = own.st_uid == previous.st_uid && own.st_gid == previous.st_gid;
         // Before the mode: a new owner takes bits of it away.
-        if (!isSameOwner && ::fchown(_file.number(), model.st_uid, model.st_gid) != 0)
+        if (!isSameOwner && ::fchown(_file.number(), previous.st_uid, previous.st_gid) != 0)
             return fail(systemFailure("can't be given the owner of the file that it replaces", errno));
     }
     if (::fchmod(_file.number(), mode) != 0)

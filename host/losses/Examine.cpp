@@ -19,7 +19,7 @@ namespace {
 
 using namespace Libraries::Files::PDF;
 
-constexpr std::uint64_t largestOffset = 9'999'999'999; // that ten digits tell
+constexpr std::uint64_t maxOffset = 9'999'999'999; // that ten digits tell
 
 const Refusal endless{Reason::LimitReached, "has objects that overlap too often to be examined"};
 
@@ -60,7 +60,7 @@ std::string examineRows(FileExamination& file)
     for (const auto& [object, row] : shifted) {
         const auto source = file.chain().rows().find(object->id());
         const std::uint64_t offset = source == file.chain().rows().end() ? 0 : source->second.offset;
-        file.turnTo(*object);
+        file.setObject(*object);
         file.add(LossKind::ShiftedRow, offset, nameOf(*object), "row " + std::to_string(row));
     }
     return shifted.empty() ? std::string() : shiftedRowWords(shifted.front());
@@ -110,7 +110,7 @@ void examineTrailer(FileExamination& file)
     FormatReader reader(text, begin);
     FormatValue meant = reader.readValue();
     reader.skipSpace();
-    file.turnToNoObject();
+    file.clearObject();
     file.addComments(reader.takeComments());
     for (const auto& [key, kind, reason, message] : partialMarks) {
         const FormatValue* mark = meant.find(key);
@@ -126,7 +126,7 @@ void examineTrailer(FileExamination& file)
     if (!isPassedOver(bytes))
         file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Limits::maxLossText),
             writtenBytes.slice(written.begin, written.end, Limits::maxLossText));
-    FormatComparison(text, writtenBytes, file.model(), file.losses()).compare(meant, written);
+    FormatComparison(text, writtenBytes, file.lossTemplate(), file.losses()).compare(meant, written);
 }
 
 // An object that the tables have and the document doesn't.
@@ -158,7 +158,7 @@ Result<Examination> examine(FileExamination& file)
             return endless;
     }
     Examination result;
-    result.tableTrouble = examineRows(file);
+    result.tableProblem = examineRows(file);
     examineTrailer(file);
     examineMissing(file);
     if (file.isEndless())
@@ -166,8 +166,8 @@ Result<Examination> examine(FileExamination& file)
     const Ref<Counter> counter = make<Counter>();
     if (file.losses().count(LossKind::Unwritable) == 0 && file.document()->write(counter))
         result.size = counter->count();
-    if (result.tableTrouble.empty() && result.size > largestOffset)
-        result.tableTrouble = "the new file would be larger than the ten digits of an offset can tell";
+    if (result.tableProblem.empty() && result.size > maxOffset)
+        result.tableProblem = "the new file would be larger than the ten digits of an offset can tell";
     result.losses = std::move(file.losses());
     return result;
 }

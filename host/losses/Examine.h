@@ -15,7 +15,7 @@ struct Examination {
     std::uint64_t size = 0;
     // Why the new file's table would not fit its objects: numbers that don't follow each other from the
     // table's first on, or offsets of more than ten digits. Empty when it would.
-    std::string tableTrouble;
+    std::string tableProblem;
 };
 
 // Reads a PDF file by the rules of the format, beside the library and apart from it, and compares what it means

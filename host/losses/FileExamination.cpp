@@ -21,22 +21,22 @@ std::string numberOf(std::uint64_t id, std::uint64_t generation)
 
 FileExamination::FileExamination(Ref<Document> document, Ref<FileStripe> file) noexcept
     : _document(std::move(document)), _text(file), _headers(std::move(file)), _chain(_text),
-      _takenByChain(_text.taken())
+      _bytesReadByChain(_text.bytesRead())
 {
     for (const auto& object : objectsOf(_document))
         _numbers.insert(numberOf(object->id(), object->generation()));
 }
 
-void FileExamination::turnTo(const PDF::Object& object) noexcept
+void FileExamination::setObject(const PDF::Object& object) noexcept
 {
-    _model.id = object.id();
-    _model.generation = object.generation();
+    _template.id = object.id();
+    _template.generation = object.generation();
 }
 
 void FileExamination::add(
     LossKind kind, std::uint64_t offset, std::string inFile, std::string written) noexcept
 {
-    _losses.add({kind, _model.id, _model.generation, offset, std::move(inFile), std::move(written)});
+    _losses.add({kind, _template.id, _template.generation, offset, std::move(inFile), std::move(written)});
 }
 
 void FileExamination::addComments(const std::vector<FormatReader::Range>& comments) noexcept
@@ -57,7 +57,7 @@ void FileExamination::addLostReferences(const FormatValue& value) noexcept
 bool FileExamination::isInFile(std::uint32_t id, const TableChain::Row& row) noexcept
 {
     const auto [known, isNew] = _areInFile.emplace(id, false);
-    if (!isNew || isTooMuch(_headers.taken()))
+    if (!isNew || isTooMuch(_headers.bytesRead()))
         return known->second;
     _headers.moveTo(row.offset);
     FormatReader reader(_headers, row.offset);
@@ -86,12 +86,12 @@ bool FileExamination::hasObject(std::uint64_t id, std::uint64_t generation) cons
 
 bool FileExamination::isEndless() const noexcept
 {
-    return isTooMuch(_text.taken() - _takenByChain) || isTooMuch(_headers.taken());
+    return isTooMuch(_text.bytesRead() - _bytesReadByChain) || isTooMuch(_headers.bytesRead());
 }
 
-bool FileExamination::isTooMuch(std::uint64_t taken) const noexcept
+bool FileExamination::isTooMuch(std::uint64_t bytesRead) const noexcept
 {
-    return Limits::isReadTooOften(taken, _text.size() + Limits::readingAllowance);
+    return Limits::isReadTooOften(bytesRead, _text.size() + Limits::readingAllowance);
 }
 
 } // namespace Host

@@ -22,10 +22,10 @@ public:
     Losses& losses() noexcept { return _losses; }
 
     // What is listed from then on is in this object, or in none.
-    void turnTo(const PDF::Object& object) noexcept;
-    void turnToNoObject() noexcept { _model = {}; }
+    void setObject(const PDF::Object& object) noexcept;
+    void clearObject() noexcept { _template = {}; }
     // A loss without kind, place and texts, in what was turned to.
-    const Loss& model() const noexcept { return _model; }
+    const Loss& lossTemplate() const noexcept { return _template; }
     void add(LossKind kind, std::uint64_t offset, std::string inFile, std::string written = {}) noexcept;
     // Lists comments that were passed since the text was last moved; header and end marker only look like some.
     void addComments(const std::vector<FormatReader::Range>& comments) noexcept;
@@ -41,16 +41,16 @@ public:
 
 private:
     bool isLost(const std::string& reference) noexcept;
-    bool isTooMuch(std::uint64_t taken) const noexcept;
+    bool isTooMuch(std::uint64_t bytesRead) const noexcept;
 
     const Ref<PDF::Document> _document;
     SourceText _text;
     SourceText _headers; // the same file, to look at single objects without letting go of what `_text` holds
     std::unordered_map<std::uint32_t, bool> _areInFile; // what was found out of rows without an object here
     const TableChain _chain;
-    const std::uint64_t _takenByChain;
+    const std::uint64_t _bytesReadByChain;
     std::unordered_set<std::string> _numbers; // of the document's objects
-    Loss _model{};
+    Loss _template{};
     Losses _losses;
 };
 

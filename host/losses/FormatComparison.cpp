@@ -40,7 +40,7 @@ LossKind kindOf(const FormatValue& meant, const FormatValue& written)
 
 void FormatComparison::add(LossKind kind, const FormatValue& meant, const FormatValue& written) noexcept
 {
-    Loss loss = _model;
+    Loss loss = _template;
     loss.kind = kind;
     loss.offset = meant.begin;
     loss.inFile = _file.slice(meant.begin, meant.end, Limits::maxLossText);

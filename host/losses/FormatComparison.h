@@ -11,9 +11,9 @@ namespace Host {
 // else: the smallest parts that differ.
 class FormatComparison {
 public:
-    // All must outlive the comparison. Of what differs a copy of `model` is listed, with kind, place and texts.
-    FormatComparison(const SourceText& file, const SourceText& written, const Loss& model, Losses& losses) noexcept
-        : _file(file), _written(written), _model(model), _losses(losses)
+    // All must outlive the comparison. Of what differs a copy of `lossTemplate` is listed, with kind, place and texts.
+    FormatComparison(const SourceText& file, const SourceText& written, const Loss& lossTemplate, Losses& losses) noexcept
+        : _file(file), _written(written), _template(lossTemplate), _losses(losses)
     {
     }
 
@@ -31,7 +31,7 @@ private:
 
     const SourceText& _file;
     const SourceText& _written;
-    const Loss& _model;
+    const Loss& _template;
     Losses& _losses;
 };
 

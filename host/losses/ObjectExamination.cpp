@@ -101,7 +101,7 @@ void compareValue(FileExamination& file, const Ref<Value>& value, const Source& 
     }
     SourceText writtenBytes(bytesOf(*text));
     const FormatValue written = FormatReader(writtenBytes, 0).readValue();
-    FormatComparison comparison(file.text(), writtenBytes, file.model(), file.losses());
+    FormatComparison comparison(file.text(), writtenBytes, file.lossTemplate(), file.losses());
     const bool isOther = meant.kind != written.kind || meant.text != written.text;
     if (isOther && meant.kind == Kind::Reference && written.kind == Kind::Number)
         comparison.add(LossKind::ObjectReference, meant, written);
@@ -165,7 +165,7 @@ std::string bytesOf(const TConstArray<std::uint32_t>& elements) noexcept
 
 void examineObject(FileExamination& file, const PDF::Object& object) noexcept
 {
-    file.turnTo(object);
+    file.setObject(object);
     const auto row = file.chain().rows().find(object.id());
     const Source source = row == file.chain().rows().end() ? Source() : readSource(file, row->second.offset);
     const Ref<Stream> stream = valueAs<Stream>(object.value());

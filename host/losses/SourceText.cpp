@@ -8,7 +8,7 @@ namespace {
 
 // What is read at first; then as much again as there is. Most objects are short.
 constexpr std::size_t firstRead = 128;
-constexpr std::size_t longestRead = 65536;
+constexpr std::size_t maxRead = 65536;
 
 } // namespace
 
@@ -36,11 +36,11 @@ bool SourceText::isAt(std::uint64_t position, std::string_view text) noexcept
     return true;
 }
 
-std::string SourceText::slice(std::uint64_t begin, std::uint64_t behind, std::size_t longest) const noexcept
+std::string SourceText::slice(std::uint64_t begin, std::uint64_t limit, std::size_t maxLength) const noexcept
 {
-    if (begin < _start || begin - _start > _held.size() || behind < begin)
+    if (begin < _start || begin - _start > _held.size() || limit < begin)
         return {};
-    return _held.substr(begin - _start, std::min<std::uint64_t>(behind - begin, longest));
+    return _held.substr(begin - _start, std::min<std::uint64_t>(limit - begin, maxLength));
 }
 
 bool SourceText::readOn() noexcept
@@ -48,11 +48,11 @@ bool SourceText::readOn() noexcept
     const std::uint64_t position = _start + _held.size();
     if (!_file || position >= _file->size() || _file->seek(position) != position)
         return false;
-    const std::size_t wanted = std::clamp(_held.size(), firstRead, longestRead);
+    const std::size_t wanted = std::clamp(_held.size(), firstRead, maxRead);
     _block.resize(std::min<std::uint64_t>(wanted, _file->size() - position));
     BufferDesc area = BufferDesc::plain(_block.data());
     _block.resize(_file->read(area, _block.size(), waitForever));
-    _taken += _block.size();
+    _bytesRead += _block.size();
     for (const std::uint32_t element : _block)
         _held += static_cast<char>(byteOfElement(element));
     return !_block.empty();

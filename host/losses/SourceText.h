@@ -19,14 +19,14 @@ public:
     // Lets go of what is held, and goes on from `position`. Only for a file.
     void moveTo(std::uint64_t position) noexcept;
     // The byte at a position at or behind the last one moved to; `end` behind the last byte, and where the
-    // file can't be read, which its `trouble` tells.
+    // file can't be read, which its `readFailure` tells.
     int at(std::uint64_t position) noexcept;
     bool isAt(std::uint64_t position, std::string_view text) noexcept;
-    // Those bytes of a range that were looked at, at most `longest` of them.
-    std::string slice(std::uint64_t begin, std::uint64_t behind, std::size_t longest) const noexcept;
+    // Those bytes of a range that were looked at, at most `maxLength` of them.
+    std::string slice(std::uint64_t begin, std::uint64_t limit, std::size_t maxLength) const noexcept;
     // How many bytes were taken from the file so far, again after each `moveTo`. Whoever follows what a file
     // says to ever new places in it gives up at a multiple of its size.
-    std::uint64_t taken() const noexcept { return _taken; }
+    std::uint64_t bytesRead() const noexcept { return _bytesRead; }
     // In bytes.
     std::uint64_t size() const noexcept { return _file ? _file->size() : _held.size(); }
 
@@ -36,7 +36,7 @@ private:
     const Ref<FileStripe> _file; // null for a text in memory
     std::uint64_t _start = 0;    // of what is held
     std::string _held;
-    std::uint64_t _taken = 0;
+    std::uint64_t _bytesRead = 0;
     std::vector<std::uint32_t> _block; // kept for its memory alone
 };
 

@@ -15,7 +15,7 @@ TableChain::TableChain(SourceText& text) noexcept : _text(text)
         FormatValue trailer = readTable(*offset, isNewest);
         const FormatValue* previous = trailer.find("Prev");
         _isWhole = _isWhole && trailer.kind == FormatValue::Kind::Dictionary && !trailer.find("XRefStm");
-        const bool goesOn = previous && previous->isCount() && !Limits::isReadTooOften(_text.taken(), _text.size());
+        const bool goesOn = previous && previous->isCount() && !Limits::isReadTooOften(_text.bytesRead(), _text.size());
         _isWhole = _isWhole && goesOn == (previous != nullptr);
         offset = goesOn ? std::optional(previous->count()) : std::nullopt;
         if (isNewest)

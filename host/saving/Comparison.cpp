@@ -82,9 +82,9 @@ Refusal differs(const std::string& what, const Ref<Document>& document, const Re
 // The number that the table of a written file begins with; none when it can't be found.
 std::optional<unsigned long long> firstRow(const Ref<FileStripe>& written)
 {
-    constexpr std::uint64_t longestTail = 64; // from startxref to the end
+    constexpr std::uint64_t maxTail = 64; // from startxref to the end
     const Ref<CharReader> lines = CharReader::create(written, 0);
-    written->seek(written->size() - std::min(longestTail, written->size()));
+    written->seek(written->size() - std::min(maxTail, written->size()));
     Ref<::String> line = lines->readLine();
     while (line && !line->equals("startxref"))
         line = lines->readLine();

@@ -127,7 +127,7 @@ Complaint checkLosses(const Row& row, const std::string& path, const TestFolder&
     const bool isAgreed = numbers == row.count("numbers") && strings <= row.count("highbytes")
         && losses.count(LossKind::GluedWord) == row.count("glued") && lostTargets.size() == row.count("dangling")
         && losses.count(LossKind::EarlyValue) <= (row.notKept == "misfind")
-        && row.says("shifted") == !examination->tableTrouble.empty()
+        && row.says("shifted") == !examination->tableProblem.empty()
         && row.says("backslash") == (losses.count(LossKind::ReopenedBackslash) > 0)
         && row.says("badlen") == (losses.count(LossKind::Unwritable) > 0);
     const bool isExplained = row.says("prev") || row.says("noroot") || row.says("shifted") || row.says("badlen");

@@ -172,11 +172,11 @@ TEST(Examine, tellsTheSizeAndWhetherTheTableFits)
     const std::string path = folder.put("file.pdf", with("1.05").stream(4, "data"));
     const auto examination = examine(path);
     ASSERT_TRUE(examination);
-    EXPECT_EQ(examination->tableTrouble, "");
+    EXPECT_EQ(examination->tableProblem, "");
     EXPECT_EQ(examination->losses.summary(), "leading zeros of a fraction (1)");
     EXPECT_EQ(examination->size, save(*Host::open(path), folder.path("out.pdf"))->size);
     const auto shifted = examine(folder.put("file.pdf", with("1").object(7, "2").object(8, "3")));
-    EXPECT_EQ(shifted->tableTrouble.substr(0, 42), "object 7 is written as row 4 of the table:");
+    EXPECT_EQ(shifted->tableProblem.substr(0, 42), "object 7 is written as row 4 of the table:");
     EXPECT_EQ(shifted->losses.count(LossKind::ShiftedRow), 2u);
     EXPECT_EQ(examine(folder.put("file.pdf", with("<< /Length 99999 >> stream\nx")))->size, 0u);
 }
@@ -211,7 +211,7 @@ TEST(Examine, takesTimeThatGrowsWithTheFile)
     const std::string path = folder.put("file.pdf", tables);
     SourceText text(*FileStripe::open(path));
     EXPECT_FALSE(TableChain(text).isWhole());
-    EXPECT_LT(text.taken(), 18 * tables.size());
+    EXPECT_LT(text.bytesRead(), 18 * tables.size());
     EXPECT_EQ(examine(path)->losses.count(LossKind::EarlierRevision), 1u);
 
     PdfText objects = PdfText().pages();
