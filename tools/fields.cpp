@@ -55,7 +55,7 @@ std::string jsonField(const Host::FormField& field)
         return "{\"export\": " + json(each.exported) + ", \"text\": " + json(each.displayed) + "}";
     };
     return "{\"path\": " + json(field.path) + ", \"kind\": " + json(Tools::identifierOf(field.kind))
-        + ", \"flags\": " + jsonList(Host::flagWords(field.kind, field.flags))
+        + ", \"flags\": " + jsonList(Host::flagLabels(field.kind, field.flags))
         + ", \"flagBits\": " + std::to_string(field.flags) + ", \"value\": " + jsonValue(field.value)
         + ", \"default\": " + jsonValue(field.defaultValue)
         + ", \"signed\": " + (field.isSigned ? "true" : "false")
@@ -93,8 +93,8 @@ std::vector<std::string> rowOf(const Host::FormField& field)
     const auto show = [](const std::string& text) { return Tools::shown(text); };
     const auto plain = [](std::string_view text) { return std::string(text); };
     const std::string value = field.isSigned ? "signed" : joined(field.value.value_or(Host::FieldTexts()), " + ", show);
-    return {Tools::shown(field.path), std::string(Host::kindWords(field.kind)), value, takes(field),
-        joined(Host::flagWords(field.kind, field.flags), ", ", plain)};
+    return {Tools::shown(field.path), std::string(Host::kindLabel(field.kind)), value, takes(field),
+        joined(Host::flagLabels(field.kind, field.flags), ", ", plain)};
 }
 
 void printTable(const Host::FormFields& form)

@@ -208,12 +208,12 @@ void printLosses(const Host::Examination& examination)
     std::vector<std::vector<std::string>> rows = {{"OBJECT", "OFFSET", "LOSS", "IN THE FILE", "WRITTEN"}};
     for (const Host::Loss& loss : examination.losses.all())
         rows.push_back({loss.id == 0 ? "" : std::to_string(loss.id) + " " + std::to_string(loss.generation),
-            std::to_string(loss.offset), std::string(Host::lossWords(loss.kind)), cellOf(loss.inFile),
+            std::to_string(loss.offset), std::string(Host::lossLabel(loss.kind)), cellOf(loss.inFile),
             cellOf(loss.written)});
     Tools::printTable(rows);
     for (std::size_t i = 0; i < Host::lossKindCount; ++i)
         if (const std::size_t count = examination.losses.count(Host::LossKind(i)))
-            std::printf("%s: %zu\n", std::string(Host::lossWords(Host::LossKind(i))).c_str(), count);
+            std::printf("%s: %zu\n", std::string(Host::lossLabel(Host::LossKind(i))).c_str(), count);
     std::printf("size of the new file: %s\n",
         examination.size == 0 ? "it can't be written" : std::to_string(examination.size).c_str());
     std::printf("its table: %s\n", examination.tableProblem.empty() ? "fits" : examination.tableProblem.c_str());
@@ -228,7 +228,7 @@ void printLossesAsJson(const Host::Examination& examination)
         std::printf("%s\n{\"id\": %u, \"generation\": %u, \"kind\": %s, \"words\": %s, \"offset\": %s, "
                     "\"inFile\": %s, \"written\": %s}",
             std::exchange(separator, ","), loss.id, loss.generation,
-            json(Tools::identifierOf(loss.kind)).c_str(), json(Host::lossWords(loss.kind)).c_str(),
+            json(Tools::identifierOf(loss.kind)).c_str(), json(Host::lossLabel(loss.kind)).c_str(),
             std::to_string(loss.offset).c_str(), text(loss.inFile).c_str(), text(loss.written).c_str());
     std::printf("],\n\"counts\": {");
     separator = "";

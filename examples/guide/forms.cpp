@@ -15,7 +15,7 @@ void print(const Ref<Host::PDF::Document>& document)
     if (!form)
         return;
     for (const Host::FormField& field : form->fields)
-        std::printf("%s: %s\n", field.path.c_str(), std::string(Host::kindWords(field.kind)).c_str());
+        std::printf("%s: %s\n", field.path.c_str(), std::string(Host::kindLabel(field.kind)).c_str());
 }
 
 // The reason when a value is refused; nothing is saved then.

@@ -33,7 +33,7 @@ Refusal wrongValue(std::string message)
 
 Refusal doesNotTake(FieldKind kind, const char* what)
 {
-    return wrongValue("a field of the kind " + std::string(kindWords(kind)) + " doesn't take " + what);
+    return wrongValue("a field of the kind " + std::string(kindLabel(kind)) + " doesn't take " + what);
 }
 
 Refusal noUtf8()
@@ -140,10 +140,10 @@ private:
 
     std::string list() const
     {
-        std::string words = "\"off\"";
+        std::string states = "\"off\"";
         for (const std::string& text : _texts)
-            words += ", " + quoted(text);
-        return words;
+            states += ", " + quoted(text);
+        return states;
     }
 
     const std::vector<FieldOption> _options;
@@ -275,7 +275,7 @@ Result<Changes> changesFor(const Document& document, const FieldNode& field, con
     case FieldKind::Unknown:
         break;
     }
-    return wrongValue("a field of the kind " + std::string(kindWords(kind)) + " can't be filled");
+    return wrongValue("a field of the kind " + std::string(kindLabel(kind)) + " can't be filled");
 }
 
 } // namespace Host

@@ -21,7 +21,7 @@ constexpr unsigned all = ~0u;
 constexpr struct {
     std::uint32_t flag;
     unsigned kinds; // for which it means this
-    std::string_view words;
+    std::string_view label;
 } flagTable[] = {
     {Field::ReadOnly, all, "read-only"},
     {Field::Required, all, "required"},
@@ -43,7 +43,7 @@ constexpr struct {
 
 } // namespace
 
-std::string_view kindWords(FieldKind kind) noexcept
+std::string_view kindLabel(FieldKind kind) noexcept
 {
     switch (kind) {
     case FieldKind::Text: return "text";
@@ -58,13 +58,13 @@ std::string_view kindWords(FieldKind kind) noexcept
     return "unknown";
 }
 
-std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept
+std::vector<std::string_view> flagLabels(FieldKind kind, std::uint32_t flags) noexcept
 {
-    std::vector<std::string_view> words;
+    std::vector<std::string_view> labels;
     for (const auto& row : flagTable)
         if ((flags & row.flag) && (row.kinds & bit(kind)))
-            words.push_back(row.words);
-    return words;
+            labels.push_back(row.label);
+    return labels;
 }
 
 } // namespace Host

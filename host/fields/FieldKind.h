@@ -20,9 +20,9 @@ enum class FieldKind {
     Unknown, // no FT, neither of its own nor from above, or one that the standard doesn't have
 };
 // "text", "check box", "radio buttons" ...
-EXPORTED std::string_view kindWords(FieldKind kind) noexcept;
+EXPORTED std::string_view kindLabel(FieldKind kind) noexcept;
 
 // The flags that are set and mean something for the kind: "read-only", "required", "multiline" ...
-EXPORTED std::vector<std::string_view> flagWords(FieldKind kind, std::uint32_t flags) noexcept;
+EXPORTED std::vector<std::string_view> flagLabels(FieldKind kind, std::uint32_t flags) noexcept;
 
 } // namespace Host

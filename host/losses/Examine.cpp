@@ -63,7 +63,7 @@ std::string examineRows(FileExamination& file)
         file.setObject(*object);
         file.add(LossKind::ShiftedRow, offset, nameOf(*object), "row " + std::to_string(row));
     }
-    return shifted.empty() ? std::string() : shiftedRowWords(shifted.front());
+    return shifted.empty() ? std::string() : shiftedRowMessage(shifted.front());
 }
 
 // Takes out what is examined on its own, and the Size, which every save makes anew.

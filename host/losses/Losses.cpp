@@ -2,9 +2,9 @@
 
 namespace Host {
 
-std::string_view lossWords(LossKind kind) noexcept
+std::string_view lossLabel(LossKind kind) noexcept
 {
-    constexpr const char* words[] = {
+    constexpr const char* labels[] = {
         "leading zeros of a fraction",
         "sign of a number between -1 and 0",
         "raw bytes of a string",
@@ -28,8 +28,8 @@ std::string_view lossWords(LossKind kind) noexcept
         "encryption",
         "comment",
     };
-    static_assert(std::size(words) == lossKindCount);
-    return std::size_t(kind) < lossKindCount ? words[std::size_t(kind)] : "no kind of loss";
+    static_assert(std::size(labels) == lossKindCount);
+    return std::size_t(kind) < lossKindCount ? labels[std::size_t(kind)] : "no kind of loss";
 }
 
 void Losses::add(Loss loss) noexcept
@@ -40,16 +40,16 @@ void Losses::add(Loss loss) noexcept
 
 std::string Losses::summary() const noexcept
 {
-    std::string words;
+    std::string summary;
     for (std::size_t i = 0; i < lossKindCount; ++i) {
         const auto kind = LossKind(i);
         if (count(kind) == 0 || kind == LossKind::Comment)
             continue;
-        words += words.empty() ? "" : ", ";
-        words += lossWords(kind);
-        words += " (" + std::to_string(count(kind)) + ")";
+        summary += summary.empty() ? "" : ", ";
+        summary += lossLabel(kind);
+        summary += " (" + std::to_string(count(kind)) + ")";
     }
-    return words;
+    return summary;
 }
 
 } // namespace Host

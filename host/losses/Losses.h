@@ -39,7 +39,7 @@ enum class LossKind : std::uint8_t {
 constexpr std::size_t lossKindCount = std::size_t(LossKind::Comment) + 1;
 
 // The kind in a few words: "leading zeros of a fraction".
-EXPORTED std::string_view lossWords(LossKind kind) noexcept;
+EXPORTED std::string_view lossLabel(LossKind kind) noexcept;
 
 // One thing that a save would lose.
 struct Loss {

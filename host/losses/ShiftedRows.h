@@ -20,6 +20,6 @@ struct ShiftedRow {
 std::vector<ShiftedRow> shiftedRows(const Ref<PDF::Document>& document, std::uint64_t first) noexcept;
 
 // What is wrong with such a row, in words.
-std::string shiftedRowWords(const ShiftedRow& shifted) noexcept;
+std::string shiftedRowMessage(const ShiftedRow& shifted) noexcept;
 
 } // namespace Host

@@ -131,7 +131,7 @@ Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& writ
 {
     if (const auto first = firstRow(written))
         if (const auto shifted = shiftedRows(document, *first); !shifted.empty())
-            return difference(shiftedRowWords(shifted.front()));
+            return difference(shiftedRowMessage(shifted.front()));
     for (const auto& object : objectsAsWritten(document))
         if (!canBeRead(document, withoutData(object->value())))
             return difference(

@@ -177,7 +177,7 @@ TEST(FormFields, kindAndFlagsGoTogether)
         SCOPED_TRACE(entries);
         const FormField field = onlyField("<< /T (a) /Kids [ 4 0 R ] >>", {"<< " + entries + " >>"}); // at its widget
         std::string words;
-        for (const std::string_view word : flagWords(field.kind, field.flags))
+        for (const std::string_view word : flagLabels(field.kind, field.flags))
             words.append(word) += " ";
         EXPECT_EQ(field.kind, kind);
         EXPECT_EQ(words, flags);

@@ -14,7 +14,7 @@ namespace {
 
 std::string shown(const Loss& loss)
 {
-    return std::to_string(loss.id) + " " + std::string(lossWords(loss.kind)) + ": " + loss.inFile + " > "
+    return std::to_string(loss.id) + " " + std::string(lossLabel(loss.kind)) + ": " + loss.inFile + " > "
         + loss.written;
 }
 
