@@ -38,7 +38,7 @@ Refusal doesNotTake(FieldKind kind, const char* what)
 
 Refusal noUtf8()
 {
-    return wrongValue("the value is no UTF-8");
+    return wrongValue("the value is not UTF-8");
 }
 
 // The dictionaries that carry the value of a field.
@@ -55,7 +55,7 @@ Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
 {
     const auto* text = std::get_if<std::string>(&value);
     if (!text)
-        return doesNotTake(FieldKind::Text, "on, off or a list, but a text");
+        return doesNotTake(FieldKind::Text, "on, off or a list, only a text");
     const Ref<PDF::String> string = stringOf(*text);
     if (!string)
         return noUtf8();
@@ -198,7 +198,7 @@ Result<Choices> choose(const FieldNode& field, const std::vector<FieldOption>& o
             return wrongValue("the field has no choice " + quoted(text));
     }
     if (texts.size() > 1 && (choices.ownText || (choices.indices.size() > 1 && !(flags & Field::MultiSelect))))
-        return wrongValue("the field takes one choice only");
+        return wrongValue("the field takes only one choice");
     return choices;
 }
 

@@ -41,7 +41,7 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
     if (!document)
         return codeRefusal(ErrNullArgument);
     if (isEncrypted(*document->trailer()))
-        return Refusal{Reason::Encrypted, "the document is encrypted, and the texts of its form are ciphers (Encrypt)"};
+        return Refusal{Reason::Encrypted, "the document is encrypted, and so are the texts of its form (Encrypt)"};
     const Ref<PDF::Object> root = document->getCatalog();
     if (!root)
         return codeRefusal(Error::get(), "the document has no catalog: ");
@@ -52,7 +52,7 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
         return tree;
     tree._form = valueAs<Dictionary>(form);
     if (!tree._form)
-        return codeRefusal(ErrBadCast, "the form (AcroForm) is no dictionary: ");
+        return codeRefusal(ErrBadCast, "the form (AcroForm) is not a dictionary: ");
     FieldEntries defaults;
     for (const auto& [entry, key] : {std::pair(Inherited::DefaultAppearance, FormKeys::defaultAppearance),
              std::pair(Inherited::Quadding, FormKeys::quadding)})
@@ -69,7 +69,7 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
     for (std::uint64_t i = 0; array && i < array->size(); ++i) {
         const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
-            skip(i, place, "leads to no dictionary");
+            skip(i, place, "doesn't lead to a dictionary");
         else if (place.level > Limits::maxFieldDepth)
             skip(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
         else if (!_visited.insert(dictionary.get()).second)
@@ -90,7 +90,7 @@ bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t ind
     // A field at the top answers to its place when it has no name, as it does in the library.
     name = name.empty() ? std::to_string(index) : name;
     if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > Limits::maxFieldPath)
-        skip(index, place, "has too long a name");
+        skip(index, place, "has a name that is too long");
     else
         walkField(dictionary, place.owner ? place.owner->path + "." + name : name, place);
     return true;

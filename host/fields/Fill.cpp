@@ -21,9 +21,9 @@ std::vector<std::string> warningsFor(const Document& document, const FieldTree& 
     std::vector<std::string> warnings;
     const auto& fields = tree.fields();
     if (std::any_of(fields.begin(), fields.end(), [](const FieldNode& field) { return isSigned(field.entries); }))
-        warnings.push_back("the document is signed, and the signature will not hold");
+        warnings.push_back("the document is signed, and the signature will no longer be valid");
     if (tree.form() && resolvePresent(document, tree.form()->find(otherForm)))
-        warnings.push_back("the document has an XFA form beside this one, which keeps the old values");
+        warnings.push_back("the document also has an XFA form, which keeps the old values");
     return warnings;
 }
 

@@ -64,7 +64,7 @@ Result<FileBytes> FileBytes::adopt(Descriptor file) noexcept
     if (::fstat(file.number(), &opened) != 0)
         return unreadable("can't be examined", errno);
     if (!S_ISREG(opened.st_mode))
-        return Refusal{Reason::Unreadable, S_ISDIR(opened.st_mode) ? "is a folder" : "is no regular file"};
+        return Refusal{Reason::Unreadable, S_ISDIR(opened.st_mode) ? "is a folder" : "is not a regular file"};
     return FileBytes(std::move(file), opened);
 }
 
@@ -80,7 +80,7 @@ bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
     }
     if (!_readFailure)
         _readFailure = got < 0 ? unreadable("can't be read", errno)
-                               : Refusal{Reason::Unreadable, "has become shorter while it was read"};
+                               : Refusal{Reason::Unreadable, "became shorter while it was being read"};
     Error::set(ErrNoResource);
     return false;
 }

@@ -75,7 +75,7 @@ Result<Ref<FileOutput>> FileOutput::create(const std::string& path) noexcept
     for (int attempt = 0; attempt < Limits::maxNameAttempts; ++attempt) {
         std::string name = randomName();
         if (name.empty())
-            return systemFailure("no random name can be had", errno);
+            return systemFailure("no random name is available", errno);
         Descriptor file(::openat(target->folder(), name.c_str(),
             O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, ownerOnly));
         if (file.isOpen())
@@ -83,7 +83,7 @@ Result<Ref<FileOutput>> FileOutput::create(const std::string& path) noexcept
         if (errno != EEXIST)
             break;
     }
-    return systemRefusal(Reason::UnusableTarget, "no file can be made in its folder", errno);
+    return systemRefusal(Reason::UnusableTarget, "no file can be created in its folder", errno);
 }
 
 FileOutput::FileOutput(Target target, Descriptor file, std::string temporaryName) noexcept
@@ -119,7 +119,7 @@ std::uint64_t FileOutput::write(BufferDesc& area, std::uint64_t count, std::uint
             Mem::copy(memory + (done + i) * sizeof element, &element, sizeof element);
             const int byte = byteOfElement(element);
             if (byte < 0)
-                return fail({Reason::Unwritable, "a character has no byte in the file: " + codeText(element),
+                return fail({Reason::Unwritable, "a character can't be represented in the file: " + codeText(element),
                     ErrInvalidArgument});
             bytes[i] = static_cast<std::uint8_t>(byte);
         }
@@ -168,7 +168,7 @@ bool FileOutput::isWritable() noexcept
 {
     if (_failure)
         return fail(*_failure);
-    return _file.isOpen() || fail({Reason::WrongArgument, "was written already"});
+    return _file.isOpen() || fail({Reason::WrongArgument, "has already been written"});
 }
 
 bool FileOutput::flush() noexcept
@@ -206,7 +206,7 @@ bool FileOutput::takeOverMode() noexcept
 bool FileOutput::rename() noexcept
 {
     if (::fsync(_file.number()) != 0)
-        return fail(systemFailure("can't be brought to the disk", errno));
+        return fail(systemFailure("can't be synced to the disk", errno));
     if (::renameat(_target.folder(), _temporaryName.c_str(), _target.folder(), _target.name()) != 0)
         return fail(systemFailure("can't be replaced", errno));
     return true;

@@ -65,7 +65,7 @@ Result<Target> Target::find(const std::string& path) noexcept
         return resolved.refusal();
     std::string name = resolved->filename();
     if (name.empty())
-        return Refusal{Reason::UnusableTarget, "names no file"};
+        return Refusal{Reason::UnusableTarget, "doesn't name a file"};
     const fs::path parent = resolved->has_parent_path() ? resolved->parent_path() : ".";
     Descriptor folder(openFolder(parent.c_str()));
     if (!folder.isOpen())
@@ -88,7 +88,7 @@ Result<std::optional<struct stat>> Target::inspect() const noexcept
     if (!S_ISREG(found.st_mode))
         return Refusal{Reason::UnusableTarget, kindOf(found.st_mode)};
     if (::faccessat(folder(), name(), W_OK, AT_EACCESS) != 0)
-        return unusable("may not be written", errno);
+        return unusable("is not writable", errno);
     return std::optional(found);
 }
 

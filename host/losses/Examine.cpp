@@ -167,7 +167,7 @@ Result<Examination> examine(FileExamination& file)
     if (file.losses().count(LossKind::Unwritable) == 0 && file.document()->write(counter))
         result.size = counter->count();
     if (result.tableProblem.empty() && result.size > maxOffset)
-        result.tableProblem = "the new file would be larger than the ten digits of an offset can tell";
+        result.tableProblem = "the new file would be larger than the ten digits of an offset can express";
     result.losses = std::move(file.losses());
     return result;
 }

@@ -12,7 +12,8 @@ namespace Host {
 class FormatComparison {
 public:
     // All must outlive the comparison. Of what differs a copy of `lossTemplate` is listed, with kind, place and texts.
-    FormatComparison(const SourceText& file, const SourceText& written, const Loss& lossTemplate, Losses& losses) noexcept
+    FormatComparison(
+        const SourceText& file, const SourceText& written, const Loss& lossTemplate, Losses& losses) noexcept
         : _file(file), _written(written), _template(lossTemplate), _losses(losses)
     {
     }

@@ -29,7 +29,7 @@ std::string_view lossLabel(LossKind kind) noexcept
         "comment",
     };
     static_assert(std::size(labels) == lossKindCount);
-    return std::size_t(kind) < lossKindCount ? labels[std::size_t(kind)] : "no kind of loss";
+    return std::size_t(kind) < lossKindCount ? labels[std::size_t(kind)] : "unknown loss";
 }
 
 void Losses::add(Loss loss) noexcept

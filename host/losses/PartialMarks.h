@@ -19,9 +19,9 @@ constexpr PartialMark partialMarks[] = {
     {"Prev", LossKind::EarlierRevision, Reason::Partial,
         "the document is the newest part of an updated file, and the older parts would be lost (Prev)"},
     {"XRefStm", LossKind::ObjectStream, Reason::Partial,
-        "the document has further objects in streams, and they would be lost (XRefStm)"},
+        "the document has more objects in streams, which would be lost (XRefStm)"},
     {"Encrypt", LossKind::Encryption, Reason::Encrypted,
-        "the document is encrypted, and what is changed in it would lie beside ciphers (Encrypt)"},
+        "the document is encrypted, and what is added to it would not be (Encrypt)"},
 };
 
 // The first mark that the trailer has, whatever its key is written like; null when all of the file is in memory. An

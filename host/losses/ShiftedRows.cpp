@@ -21,7 +21,7 @@ std::vector<ShiftedRow> shiftedRows(const Ref<Document>& document, std::uint64_t
 std::string shiftedRowMessage(const ShiftedRow& shifted) noexcept
 {
     return nameOf(*shifted.object) + " is written as row " + std::to_string(shifted.row)
-        + " of the table: the numbers of the objects don't follow each other from the table's first on";
+        + " of the table: the object numbers are not consecutive from the table's first number on";
 }
 
 } // namespace Host

@@ -112,7 +112,7 @@ std::optional<Refusal> Preflight::run()
         return {};
     if (isEncrypted(*_foreign->trailer()))
         return Refusal{Reason::Encrypted,
-            "the other document is encrypted, and its ciphers can't be drawn here (Encrypt)"};
+            "the other document is encrypted, and its content can't be drawn here (Encrypt)"};
     Result<std::shared_ptr<Resources>> root =
         _forecast.resourcesOf(*_document, *_document->getPageCatalog()->valueAsDictionary());
     if (!root)
@@ -198,7 +198,7 @@ std::optional<Refusal> Preflight::checkInheritingPage(std::size_t index, const R
         _recolored.add(index);
     const MergeForecast::Hidden hidden = _forecast.findHidden(inherited, **own);
     if (!hidden.wrong.empty())
-        return conflict(hidden.wrong + " is another one than that which the page of the other document inherits");
+        return conflict(hidden.wrong + " is not the one that the page of the other document inherits");
     if (hidden.missing.empty())
         return {};
     _missing = _lacking.count == 0 ? hidden.missing : _missing;
@@ -211,13 +211,13 @@ std::vector<std::string> Preflight::warnings() const
     std::vector<std::string> warnings;
     if (_lacking.count > 0)
         warnings.push_back(_lacking.label() + " has resources of its own and so won't show " + _missing
-            + ", and what else the page of the other document inherits from its page tree");
+            + " and whatever else the page of the other document inherits from its page tree");
     if (_recolored.count > 0)
-        warnings.push_back(_recolored.label() + " has other default color spaces than its content or that of the"
-            + " other document was made with, so that colors may change");
+        warnings.push_back(_recolored.label() + " has different default color spaces from those that its"
+            + " content or that of the other document was made for, so colors may change");
     if (_copyCount > 1)
-        warnings.push_back("the page of the other document carries its resources itself, and each of "
-            + std::to_string(_copyCount) + " pages gets copies of its own of what they refer to");
+        warnings.push_back("the page of the other document has its own resources, so each of "
+            + std::to_string(_copyCount) + " pages gets its own copies of what they refer to");
     return warnings;
 }
 
@@ -247,8 +247,8 @@ Result<BackgroundResult> background(const Ref<Document>& document, const Ref<Doc
     // Collisions were found before, and this is what is left.
     if (code == ErrNoResource)
         return Refusal{Reason::BrokenRule,
-            "resources can't be copied, since a reference in them leads nowhere or back to itself or data"
-            " can't be read, or the Contents of a page are neither reference nor array", code};
+            "resources can't be copied: a reference in them leads nowhere or back to itself, data can't be"
+            " read, or the Contents of a page are neither a reference nor an array", code};
     return codeRefusal(code);
 }
 

@@ -66,7 +66,8 @@ Result<std::shared_ptr<Resources>> MergeForecast::resourcesOf(
     for (const Ref<::String>& key : *keys) {
         std::shared_ptr<Category> category = readCategory(document, dictionary->find(key));
         if (!category)
-            return Refusal{Reason::BrokenRule, toUtf8(key) + " of the resources is neither dictionary nor array", ErrBadContents};
+            return Refusal{Reason::BrokenRule, toUtf8(key) + " of the resources is neither a dictionary nor an array",
+                ErrBadContents};
         read->emplace(key, std::move(category));
     }
     return resources = read;
@@ -116,7 +117,8 @@ std::optional<std::string> MergeForecast::merge(Source source, const Resources& 
         if (!category)
             category = std::make_shared<Category>(Category{added->isArray, {}});
         if (category->isArray != added->isArray)
-            return toUtf8(key) + labelOf(source) + " can't be added: one of the two is an array, one a dictionary";
+            return toUtf8(key) + labelOf(source)
+                + " can't be added: one of the two is an array and the other a dictionary";
         if (auto collision = mergeNames(source, key, *added, used, *category))
             return collision;
     }
@@ -136,11 +138,11 @@ std::optional<std::string> MergeForecast::mergeNames(Source source, const Ref<::
         const std::string refused = labelOf(key, name) + labelOf(source) + " can't be added: ";
         const auto present = target.names.find(name);
         if (present == target.names.end())
-            return refused + labelOf(holder->second, name) + " has the name already";
+            return refused + labelOf(holder->second, name) + " already has the name";
         if (!isEqual(present->second, value, source))
             return refused + "another " + labelOf(key, name)
                 + (present->second.copiedBy ? " was added for a page that shares these resources"
-                                            : " is there already");
+                                            : " is already there");
         if (isCopying(source) && !leadToSame(present->second, value))
             return labelOf(key, name) + " reads the same in both documents, but leads to different contents";
     }

@@ -63,7 +63,7 @@ std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value)
     const auto text = writtenText(document, withoutData(value));
     const std::uint32_t* end = text ? text->data() + text->size() : nullptr;
     if (text && std::search(text->data(), end, doubled, std::end(doubled)) != end)
-        return ": a string in it holds a backslash, which is written as two and read otherwise";
+        return ": a string in it has a backslash, which is written as two and read back differently";
     if (lineEndingOf(document)->equals("\r") && beginsWithLineFeed(document, value))
         return ": its data begins with a line feed, which is taken for a part of the line ending CR before it";
     return {};
@@ -76,7 +76,7 @@ Refusal difference(std::string message, std::uint32_t code = 0)
 
 Refusal differs(const std::string& what, const Ref<Document>& document, const Ref<Value>& value)
 {
-    return difference(what + " would be read back otherwise than it is written" + reasonFor(document, value));
+    return difference(what + " would not be read back as it is written" + reasonFor(document, value));
 }
 
 // The number that the table of a written file begins with; none when it can't be found.
@@ -135,10 +135,10 @@ Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& writ
     for (const auto& object : objectsAsWritten(document))
         if (!canBeRead(document, withoutData(object->value())))
             return difference(
-                nameOf(*object) + " could not be read again" + reasonFor(document, object->value()), code);
+                nameOf(*object) + " could not be read back" + reasonFor(document, object->value()), code);
     if (!canBeRead(document, document->trailer()))
-        return difference("the trailer could not be read again" + reasonFor(document, document->trailer()), code);
-    return difference("the new file could not be read again: " + std::string(errorWords(code)), code);
+        return difference("the trailer could not be read back" + reasonFor(document, document->trailer()), code);
+    return difference("the new file could not be read back: " + std::string(errorWords(code)), code);
 }
 
 std::optional<Refusal> compareTrailers(const Ref<Document>& before, const Ref<Document>& after)
@@ -159,12 +159,12 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
     for (std::size_t i = 0; i < written.size(); ++i) {
         const PDF::Object& object = *written[i];
         if (i >= read.size() || read[i]->id() != object.id() || read[i]->generation() != object.generation())
-            return difference(nameOf(object) + " is not found again");
+            return difference(nameOf(object) + " is missing from the new file");
         if (!isSameText({before, object.value()}, {after, read[i]->value()}))
             return differs(nameOf(object), before, object.value());
     }
     if (read.size() > written.size())
-        return difference(nameOf(*read[written.size()]) + " is found, but was not written");
+        return difference(nameOf(*read[written.size()]) + " is in the new file, but was not written");
     return {};
 }
 
@@ -176,9 +176,9 @@ std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<F
     if (!again)
         return whyUnreadable(document, written, Error::get());
     if (again->version() != document->version())
-        return difference("the version would be read back otherwise than it is written");
+        return difference("the version would not be read back as it is written");
     if (!lineEndingOf(again)->equals(lineEndingOf(document)))
-        return difference("the line ending would be read back otherwise than it is written");
+        return difference("the line ending would not be read back as it is written");
     if (auto refusal = compareTrailers(document, again))
         return refusal;
     return compareObjects(document, again);

@@ -38,7 +38,7 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
 std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
 {
     if (!source)
-        return Refusal{Reason::WrongArgument, std::string(theSource) + "is not at hand to be examined"};
+        return Refusal{Reason::WrongArgument, std::string(theSource) + "is not available to be examined"};
     const Result<Examination> examination = examine(source);
     if (!examination)
         return examination.refusal().withPrefix(theSource);

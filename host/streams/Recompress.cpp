@@ -80,7 +80,7 @@ std::optional<Refusal> refuseLostFilters(const std::vector<Surveyed>& streams)
     if (names.empty())
         return {};
     return Refusal{Reason::Lossy,
-        "compressed once more, these streams would lose the filter that they have: " + names, ErrBadFilter};
+        "these streams would lose their filter if they were compressed again: " + names, ErrBadFilter};
 }
 
 std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
@@ -94,7 +94,7 @@ std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
         if (!isFirst && (isConverted(each) || isConverted(*first->second)))
             return Refusal{Reason::Conflict,
                 nameOf(*first->second->report.object) + " and " + nameOf(*each.report.object)
-                    + " share one Length, which would fit one of them at most",
+                    + " share one Length, which can fit only one of them",
                 ErrStreamLength};
     }
     return {};

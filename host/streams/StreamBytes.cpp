@@ -35,7 +35,7 @@ public:
         if (isGood && (!_filter || flush()))
             return _total;
         if (_isSinkFull)
-            return Refusal{Reason::Cancelled, "its data can't be passed on"};
+            return Refusal{Reason::Cancelled, "the copying of its data was stopped"};
         return codeRefusal(ErrStreamConvert);
     }
 

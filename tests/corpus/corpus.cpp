@@ -65,14 +65,13 @@ bool isReason(const Row& row, const Host::Refusal& refusal)
 {
     const auto has = [&refusal](const char* words) { return refusal.message.find(words) != std::string::npos; };
     if (row.says("prev"))
-        return has("(Prev)");
+        return refusal.reason == Host::Reason::Partial;
     if (row.says("noroot"))
-        return has("no catalog") || has("(Prev)");
+        return refusal.reason == Host::Reason::BrokenRule || refusal.reason == Host::Reason::Partial;
     if (row.says("badlen"))
-        return refusal.code == ErrWriteObject && has("object ");
-    if (row.says("shifted"))
-        return has("object ") && has(" row ");
-    return row.says("backslash") && has("object ") && has("backslash");
+        return refusal.reason == Host::Reason::Unwritable && refusal.code == ErrWriteObject && has("object ");
+    const char* const cause = row.says("shifted") ? " row " : row.says("backslash") ? "backslash" : nullptr;
+    return cause && refusal.reason == Host::Reason::Difference && has("object ") && has(cause);
 }
 
 // The numbers of objects and of pages, as the table has them.

@@ -51,7 +51,7 @@ TEST(Fill, aFieldTakesWhatItsKindTakes)
         {limited, "abc", "the text is too long: it has 3 characters, and the field takes 2"},
         {limited, "a\xF0\x9F\x98\x80", "the text is too long: it has 3"},
         {"<< /FT /Tx /MaxLen -1 /T (a) >>", "", "the text is too long"},
-        {limited, "\xC3", "the value is no UTF-8"},
+        {limited, "\xC3", "the value is not UTF-8"},
         {limited, true, "a field of the kind text doesn't take"},
         {check, true, looks + "/Yes /FT /Btn /T (a) /V /Yes >>"},
         {check, "on", looks + "/Yes /FT /Btn /T (a) /V /Yes >>"},
@@ -67,13 +67,13 @@ TEST(Fill, aFieldTakesWhatItsKindTakes)
         {"<< " + choice + "/I [ 0 ] /TI 0 >>", List{"e"}, "<< /FT /Ch /I [ 1 ] " + options + "/TI 1 /V (e) >>"},
         {"<< " + choice + "/I [ 0 ] /V (x) >>", "", "<< " + choice + ">>"},
         {"<< " + choice + "/Ff 262144 >>", "z", "the field has no choice \"z\""}, // Edit is for combo boxes
-        {"<< " + choice + ">>", List{"x", "e"}, "the field takes one choice only"},
+        {"<< " + choice + ">>", List{"x", "e"}, "the field takes only one choice"},
         {"<< " + choice + ">>", true, "a field of the kind list box doesn't take on or off"},
         {several, List{"x2", "e", "x2"}, "<< /FT /Ch /Ff 2097152 /I [ 1 2 ] " + options + "/V [ (e) (x2) ] >>"},
         {several, List{}, "<< /FT /Ch /Ff 2097152 " + options + ">>"},
         {"<< " + choice + "/Ff 393216 /I [ 0 ] >>", "own", "<< /FT /Ch /Ff 393216 " + options + "/V (own) >>"},
-        {"<< " + choice + "/Ff 393216 >>", "\xFF", "the value is no UTF-8"},
-        {"<< " + choice + "/Ff 2490368 >>", List{"own", "x"}, "the field takes one choice only"},
+        {"<< " + choice + "/Ff 393216 >>", "\xFF", "the value is not UTF-8"},
+        {"<< " + choice + "/Ff 2490368 >>", List{"own", "x"}, "the field takes only one choice"},
         {"<< /FT /Btn /Ff 65536 /T (a) >>", "on", "a field of the kind push button can't be filled"},
         {"<< /T (a) >>", "x", "a field of the kind unknown can't be filled"},
     };
@@ -175,7 +175,7 @@ TEST(Fill, saysWhatAFilledFormShouldNotGoOutWithout)
         return *fill(document, "a", "x");
     };
     EXPECT_TRUE(warnings("", "").empty());
-    EXPECT_EQ(warnings("", "/V << >>"), List{"the document is signed, and the signature will not hold"});
+    EXPECT_EQ(warnings("", "/V << >>"), List{"the document is signed, and the signature will no longer be valid"});
     EXPECT_EQ(warnings("/XFA [ ] ", "/V 3 0 R").size(), 2u);
     const auto document = formWith("<< /FT /Tx /T (a) >>");
     EXPECT_EQ(fill(document, "a.b", "x").refusal().message, "there is no such field");

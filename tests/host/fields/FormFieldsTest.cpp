@@ -90,14 +90,14 @@ TEST(FormFields, aBrokenPartLeavesTheRest)
     const std::string good = "<< /FT /Tx /T (good) >>";
     // The list of fields, objects, fields that are there, and what is told.
     const std::tuple<std::string, std::vector<std::string>, const char*, const char*> cases[] = {
-        {"[ 99 0 R 3 0 R ]", {good}, "good=- ", "element 0 of Fields of the form leads to no dictionary"},
+        {"[ 99 0 R 3 0 R ]", {good}, "good=- ", "element 0 of Fields of the form doesn't lead to a dictionary"},
         {"[ 4 0 R 3 0 R ]", {good, "5 0 R", "<< >>"}, "good=- ",
-            "element 0 of Fields of the form leads to no dictionary"},
+            "element 0 of Fields of the form doesn't lead to a dictionary"},
         {"[ 3 0 R 3 0 R ]", {good}, "good=- ", "element 1 of Fields of the form was listed before"},
         {"[ 4 0 R 3 0 R ]", {good, "<< /T (a) /Kids [ 5 0 R ] >>", "<< /T (b) /Kids [ 4 0 R ] >>"}, "a.b=- good=- ",
             "element 0 of Kids of a.b was listed before"},
         {"[ 4 0 R 3 0 R ]", {good, "<< /T (" + std::string(5000, 'x') + ") >>"}, "good=- ",
-            "element 0 of Fields of the form has too long a name"},
+            "element 0 of Fields of the form has a name that is too long"},
         {"[ << /T (direct) >> 3 0 R ]", {good}, "direct=- good=- ", ""},
         {"[ 4 0 R 3 0 R ]",
             {good, "<< /FT (Tx) /T (a) /Ff /x /V 3 /DV [ 1 ] /MaxLen (1) /Opt 5 /DA /x /Q (1) /Kids 7 >>"},

@@ -104,7 +104,7 @@ TEST(FileOutput, whatCantBeReplacedIsRefusedBeforehand)
     ASSERT_EQ(::bind(socket.number(), reinterpret_cast<struct sockaddr*>(&address), sizeof address), 0);
     const auto count = folder.count();
     const std::pair<std::string, const char*> cases[] = {{"folder", "is a folder"}, {"link", "is a folder"},
-        {"fifo", "is a FIFO"}, {"socket", "is a socket"}, {"/dev/full", "is a device"}, {"", "names no file"},
+        {"fifo", "is a FIFO"}, {"socket", "is a socket"}, {"/dev/full", "is a device"}, {"", "doesn't name a file"},
         {"none/file", "its folder can't be opened: No such file or directory"}};
     for (const auto& [name, words] : cases)
         EXPECT_EQ(refusalOf(folder.path(name)), words);
@@ -123,8 +123,8 @@ TEST(FileOutput, whatTheCallerMayNotWriteIsRefused)
     const bool isRoot = ::geteuid() == 0;
     {
         const AsNobody nobody;
-        EXPECT_EQ(refusalOf(folder.path("locked")), "may not be written: Permission denied");
-        EXPECT_EQ(refusalOf(folder.path("closed/new")), "no file can be made in its folder: Permission denied");
+        EXPECT_EQ(refusalOf(folder.path("locked")), "is not writable: Permission denied");
+        EXPECT_EQ(refusalOf(folder.path("closed/new")), "no file can be created in its folder: Permission denied");
         // A folder that may not be read can't be synced either.
         EXPECT_EQ(*(*FileOutput::create(folder.path("unlisted/new")))->commit(), Durability::Unknown);
         if (isRoot) {

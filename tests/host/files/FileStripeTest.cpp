@@ -87,7 +87,7 @@ TEST(HostStripes, whatAFileGrowsByIsNotReadAndWhatItShrinksByFails)
     EXPECT_EQ(Error::get(), ErrNoResource);
     EXPECT_TRUE(readAt<std::uint32_t>(*stripe, 20000, 1).empty());
     EXPECT_TRUE(readAt<std::uint32_t>(*stripe, 50000, 1).empty());
-    EXPECT_EQ(stripe->readFailure().value().message, "has become shorter while it was read");
+    EXPECT_EQ(stripe->readFailure().value().message, "became shorter while it was being read");
     EXPECT_EQ(stripe->size(), 60000u);
     EXPECT_EQ(readAt<std::uint32_t>(*stripe, 19999, 1).size(), 1u);
 }

@@ -70,7 +70,7 @@ TEST(Examine, listsWhatGoesOutWithAnotherMeaning)
             "3 sign of a number between -1 and 0: -.5 > 0.5\n"
             "3 raw bytes of a string: (\x80) > (\\254)\n3 odd hexadecimal digit: <415> > <4132>\n"},
         {with("%x<</A 1>>\n<</B 2>>"), "3 comment: %x<</A 1>> > \n3 other value:  > 1\n3 other value: 2 > \n"},
-        {with("<< /A /B\x01 2 >>"), "refused: an object can't be read, or is no dictionary where one is needed"},
+        {with("<< /A /B\x01 2 >>"), "refused: an object can't be read, or is not a dictionary where one is needed"},
     };
     for (const auto& [file, losses] : cases)
         EXPECT_EQ(lossesOf(file), losses) << std::string(file);

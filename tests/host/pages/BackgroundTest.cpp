@@ -76,12 +76,12 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
         {"equal direct values with references in them", {resources("/Font << /F1 << /A 6 0 R >> >>"), {"1"}},
             {resources("/Font << /F1 << /A 6 0 R >> >>"), {"2"}}, differs},
         {"a name that another category has", {resources("/XObject << /F1 6 0 R >>"), {"1"}}, {f1, {"1"}},
-            "page 1: Font F1 of the other document can't be added: XObject F1 has the name already"},
+            "page 1: Font F1 of the other document can't be added: XObject F1 already has the name"},
         {"a name with another value", {resources("/Font << /F1 7 0 R >>"), {"1", "1"}}, {f1, {"1"}},
-            "page 1: Font F1 of the other document can't be added: another Font F1 is there already"},
+            "page 1: Font F1 of the other document can't be added: another Font F1 is already there"},
         {"one name that two categories bring", {}, {resources("/Font << /F1 1 >> /XObject << /F1 2 >>")}, nothing},
         {"a dictionary beside an array", {resources("/P [ ]")}, {resources("/P << >>")},
-            "page 1: P of the other document can't be added: one of the two is an array, one a dictionary"},
+            "page 1: P of the other document can't be added: one of the two is an array and the other a dictionary"},
         {"arrays", {resources("/P [ /PDF ]")}, {resources("/P [ /Text ]")}, nothing},
         {"pages that share resources", {"/Resources 6 0 R", {"<< >>"}, "/Resources 6 0 R"}, {f1, {"1"}},
             "page 2: Font F1 of the other document can't be added: another Font F1 was added for a page that shares"},
@@ -91,12 +91,12 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
             {resources("/Font << /F1 [ 1 2 ] >>")}, nothing},
         {"a name that comes down from the root", {resources("/Font << /F1 1 >>"), {}, "", f1},
             {resources("/Font << /G1 1 >>")},
-            "page 1: Font F1 of the root of the page tree can't be added: another Font F1 is there already"},
+            "page 1: Font F1 of the root of the page tree can't be added: another Font F1 is already there"},
         {"names of the root stand in for foreign ones", {"", {"1"}, "", f1}, {f1, {"2"}}, differs},
         {"inherited resources and a name of the root", {"", {"1"}, "", f1}, {"", {"2"}, "", f1},
             "page 1: in the root of the page tree, Font F1 reads the same"},
         {"inherited resources that a page has in another way", {"", {"1"}, f1}, {"", {"2"}, "", f1},
-            "page 2: Font F1 is another one than that which the page of the other document inherits"},
+            "page 2: Font F1 is not the one that the page of the other document inherits"},
         {"inherited resources that a page has, too", {"", {"1"}, f1}, {"", {"1"}, "", f1}, nothing},
         {"a page that is none", {"", {}, "/Kids [ ]"}, {}, "page 2: this is a branch of the page tree"},
         {"resources that lead nowhere", {"", {}, "/Resources 9 0 R"}, {f1, {"1"}}, "page 2: the Contents or Resources"},
@@ -104,7 +104,7 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
             {resources("/Font << /F1 1 >>")}, "page 2: the Contents or Resources", BackgroundMode::PagePairs},
         {"ciphers", {}, {"", {}, "", "", "/Encrypt << >>"}, "the other document is encrypted"},
         {"a category that is a number", {"", {}, resources("/Font 6 0 R")}, {f1, {"1"}},
-            "page 2: Font of the resources is neither dictionary nor array"},
+            "page 2: Font of the resources is neither a dictionary nor an array"},
         {"foreign resources that lead nowhere", {}, {"/Resources 9 0 R"}, "page 1: page 1 of the other document: the"},
         {"a page that gets none", {"", {"1"}, f1}, {f1, {"2"}}, nothing, BackgroundMode::FirstPageOnly},
         {"pages by their pairs", {"", {"1"}, f1}, {f1, {"2"}, f1}, "page 2: Font F1 reads the same",
@@ -140,11 +140,11 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
 
 TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
 {
-    const std::string copies = "the page of the other document carries its resources itself, and each of 2 pages gets"
-                               " copies of its own of what they refer to";
+    const std::string copies = "the page of the other document has its own resources, so each of 2 pages gets"
+                               " its own copies of what they refer to";
     const std::string gray = resources("/ColorSpace << /DefaultGray 1 >>");
-    const std::string colors = " has other default color spaces than its content or that of the other document was made"
-                               " with, so that colors may change";
+    const std::string colors = " has different default color spaces from those that its content or that of the other"
+                               " document was made for, so colors may change";
     const std::tuple<const char*, File, File, BackgroundMode, std::string> cases[] = {
         {"each page gets copies", {}, {f1, {"1"}}, BackgroundMode::AllPages, copies},
         {"one page does", {}, {f1, {"1"}}, BackgroundMode::FirstPageOnly, ""},
@@ -152,7 +152,7 @@ TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
         {"inherited resources are merged once", {}, {"", {"1"}, "", f1}, BackgroundMode::AllPages, ""},
         {"pages with resources of their own don't see them", {resources(""), {}, resources("")}, {"", {"1"}, "", f1},
             BackgroundMode::AllPages,
-            "page 1 (and 1 more) has resources of its own and so won't show Font F1, and what else the page of the"
+            "page 1 (and 1 more) has resources of its own and so won't show Font F1 and whatever else the page of the"
             " other document inherits from its page tree"},
         {"foreign default color spaces", {}, {gray}, BackgroundMode::AllPages, "page 1 (and 1 more)" + colors},
         {"those of a page", {"", {}, gray}, {resources("")}, BackgroundMode::AllPages, "page 2" + colors},
@@ -191,7 +191,7 @@ TEST(Background, refusesWithTheCodesOfTheLibrary)
     EXPECT_FALSE(document->changed());
     const auto dangling = Host::background(document, open(File{f1}), BackgroundMode::AllPages);
     EXPECT_EQ(dangling.refusal().code, ErrNoResource);
-    EXPECT_EQ(dangling.refusal().message.substr(0, 26), "resources can't be copied,");
+    EXPECT_EQ(dangling.refusal().message.substr(0, 26), "resources can't be copied:");
 }
 
 // Two rings of different lengths lead back to themselves at different places: each value of one would be

@@ -35,9 +35,9 @@ TEST_F(Save, refusesWhatWouldNotComeBack)
     enum Refusing { Nobody, Comparing, Beforehand };
     const auto with = [](const char* value) { return PdfText().pages().object(3, value); };
     const auto withTrailer = [](const char* entries) { return PdfText().pages().trailer(entries); };
-    const std::string backslash = "a string in it holds a backslash";
-    const std::string unreadable = " could not be read again: " + backslash;
-    const std::string otherwise = " would be read back otherwise than it is written: ";
+    const std::string backslash = "a string in it has a backslash";
+    const std::string unreadable = " could not be read back: " + backslash;
+    const std::string otherwise = " would not be read back as it is written: ";
     const std::tuple<const char*, std::string, Refusing, std::string> cases[] = {
         {"a plain document", with("(text \\( \\033 \\200)"), Nobody, ""},
         {"every line ending", PdfText("\r").pages().stream(3, "data\r"), Nobody, ""},
@@ -113,7 +113,7 @@ TEST_F(Save, aSourceThatShrinksIsAFailureToRead)
     fs::resize_file(path, 20000);
     const auto saved = save(opened, folder.path("out.pdf"), unchecked);
     ASSERT_FALSE(saved);
-    EXPECT_TRUE(holds(saved.refusal().message, "has become shorter")) << saved.refusal().message;
+    EXPECT_TRUE(holds(saved.refusal().message, "became shorter")) << saved.refusal().message;
     EXPECT_EQ(saved.refusal().code, ErrWriteObject);
     EXPECT_EQ(folder.count(), 1);
 }

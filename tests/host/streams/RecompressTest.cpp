@@ -46,7 +46,7 @@ TEST(Recompress, tellsWhatBecameOfEachStream)
                                  .object(9, "<< /Predictor 1 >>").stream(10, "j", "/Filter /DCT\177\200Decode");
     const Ref<PDF::Document> document = Tests::open(file);
     EXPECT_EQ(told(document, toFlate),
-        "compressed once more, these streams would lose the filter that they have: object 10 (DCT#7F#80Decode)");
+        "these streams would lose their filter if they were compressed again: object 10 (DCT#7F#80Decode)");
     EXPECT_FALSE(document->changed());
     EXPECT_EQ(told(document, toNone), "fitting converted/FlateDecode converted/FlateDecode! converted/FlateDecode "
                                       "noName! fitting! other/DCT#7F#80Decode");
