@@ -12,16 +12,16 @@ class Object;
 
 namespace Host {
 
-// What a code of the library says, in words: "the first line is missing or empty".
-// A code that the library doesn't have gives a text that says so.
+// What a code of the library means, in words: "the first line is missing or empty".
+// A code that the library doesn't have gives "unknown error".
 EXPORTED std::string_view errorWords(std::uint32_t code) noexcept;
 // The code as people write it: "0x507".
 EXPORTED std::string codeText(std::uint32_t code) noexcept;
 
-// A refusal for what the library left in `Error`, with the reason that the code stands for, its message after
-// `prefix`.
+// A refusal for a code that the library left in `Error`: with the reason that belongs to it, and the words for it
+// after `prefix` as the message.
 EXPORTED Refusal codeRefusal(std::uint32_t code, std::string_view prefix = {}) noexcept;
-// A refusal for what the system answered, as `errno` holds it: "can't be opened: Permission denied". Where there is
+// A refusal for an error of the system, as `errno` holds it: "can't be opened: Permission denied". Where there is
 // no room for what is to be written, the reason is `OutOfSpace` instead.
 EXPORTED Refusal systemRefusal(Reason reason, std::string_view what, int systemError) noexcept;
 

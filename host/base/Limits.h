@@ -4,7 +4,7 @@
 #include <cstdint>
 
 // All limits of the host library, which keep time and memory in proportion to a file, whatever is in it. Sizes of
-// buffers, and what the format itself limits, are where they are used. SECURITY.md tells users of them.
+// buffers, and what the format itself limits, are where they are used. SECURITY.md lists those that users meet.
 namespace Host::Limits {
 
 // Bytes read of a file under examination, once for its tables and once for its objects. What lies inside each other
@@ -35,7 +35,7 @@ constexpr std::size_t maxSkipped = 100;
 constexpr std::size_t maxListedText = std::size_t(16) << 20;
 
 // References that lead from one to the next. Objects that hold nothing but a reference hardly occur, and a longer
-// chain is taken to lead nowhere.
+// chain counts as leading nowhere.
 constexpr int maxReferenceChain = 16;
 
 // Symbolic links that are followed to a target: as many as the system follows.

@@ -15,7 +15,7 @@ enum class Reason : std::uint8_t {
     Cancelled,     // the application's own function ended the work
 
     // What was read
-    Unreadable,       // the system can't read the file, or it is no regular file
+    Unreadable,       // the system can't read the file, or it is not a regular file
     ChangedMeanwhile, // the file was changed since it was opened
     BrokenRule,       // a rule of the format is broken; the code says which, where there is one for it
     Damaged,          // the data of a stream can't be decoded
@@ -28,7 +28,7 @@ enum class Reason : std::uint8_t {
     Lossy,      // something that is in memory, or was in the file, would be lost
     Conflict,   // two things don't fit together: names of resources, a Length that streams share
     Unwritable, // something in the document has no form in a file
-    Difference, // the new file would be read back otherwise than it was written
+    Difference, // the new file would not be read back as it was written
 
     // The system
     UnusableTarget, // nothing can be written at that place
@@ -41,11 +41,11 @@ struct Refusal {
     Reason reason = Reason::SystemFailure;
     // What is wrong, for people: one line of UTF-8, without the name of the file and without the code.
     std::string message;
-    // The library's code, which `errorWords` tells in words; 0 when there is none.
+    // The library's code, which `errorWords` puts into words; 0 when there is none.
     std::uint32_t code = 0;
 
-    // Whether a file itself is no use: it could not be read, so that nothing is known about what is in it, or
-    // nothing can be written at its place.
+    // Whether a file can't be used at all: it can't be read, so nothing is known about its contents, or nothing can
+    // be written in its place.
     bool isUnusable() const noexcept { return reason == Reason::Unreadable || reason == Reason::UnusableTarget; }
     // The same, its message after `prefix`, which says where.
     Refusal withPrefix(std::string_view prefix) const noexcept
@@ -54,7 +54,7 @@ struct Refusal {
     }
 };
 
-// What is refused where a file isn't any more what it was opened as.
+// The refusal of a file that was changed since it was opened.
 inline Refusal changedMeanwhile() noexcept
 {
     return {Reason::ChangedMeanwhile, "was changed since it was opened"};

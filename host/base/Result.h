@@ -7,7 +7,7 @@
 
 namespace Host {
 
-// What an operation gives: a value, or the reason why there is none.
+// The outcome of an operation: a value, or the reason why there is none.
 template <class T>
 class [[nodiscard]] Result {
 public:

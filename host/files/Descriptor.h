@@ -6,13 +6,13 @@
 
 namespace Host {
 
-// A descriptor of the system's that closes itself.
+// A file descriptor that closes itself.
 class Descriptor {
 public:
     Descriptor() noexcept = default;
-    // Takes the descriptor over; below 0 there is none.
+    // Takes ownership of the descriptor; a number below 0 is none.
     explicit Descriptor(int number) noexcept : _number(number) {}
-    // The other one has none afterwards; what was held here is closed.
+    // The other one has none afterwards; the one held here is closed.
     Descriptor(Descriptor&& other) noexcept : _number(std::exchange(other._number, -1)) {}
     Descriptor& operator=(Descriptor other) noexcept
     {

@@ -51,7 +51,7 @@ FileBytes::FileBytes(Descriptor file, const struct stat& opened) noexcept
 
 Result<FileBytes> FileBytes::open(const std::string& path) noexcept
 {
-    // Without waiting: the opening of a FIFO would last until somebody writes to it.
+    // Without waiting: opening a FIFO would block until somebody writes to it.
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
         return unreadable("can't be opened", errno);
@@ -85,9 +85,9 @@ bool FileBytes::load(std::uint64_t position, ByteRun& window) noexcept
     return false;
 }
 
-// The time of the last change of the entry moves with every write, also when somebody has put the time
-// of the last writing back, but with new links, modes and owners as well: after a save over the file
-// itself there is one link less. So it speaks only when none of these explains it.
+// The time of the last change of the inode moves with every write, even when the time of the last writing was
+// set back, but also with new links, modes and owners: after a save over the file itself it has one link less.
+// So it counts only when none of these explains it.
 bool FileBytes::isUnchanged() const noexcept
 {
     struct stat now;

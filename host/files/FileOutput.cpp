@@ -35,9 +35,8 @@ std::string randomName()
     return name;
 }
 
-// What the process takes away from the modes of new files. The system call that tells it also sets it,
-// for all threads; so it is read from the system's account of the process, and where there is none the
-// file stays its owner's.
+// The umask of the process. The system call that returns it also sets it, for all threads; so it is read
+// from /proc, and where that is missing the file remains private to its owner.
 mode_t maskOfProcess()
 {
     std::ifstream status("/proc/self/status");
@@ -54,7 +53,7 @@ bool writeAll(int file, const std::uint8_t* bytes, std::size_t count)
     while (count > 0) {
         const ssize_t written = ::write(file, bytes, count);
         if (written == 0)
-            errno = EIO; // it would go on like that for ever
+            errno = EIO; // it would never end
         if (written == 0 || (written < 0 && errno != EINTR))
             return false;
         if (written > 0) {

@@ -9,7 +9,7 @@ namespace Host {
 // A block of bytes, all of it one window.
 class MemoryBytes {
 public:
-    // Takes the bytes over.
+    // Takes ownership of the bytes.
     explicit MemoryBytes(std::vector<std::uint8_t> bytes) noexcept : _bytes(std::move(bytes)) {}
 
     // In bytes.
@@ -25,11 +25,11 @@ private:
     std::vector<std::uint8_t> _bytes;
 };
 
-// A block of bytes, which it owns, to be read as a stripe. `make<MemoryStripe>(std::move(bytes))`.
+// A readable stripe over a block of bytes, which it owns. `make<MemoryStripe>(std::move(bytes))`.
 template <class Element>
 class MemoryStripeOf final : public StripeOver<MemoryBytes, Element> {
 public:
-    // Takes the bytes over.
+    // Takes ownership of the bytes.
     explicit MemoryStripeOf(std::vector<std::uint8_t> bytes) noexcept
         : StripeOver<MemoryBytes, Element>(MemoryBytes(std::move(bytes)))
     {

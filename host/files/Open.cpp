@@ -30,7 +30,7 @@ std::optional<Refusal> detach(OpenedFile& opened) noexcept
         return {};
     const bool isCached = opened.document->cacheStreams();
     const std::uint32_t code = Error::get();
-    // Asked at the end: what was read meanwhile may be neither the old nor the new.
+    // Checked at the end: what was read meanwhile may be neither the old contents nor the new.
     if (!opened.file->isUnchanged())
         return changedMeanwhile();
     if (!isCached)

@@ -9,23 +9,23 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
-// A document and the file that it came from, which the document reads stream data from.
+// A document and the file that it was opened from, from which it reads stream data.
 struct OpenedFile {
     Ref<PDF::Document> document; // never null
     Ref<FileStripe> file;        // null once the document was detached
 };
 
-// Opens a PDF file. Refused with the library's code when the file breaks a rule; without one, and as
-// unreadable, when it can't be read.
+// Opens a PDF file. Refused with `Reason::BrokenRule` and the library's code when the file breaks a rule, and with
+// `Reason::Unreadable` and no code when it can't be read.
 EXPORTED Result<OpenedFile> open(const std::string& path) noexcept;
-// The same for a file that is open already, from its beginning.
+// The same for a file that is already open, from its beginning.
 EXPORTED Result<OpenedFile> open(const Ref<FileStripe>& file) noexcept;
 
-// Takes the data of all streams into memory, as many bytes as the file has of it, and gives the file up:
-// from then on it may be overwritten in place, cut short or deleted, and everything still reads.
-// `opened.file` is then null, and a save asks no more whether the file is as it was. Refused, and the document
-// as before: a file that was changed since it was opened, and one that can't be read. A stream whose Length is
-// no good is passed over; it can't be read before, either.
+// Copies the data of all streams into memory, as many bytes as the file has of it, and lets go of the file: from
+// then on it may be overwritten in place, truncated or deleted, and everything can still be read. `opened.file` is
+// then null, and a save no longer checks whether the file was changed. Refused, with the document as before: a file
+// that was changed since it was opened, and one that can't be read. A stream whose Length is unusable is skipped; it
+// couldn't be read before, either.
 EXPORTED std::optional<Refusal> detach(OpenedFile& opened) noexcept;
 
 } // namespace Host

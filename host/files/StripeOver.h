@@ -8,8 +8,8 @@
 
 namespace Host {
 
-// A stripe to be read over `Bytes`, which has a `size()` and a `load(position, window)` that puts the
-// window where the position is, or sets a code and answers false. Elements of one byte are the bytes
+// A readable stripe over `Bytes`, which has a `size()` and a `load(position, window)` that moves the
+// window to the position, or sets a code and returns false. Elements of one byte are the bytes
 // as they are, those of four their Windows-1252 code points. It belongs to one thread at a time.
 template <class Bytes, class Element>
 class StripeOver : public ::Object,
@@ -17,15 +17,15 @@ class StripeOver : public ::Object,
                    public virtual Interfaces::ShownBytes,
                    public virtual Interfaces::ByteReading {
 public:
-    // Takes the bytes over. The position is 0.
+    // Takes ownership of the bytes. The position is 0.
     explicit StripeOver(Bytes bytes) noexcept : _bytes(std::move(bytes)) {}
 
-    // Interfaces::Stripe. Resizing is not offered.
+    // Interfaces::Stripe. Resizing is not supported.
     std::uint64_t elementSize() const noexcept final { return sizeof(Element); }
     // A short read leaves `ErrOutOfRange` at the end, else the code of `Bytes`.
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t) noexcept final
     {
-        // The parser's way: one element that is already here.
+        // The parser's case: one element that is in the window.
         const std::uint64_t inWindow = _position - _window.start;
         if (count != 1 || inWindow >= _window.length || area.kind != BufferDesc::Plain)
             return readMany(area, count);
@@ -33,7 +33,7 @@ public:
         ++_position;
         return 1;
     }
-    // Not offered: 0 with `ErrNotSupported`.
+    // Not supported: 0 with `ErrNotSupported`.
     std::uint64_t write(BufferDesc&, std::uint64_t, std::uint32_t) noexcept final
     {
         Error::set(ErrNotSupported);

@@ -19,7 +19,7 @@ Refusal unusable(std::string_view what, int systemError)
     return systemRefusal(Reason::UnusableTarget, what, systemError);
 }
 
-// The path behind the symbolic links at its end, which may lead to a file that isn't there yet.
+// The path at the end of the symbolic links, which may lead to a file that doesn't exist yet.
 Result<fs::path> followLinks(fs::path path)
 {
     // The system follows them first: it refuses links that others have planted in a shared folder.
@@ -33,7 +33,7 @@ Result<fs::path> followLinks(fs::path path)
         const fs::path next = fs::read_symlink(path, failure);
         if (failure)
             return unusable("can't be followed", failure.value());
-        path = path.parent_path() / next; // an absolute one replaces what stands before it
+        path = path.parent_path() / next; // an absolute one replaces what is before it
     }
     return unusable("can't be followed", ELOOP);
 }

@@ -9,13 +9,13 @@
 
 namespace Host {
 
-// The place that a new file is to take: an open folder and a name in it, behind all symbolic links.
+// The place of a new file: an open folder and a name in it, at the end of all symbolic links.
 class Target {
 public:
     // Refused: a path that can't be followed, a folder that can't be opened, and what `inspect` refuses.
     static Result<Target> find(const std::string& path) noexcept;
 
-    // What stands there; no value when there is nothing. Refused: anything but a regular file, and one
+    // What is there; no value when there is nothing. Refused: anything but a regular file, and one
     // that the caller may not write.
     Result<std::optional<struct stat>> inspect() const noexcept;
 
