@@ -129,7 +129,7 @@ private:
         return *_texts.begin();
     }
 
-    // The state of the widget that has the export value; the options stand in the order of the widgets.
+    // The state of the widget that has the export value; the options are in the order of the widgets.
     const std::string* findExported(const std::string& text) const
     {
         for (std::size_t i = 0; i < _options.size() && i < _states.size(); ++i)

@@ -9,7 +9,7 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
-// What the standard lets a field take over from those above it.
+// What the standard lets a field inherit from those above it.
 enum class Inherited : std::size_t {
     FieldType,
     Flags,

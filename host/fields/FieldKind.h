@@ -8,7 +8,7 @@
 
 namespace Host {
 
-// The kinds of fields that people tell apart, by `FT` and `Ff`.
+// The kinds of fields that users distinguish, by `FT` and `Ff`.
 enum class FieldKind {
     Text,
     CheckBox,
@@ -17,7 +17,7 @@ enum class FieldKind {
     ListBox,
     ComboBox,
     Signature,
-    Unknown, // no FT, neither of its own nor from above, or one that the standard doesn't have
+    Unknown, // no FT, neither its own nor inherited, or one that the standard doesn't have
 };
 // "text", "check box", "radio buttons" ...
 EXPORTED std::string_view kindLabel(FieldKind kind) noexcept;

@@ -29,7 +29,7 @@ bool hasKids(const Document& document, const Dictionary& dictionary)
 
 } // namespace
 
-// Where a list of dictionaries stands: below `owner`, or at the top.
+// Where a list of dictionaries is: below `owner`, or at the top.
 struct FieldTree::Place {
     FieldNode* owner;
     const FieldEntries& inherited;

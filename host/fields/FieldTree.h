@@ -25,18 +25,18 @@ struct FieldNode {
     bool isBelowValue = false; // a field above has a V, which is that of the field when it has none
 };
 
-// The terminal fields of a form, found by walking the dictionaries from the catalog's AcroForm. It goes
-// beside the library's own fields, which show no dictionaries, inherit nothing and follow no references;
-// and past what is wrong with a part of the form, which ends the library's tree.
+// The terminal fields of a form, found by walking the dictionaries from the catalog's AcroForm. This is independent
+// of the library's own fields, which don't show their dictionaries, inherit nothing and follow no references. What is
+// wrong with a part of the form, which ends the library's tree, is skipped here.
 //
 // A field is a dictionary of Fields, or one of Kids with a text under T; one of Kids without is a widget of
-// the field above. Fields of the same path and kind are one, where the first of them stands: so the standard
-// has it. Whatever the form looks like, each dictionary is taken once, up to a depth of 500 levels
-// and paths of 4,096 bytes.
+// the field above. Fields of the same path and kind are one field, in the place of the first of them, as the standard
+// says. Whatever the form looks like, each dictionary is visited once, down to `Limits::maxFieldDepth` levels
+// and with paths of up to `Limits::maxFieldPath` bytes.
 class FieldTree {
 public:
     // A document without a form has an empty one. Refused: null, a document with Encrypt, one without a usable
-    // catalog, and an AcroForm that leads to no dictionary.
+    // catalog, and an AcroForm that doesn't lead to a dictionary.
     static Result<FieldTree> build(const Ref<PDF::Document>& document) noexcept;
 
     const std::vector<FieldNode>& fields() const noexcept { return _fields; }
@@ -44,7 +44,7 @@ public:
     const std::vector<std::size_t>& find(const std::string& path) const noexcept;
     // The AcroForm; null when there is none.
     const Ref<PDF::Dictionary>& form() const noexcept { return _form; }
-    // What was passed over, each with its place, in words; the first hundred.
+    // What was skipped, each with its place, in words: the first `Limits::maxSkipped`.
     const std::vector<std::string>& skipped() const noexcept { return _skipped; }
 
 private:

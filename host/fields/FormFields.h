@@ -12,12 +12,12 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
-// A terminal field as people see it. All texts are UTF-8. What the standard lets a field inherit is looked for
-// in the fields above too, and an indirect entry is followed; an entry of a wrong kind counts as absent.
+// A terminal field as users see it. All texts are UTF-8. What the standard lets a field inherit is looked for
+// in the fields above, too, and references are followed; an entry of the wrong kind counts as absent.
 struct FormField {
     // The names from the top down with "." between them, which may occur in a name, too. A field at the
-    // top without a name has its index in `Fields`. Fields of the same path and kind are given as one, since the
-    // standard takes them for one field.
+    // top without a name has its index in `Fields`. Fields of the same path and kind are listed as one, as the
+    // standard treats them.
     std::string path;
     FieldKind kind = FieldKind::Unknown;
     std::uint32_t flags = 0; // `Ff`, bits of `PDF::Field::Flags`
@@ -39,14 +39,13 @@ struct FormField {
 struct FormFields {
     std::vector<FormField> fields; // in the order of the form
     // What could not be shown, in words, the first hundred: parts of the form that lead nowhere or in circles,
-    // for instance. All other fields are there.
+    // for instance. All other fields are listed.
     std::vector<std::string> skipped;
 };
 
-// Every terminal field of the document's form; none when the document has no form. It looks at the
-// dictionaries as they are at the moment. Up to 16 MiB of texts are given; what is beyond is left out, as
-// `skipped` says then. Refused: null, a document with Encrypt, one without a usable catalog, and an
-// AcroForm that is no dictionary.
+// Every terminal field of the document's form, read from the dictionaries as they are now; none when the document
+// has no form. Up to 16 MiB of texts are given; the rest is left out, and `skipped` says so. Refused: null, a document
+// with Encrypt, one without a usable catalog, and an AcroForm that is not a dictionary.
 EXPORTED Result<FormFields> listFields(const Ref<PDF::Document>& document) noexcept;
 
 } // namespace Host

@@ -49,7 +49,7 @@ std::string fromDocumentEncoding(std::string_view bytes)
     return toUtf8(text);
 }
 
-// `high` is where the high byte of each unit stands: 0 or 1. A byte without a partner is left out.
+// `high` is the place of the high byte in each unit: 0 or 1. A byte without a partner is left out.
 std::string fromUtf16(std::string_view bytes, std::size_t high)
 {
     std::vector<unsigned short> units;
@@ -60,7 +60,7 @@ std::string fromUtf16(std::string_view bytes, std::size_t high)
     return toUtf8(::String::create(units.data(), 0, units.size()));
 }
 
-// The bytes that the characters of a file stand for; empty when there is one that no file gives.
+// The bytes that the characters of a file represent; empty when one of them can't be in a file.
 std::string bytesOf(const ::String& text)
 {
     std::string bytes;
@@ -73,7 +73,7 @@ std::string bytesOf(const ::String& text)
     return areAll ? bytes : std::string();
 }
 
-// What a literal string holds in every reader's eyes: printable ASCII, and what has an escape of its own.
+// What every reader reads alike in a literal string: printable ASCII, and what has an escape of its own.
 // A backslash is not read back as it is written.
 bool isLiteral(char32_t c)
 {

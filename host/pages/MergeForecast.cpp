@@ -81,7 +81,7 @@ Result<std::shared_ptr<Resources>> MergeForecast::madeResourcesOf(const Dictiona
     return found;
 }
 
-// Null for a value that is no category.
+// Null for a value that is not a category.
 std::shared_ptr<Category> MergeForecast::readCategory(const Document& document, const Ref<Value>& value) noexcept
 {
     const Ref<Value> content = resolve(document, value);

@@ -14,7 +14,7 @@ namespace Host {
 template <class T>
 using ByKey = std::map<Ref<::String>, T, PDF::KeyOrder>;
 
-// What a name of resources stands for.
+// What a name of resources refers to.
 struct NamedValue {
     Ref<PDF::Value> value;
     // The merge that copies it from the foreign document, whose value this is; 0 for one that is there.
@@ -28,14 +28,14 @@ struct Category {
 // The categories of a resources dictionary. Dictionaries that are shared in a document are shared here.
 using Resources = ByKey<std::shared_ptr<Category>>;
 
-// Does what the merges of `Document::addBackground` will do to resources, but to pictures of them, so that
-// it is known how they end. In one respect it is stricter: the number that a copied object gets isn't
-// known, and so is taken for none that a reference has, though it could be just that.
+// Does what the merges of `Document::addBackground` will do to resources, but to models of them, to find out
+// how they end. In one respect it is stricter: the number that a copied object will get isn't known, so it is
+// treated as one that no reference has.
 class MergeForecast {
 public:
     MergeForecast(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign) noexcept;
 
-    // A picture of the `Resources` of a page or of the root of a page tree, the same at each call; null when
+    // A model of the `Resources` of a page or of the root of a page tree, the same at each call; null when
     // there are none. Refused when they, or a category, can't be used in a merge.
     Result<std::shared_ptr<Resources>> resourcesOf(
         const PDF::Document& document, const PDF::Dictionary& holder) noexcept;
@@ -43,14 +43,14 @@ public:
     Result<std::shared_ptr<Resources>> madeResourcesOf(const PDF::Dictionary& holder) noexcept;
 
     enum class Source { RootOfTree, Foreign };
-    // Merges; the reason, with category and name, when that fails or leads to a wrong picture.
+    // Merges; the reason, with category and name, when that fails or leads to wrong resources.
     std::optional<std::string> merge(Source source, const Resources& toAdd, Resources& target) noexcept;
-    // Whether the last merge copies objects.
+    // Whether the last merge copied objects.
     bool hasCopied() const noexcept { return _hasCopied; }
 
     struct Hidden {
         std::string missing; // category and name of the first that isn't there; empty when all are
-        std::string wrong;   // of one that stands for something else
+        std::string wrong;   // of one that refers to something else
     };
     // How a page that has `seen` sees what is in `wanted`, which are foreign.
     Hidden findHidden(const Resources& wanted, const Resources& seen) noexcept;
@@ -67,7 +67,7 @@ private:
     const Ref<PDF::Document> _document;
     const bool _isForeignItself; // its references stay as they are
     SameContents _contents;
-    // By the dictionary that they are pictures of; new resources by their holder.
+    // By the dictionary that they are models of; new resources by their holder.
     std::unordered_map<const PDF::Value*, std::shared_ptr<Resources>> _resources;
     std::unordered_map<const PDF::Value*, std::shared_ptr<Category>> _categories;
     std::size_t _mergeCount = 0;

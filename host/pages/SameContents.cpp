@@ -115,7 +115,7 @@ bool SameContents::compareStreams(const Ref<Stream>& own, const Ref<Stream>& for
     return isSame;
 }
 
-// The value that stands for the class of another, which is itself when it has been compared with none.
+// The value that represents the class of another: itself when it was not compared with any.
 const Value* SameContents::classOf(const Value* value) noexcept
 {
     auto found = _classes.find(value);

@@ -24,8 +24,8 @@ public:
     {
     }
 
-    // A reference that leads nowhere, and data that can't be read, is the same as nothing. Once the answer
-    // was false the object is of no more use: what it took for the same on the way may not be.
+    // A reference that leads nowhere, and data that can't be read, differ from everything. After the answer false
+    // the object can't be used any more: what it assumed to be the same on the way may not be.
     bool areSame(const Ref<PDF::Value>& own, const Ref<PDF::Value>& foreign) noexcept;
 
 private:
