@@ -19,11 +19,11 @@ namespace {
 
 using namespace Libraries::Files::PDF;
 
-constexpr std::uint64_t maxOffset = 9'999'999'999; // that ten digits tell
+constexpr std::uint64_t maxOffset = 9'999'999'999; // of ten digits
 
 const Refusal endless{Reason::LimitReached, "has objects that overlap too often to be examined"};
 
-// Takes a written file and keeps nothing but its size.
+// Accepts a written file and keeps nothing but its size.
 class Counter final : public ::Object, public virtual Interfaces::Stream {
 public:
     std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
@@ -53,7 +53,7 @@ void examineHeader(FileExamination& file)
     }
 }
 
-// Gives the first row of the new table that stands for another number, in words.
+// Gives a message about the first row of the new table that stands for the number of another object.
 std::string examineRows(FileExamination& file)
 {
     const std::vector<ShiftedRow> shifted = shiftedRows(file.document(), file.chain().first());
@@ -82,7 +82,7 @@ void removeMarks(FormatValue& trailer)
 }
 
 // Whether the reader, which looks for the keyword before a trailer by counting brackets backwards, those in strings
-// too, passes over just the trailer.
+// included, skips exactly the trailer.
 bool isPassedOver(const std::string& trailer)
 {
     std::int64_t depth = 0;

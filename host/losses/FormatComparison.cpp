@@ -12,7 +12,7 @@ using Kind = FormatValue::Kind;
 
 const FormatValue nothing;
 
-// Why two scalars of one kind differ, as far as what the first is written with tells.
+// Why two scalars of one kind differ, as far as the way in which the first is written shows it.
 LossKind kindOfScalar(const FormatValue& meant, const FormatValue& written)
 {
     constexpr std::pair<FormatValue::Trait, LossKind> causes[] = {
@@ -108,7 +108,7 @@ void FormatComparison::compareDictionaries(const FormatValue& meant, const Forma
         add(LossKind::GluedWord, meant, written);
         return;
     }
-    FormatValue missing; // stands where the dictionary does
+    FormatValue missing; // in the place of the dictionary
     missing.begin = missing.end = meant.begin;
     auto next = other.begin();
     for (const auto& [key, value] : own) {

@@ -7,11 +7,11 @@
 
 namespace Host {
 
-// Compares what stands in a file with what would be written for it, and lists what comes to mean something
+// Compares what is in a file with what would be written for it, and lists what would mean something
 // else: the smallest parts that differ.
 class FormatComparison {
 public:
-    // All must outlive the comparison. Of what differs a copy of `lossTemplate` is listed, with kind, place and texts.
+    // All must outlive the comparison. A difference is listed as a copy of `lossTemplate`, with kind, place and texts.
     FormatComparison(
         const SourceText& file, const SourceText& written, const Loss& lossTemplate, Losses& losses) noexcept
         : _file(file), _written(written), _template(lossTemplate), _losses(losses)
@@ -19,7 +19,7 @@ public:
     }
 
     void compare(const FormatValue& meant, const FormatValue& written) noexcept;
-    // Lists the two as they stand.
+    // Lists the two as a loss of that kind.
     void add(LossKind kind, const FormatValue& meant, const FormatValue& written) noexcept;
 
 private:

@@ -33,7 +33,7 @@ bool isOctalDigit(int c)
     return c >= '0' && c <= '7';
 }
 
-// The character that stands behind a backslash for another one; other characters stand for themselves.
+// The character that one after a backslash represents; most represent themselves.
 int escaped(int c)
 {
     switch (c) {
@@ -46,7 +46,7 @@ int escaped(int c)
     }
 }
 
-// Makes a number of a word, if it is one. A sign or a point alone is taken for 0, as most readers do.
+// Makes a number of a word, if it is one. A sign or a point alone is 0, as in most readers.
 bool makeNumber(FormatValue& word)
 {
     const bool hasSign = word.text[0] == '-' || word.text[0] == '+';
@@ -176,7 +176,7 @@ bool FormatReader::readLetter(char& letter) noexcept
     return !isRegular(here());
 }
 
-// Behind the number of an object: makes it a reference if its generation and "R" follow.
+// After the number of an object: makes it a reference if its generation and "R" follow.
 bool FormatReader::readReferenceTail(FormatValue& id) noexcept
 {
     const std::uint64_t start = _position;
@@ -222,7 +222,7 @@ FormatValue FormatReader::readPart() noexcept
     return part;
 }
 
-// Starts behind the opening bracket, and ends behind `end` or at the end of the text.
+// Starts after the opening bracket, and ends after `end` or at the end of the text.
 void FormatReader::readList(FormatValue& list, std::string_view end) noexcept
 {
     if (_depth >= Syntax::deepestNesting) {
@@ -301,7 +301,7 @@ void FormatReader::readLiteral(FormatValue& string) noexcept
         if (c == '\\') {
             readEscape(string);
         } else if (c == '\r') {
-            string.text += '\n'; // every line ending stands for this one
+            string.text += '\n'; // every line ending means this one
             _position += _text.at(_position + 1) == '\n';
         } else {
             if (c >= 128 && c < 160)

@@ -7,12 +7,11 @@
 
 namespace Host {
 
-// What a part of a text means by the rules of the PDF format, which the library's reading doesn't always
-// follow.
+// A value as the PDF format means it, which is not always how the library reads it.
 struct FormatValue {
     enum class Kind { Null, Boolean, Number, Name, String, Reference, Array, Dictionary, Nothing };
 
-    // What the text is written with. The library's reading loses some of it.
+    // How the value is written. The library's reader loses some of it.
     enum Trait : unsigned {
         RawBytes = 1,          // a literal string with bytes from 128 to 159 as they are
         UndefinedOctals = 2,   // one with an octal escape of 129, 141, 143, 144 or 157
@@ -28,7 +27,7 @@ struct FormatValue {
     std::uint64_t end = 0;
     unsigned traits = 0;
     // Equal when scalars mean the same: the digits of a number without those that say nothing, the bytes of a
-    // string, a name as it stands, "12 0" of a reference.
+    // string, a name as it is written, "12 0" of a reference.
     std::string text;
     // The elements of an array; of a dictionary keys and values in turn, in the order of the text.
     std::vector<FormatValue> parts;
@@ -45,9 +44,9 @@ struct FormatValue {
     std::uint64_t count() const noexcept { return std::stoull(text); }
 };
 
-// Reads a text by the rules of the PDF format, on its own, without anything of the library's parser. What is
-// no value reads as `Nothing`, and the reader goes on behind it: no text stops it, and it never stands still
-// before the end. Values nest as deep as the library lets them.
+// Reads a text by the rules of the PDF format, independently of the library's parser. What is not a value reads as
+// `Nothing`, and the reader goes on after it: no text stops it, and it always moves on before the end. Values nest as
+// deep as the library allows.
 class FormatReader {
 public:
     // The text must outlive the reader, and have been moved to `position` or before it.
@@ -55,21 +54,21 @@ public:
 
     // The value that follows, references included.
     FormatValue readValue() noexcept;
-    // Passes white space and comments.
+    // Skips white space and comments.
     void skipSpace() noexcept;
     // Whether a character separates words.
     static bool isSpace(int c) noexcept;
     // Whether it can be part of a word or a name.
     static bool isRegular(int c) noexcept;
-    // Passes these, and the keyword; false, and nothing of it is passed, when it doesn't follow.
+    // Skips these, and the keyword; false, with the keyword not skipped, when something else follows.
     bool skipKeyword(std::string_view keyword) noexcept;
-    // The whole number that follows, not negative; false, with the reader where it was, when it is none.
+    // The whole number that follows, not negative; false, with the reader where it was, when something else follows.
     bool readCount(std::uint64_t& number) noexcept;
-    // A table's section has its entries in rows of two numbers and a letter.
+    // The single letter that follows, as at the end of a table's row.
     bool readLetter(char& letter) noexcept;
 
     std::uint64_t position() const noexcept { return _position; }
-    // The comments passed so far, each from its "%" to the end of its line.
+    // The comments skipped so far, each from its "%" to the end of its line.
     struct Range {
         std::uint64_t begin;
         std::uint64_t end;

@@ -10,30 +10,30 @@
 
 namespace Host {
 
-// What kind of thing a file says that is not, or otherwise, in the file that a save makes of it.
+// What a file says and the file that a save makes of it doesn't say, or says differently.
 enum class LossKind : std::uint8_t {
-    FractionZeros,      // 1.05, which goes out as 1.5
-    NumberSign,         // -0.5, which goes out as 0.5
+    FractionZeros,      // 1.05, which is written as 1.5
+    NumberSign,         // -0.5, which is written as 0.5
     RawBytes,           // bytes from 128 to 159 in a literal string, not as escapes
     UndefinedOctals,    // octal escapes of 129, 141, 143, 144 and 157
-    DoubledBackslash,   // two backslashes in a literal string, which stand for one
-    ReopenedBackslash,  // a backslash that goes out as it was meant, and is read otherwise by this library
+    DoubledBackslash,   // two backslashes in a literal string, which mean one
+    ReopenedBackslash,  // a backslash that is written correctly, and read differently by this library
     TrailerBrackets,    // brackets in strings of the trailer, for which this library can't open the new file
-    OddDigits,          // a hexadecimal string without its last digit, which stands for 0
-    GluedWord,          // a word that ends at a bracket, and is put together with what stands behind
+    OddDigits,          // a hexadecimal string without its last digit, which is then 0
+    GluedWord,          // a word that ends at a bracket, and is joined with what follows
     ObjectReference,    // an object that is a reference, of which the number remains
     EarlyValue,         // an object whose value is taken from its own header
-    RepeatedKey,        // a key that stands twice in a dictionary; the last one remains
-    OtherValue,         // any other value that goes out with another meaning
-    StreamData,         // data of a stream that begins or ends at another place
+    RepeatedKey,        // a key that a dictionary has twice; the last one remains
+    OtherValue,         // any other value that is written with another meaning
+    StreamData,         // data of a stream that begins or ends elsewhere
     Unwritable,         // an object that can't be written, so that there is no new file
     SecondSubsection,   // an object of the table's further subsections
     EarlierRevision,    // an object of an earlier revision that is still in force, and Prev itself
     ObjectStream,       // objects in streams: a stream that holds them, and XRefStm
     LostReference,      // a reference to an object that the new file doesn't have
     ShiftedRow,         // an object that the new table gives another number
-    Encryption,         // Encrypt: what is in memory are ciphers
-    Comment,            // says nothing to a reader of the format, so it is listed and never refused
+    Encryption,         // Encrypt: what is in memory is encrypted
+    Comment,            // means nothing to a reader of the format, so it is listed and never refused
 };
 // How many kinds there are, for tables by kind.
 constexpr std::size_t lossKindCount = std::size_t(LossKind::Comment) + 1;

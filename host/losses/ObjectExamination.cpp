@@ -23,21 +23,21 @@ struct Source {
     FormatValue value;
     bool isStream = false;
     std::uint64_t dataOffset = 0; // of a stream
-    std::uint64_t rest = 0;       // where something stands between the value and the object's end; 0 when nothing does
+    std::uint64_t rest = 0;       // the place of something between value and end of the object; 0 for none
 };
 
-// Behind "stream": the data begins behind one line ending, and blanks before it.
-std::uint64_t findData(SourceText& text, std::uint64_t behindKeyword)
+// After "stream": the data begins after one line ending, and blanks before that.
+std::uint64_t findData(SourceText& text, std::uint64_t afterKeyword)
 {
-    std::uint64_t position = behindKeyword;
+    std::uint64_t position = afterKeyword;
     while (text.at(position) == ' ' || text.at(position) == '\t')
         ++position;
     if (text.at(position) == '\r')
         return position + (text.at(position + 1) == '\n' ? 2 : 1);
-    return text.at(position) == '\n' ? position + 1 : behindKeyword;
+    return text.at(position) == '\n' ? position + 1 : afterKeyword;
 }
 
-// Whether an object without an end of its own ends here: in front of the next one, or behind all of them.
+// Whether an object without an end of its own ends here: before the next one, or after all of them.
 bool isAtEnd(FormatReader& reader, SourceText& text)
 {
     reader.skipSpace();
@@ -70,7 +70,7 @@ Source readSource(FileExamination& file, std::uint64_t offset)
     return source;
 }
 
-// Whether the value's first piece also stands in front of it, where the library finds it on a common line.
+// Whether the value's first piece also appears before it, where the library finds it on a common line.
 bool isFoundEarly(SourceText& text, const Source& source)
 {
     const std::string before = text.slice(source.offset, source.value.begin, Limits::maxLossText);
@@ -111,8 +111,8 @@ void compareValue(FileExamination& file, const Ref<Value>& value, const Source& 
         comparison.compare(meant, written);
 }
 
-// Behind the data that the Length counts the stream ends, and an object where the keyword for that is missing.
-// Where it doesn't, readers that look for its end find more data, or less.
+// The stream ends after the data that Length counts, and so does an object without the keyword for its end.
+// Where it doesn't, readers that look for the end find more data, or less.
 void examineDataEnd(FileExamination& file, std::uint64_t end)
 {
     SourceText& text = file.text();
@@ -144,7 +144,7 @@ void examineData(FileExamination& file, const Ref<Stream>& stream, const Source&
     }
     const std::uint64_t offset = source.dataOffset;
     const bool isElsewhere = stream->strmOfs() != offset;
-    // A line feed in front of the data becomes a part of the line ending CR that is written before it.
+    // A line feed at the beginning of the data becomes a part of the line ending CR that is written before it.
     const bool isJoined = data->size() > 0 && text.at(offset) == '\n' && lineEndingOf(file.document())->equals("\r");
     if (isElsewhere || isJoined)
         file.add(LossKind::StreamData, offset, excerptAt(text, offset));
@@ -175,7 +175,7 @@ void examineObject(FileExamination& file, const PDF::Object& object) noexcept
         file.add(LossKind::OtherValue, source.rest, excerptAt(file.text(), source.rest));
     file.addLostReferences(source.value);
     const FormatValue* type = source.isStream ? source.value.find("Type") : nullptr;
-    if (type && type->isName("ObjStm") && !file.chain().isWhole()) // nobody finds the objects in it otherwise
+    if (type && type->isName("ObjStm") && !file.chain().isWhole()) // else nothing leads to the objects in it
         file.add(LossKind::ObjectStream, source.value.begin, textOf(file.text(), source.value));
     const std::uint64_t end = source.value.end;
     if (source.isStream != bool(stream))

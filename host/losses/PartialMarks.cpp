@@ -11,7 +11,7 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-// The mark that the entry under the key is; null when it is none.
+// The mark that the entry under this key is; null when it isn't one.
 const PartialMark* markAt(const Dictionary& trailer, const Ref<::String>& key)
 {
     const std::string name = toUtf8(key);

@@ -24,8 +24,8 @@ constexpr PartialMark partialMarks[] = {
         "the document is encrypted, and what is added to it would not be (Encrypt)"},
 };
 
-// The first mark that the trailer has, whatever its key is written like; null when all of the file is in memory. An
-// entry that is the null value is none.
+// The first mark that the trailer has, however its key is written; null when all of the file is in memory. An entry
+// with the null value doesn't count.
 const PartialMark* findPartialMark(const PDF::Dictionary& trailer) noexcept;
 // Whether one of the marks says that the document is encrypted.
 bool isEncrypted(const PDF::Dictionary& trailer) noexcept;

@@ -6,7 +6,7 @@ namespace Host {
 
 namespace {
 
-// What is read at first; then as much again as there is. Most objects are short.
+// What is read at first; then as much again as is held. Most objects are short.
 constexpr std::size_t firstRead = 128;
 constexpr std::size_t maxRead = 65536;
 

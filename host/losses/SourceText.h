@@ -7,8 +7,8 @@
 
 namespace Host {
 
-// The bytes of a text that is looked at from a place onwards: of a file, or of a text in memory. What was
-// looked at since the last `moveTo` is held.
+// The bytes of a text, read from some position on: of a file, or of a text in memory. What was
+// read since the last `moveTo` is held.
 class SourceText {
 public:
     static constexpr int end = -1;
@@ -16,16 +16,16 @@ public:
     explicit SourceText(Ref<FileStripe> file) noexcept : _file(std::move(file)) {}
     explicit SourceText(std::string text) noexcept : _held(std::move(text)) {}
 
-    // Lets go of what is held, and goes on from `position`. Only for a file.
+    // Releases what is held, and goes on from `position`. Only for a file.
     void moveTo(std::uint64_t position) noexcept;
-    // The byte at a position at or behind the last one moved to; `end` behind the last byte, and where the
-    // file can't be read, which its `readFailure` tells.
+    // The byte at a position at or after the last one moved to; `end` after the last byte, and where the
+    // file can't be read, as its `readFailure` says.
     int at(std::uint64_t position) noexcept;
     bool isAt(std::uint64_t position, std::string_view text) noexcept;
-    // Those bytes of a range that were looked at, at most `maxLength` of them.
+    // The bytes from `begin` to before `limit` as far as they were read, at most `maxLength` of them.
     std::string slice(std::uint64_t begin, std::uint64_t limit, std::size_t maxLength) const noexcept;
-    // How many bytes were taken from the file so far, again after each `moveTo`. Whoever follows what a file
-    // says to ever new places in it gives up at a multiple of its size.
+    // How many bytes of the file were read so far, those that were read again included. Whoever follows what a
+    // file says from place to place gives up at a multiple of its size.
     std::uint64_t bytesRead() const noexcept { return _bytesRead; }
     // In bytes.
     std::uint64_t size() const noexcept { return _file ? _file->size() : _held.size(); }

@@ -23,7 +23,7 @@ TableChain::TableChain(SourceText& text) noexcept : _text(text)
     }
 }
 
-// The number behind the last "startxref".
+// The number after the last "startxref".
 std::optional<std::uint64_t> TableChain::findStart() noexcept
 {
     constexpr std::string_view keyword = "startxref";
@@ -44,7 +44,7 @@ std::optional<std::uint64_t> TableChain::findStart() noexcept
     }
 }
 
-// Gives the trailer behind the table; `Nothing` when the table or the trailer is no good.
+// Gives the trailer after the table; `Nothing` when the table or the trailer is unusable.
 FormatValue TableChain::readTable(std::uint64_t offset, bool isNewest) noexcept
 {
     _text.moveTo(offset);

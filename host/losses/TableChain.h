@@ -8,8 +8,8 @@
 namespace Host {
 
 // The cross-reference tables of a file, as the format means them: all subsections of the newest one, and
-// those that Prev leads to. Tables in streams are not read, and no more of tables that lie inside each other
-// once they have taken 16 times the size of the file.
+// those that Prev leads to. Tables in streams are not read, and tables that lie inside each other only up to the
+// limit of readings.
 class TableChain {
 public:
     enum class Place { FirstSubsection, FurtherSubsection, EarlierTable };
@@ -26,11 +26,11 @@ public:
     const std::map<std::uint32_t, Row>& rows() const noexcept { return _rows; }
     // The number that the first subsection begins with.
     std::uint32_t first() const noexcept { return _first; }
-    // The trailer of the newest table; `Nothing` when there is none behind it.
+    // The trailer of the newest table; `Nothing` when none follows it.
     const FormatValue& trailer() const noexcept { return _trailer; }
     // Comments between the rows of the newest table and before its trailer.
     const std::vector<FormatReader::Range>& comments() const noexcept { return _comments; }
-    // Whether there is no more than what was read.
+    // Whether all tables were read.
     bool isWhole() const noexcept { return _isWhole; }
 
 private:

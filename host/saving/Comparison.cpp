@@ -34,7 +34,7 @@ bool isSameText(const Side& a, const Side& b)
         && Mem::equal(left->data(), right->data(), left->size() * sizeof(*left->data()));
 }
 
-// What of a value stands in front of its data, if it is a stream; all of it otherwise.
+// What is written of a value before its data, if it is a stream; else all of it.
 Ref<Value> withoutData(const Ref<Value>& value)
 {
     const Ref<Stream> stream = valueAs<Stream>(value);
@@ -55,10 +55,10 @@ bool beginsWithLineFeed(const Ref<Document>& document, const Ref<Value>& value)
     return isRead && first == '\n';
 }
 
-// Why a value that was written comes back otherwise.
+// Why a value is not read back as it was written.
 std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value)
 {
-    // Two in a row stand for one that is in a string.
+    // Two in a row represent one in a string.
     const std::uint32_t doubled[] = {'\\', '\\'};
     const auto text = writtenText(document, withoutData(value));
     const std::uint32_t* end = text ? text->data() + text->size() : nullptr;

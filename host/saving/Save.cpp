@@ -34,7 +34,7 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
     return {};
 }
 
-// Why a strict save is none.
+// Why a strict save refuses.
 std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
 {
     if (!source)

@@ -6,16 +6,16 @@
 
 namespace Host {
 
-// What a save looks at.
+// How a save decides.
 struct SaveOptions {
-    // Saves as well what is refused beforehand: a document of which only a part is in memory.
+    // Also saves what is refused beforehand: a document of which only a part is in memory.
     bool isPartialAllowed = false;
     // Leaves out the comparison of the new file with the document.
     bool isUnverified = false;
     // The file that the document was opened from; null when it didn't come from one.
     Ref<FileStripe> source;
-    // Refuses a document whose source says anything that the new file would not give back as it was meant. Files
-    // whose pages were put beneath are not asked; `examine` them before.
+    // Refuses a document whose source says anything that would lose its meaning in the new file. The files of
+    // backgrounds are not examined; `examine` them before.
     bool isStrict = false;
 };
 
@@ -25,18 +25,17 @@ struct Saved {
     Durability durability; // whether it survives a loss of power
 };
 
-// Writes the document as a new file that takes the place of whatever stands at `path`, as `FileOutput`
-// tells. That may be the file that the document was opened from: the document goes on reading the old
-// one. `Size` of the document's trailer is brought up to date in any case.
+// Writes the document as a new file that replaces whatever is at `path`, as `FileOutput` describes.
+// That may be the file that the document was opened from: the document goes on reading the old
+// one. `Size` of the document's trailer is updated in any case.
 //
-// Refused beforehand: a document without objects or catalog, one whose trailer has Prev, XRefStm or
-// Encrypt, and one whose source was changed since it was opened. A strict save examines the source, as
-// `examine` tells, and refuses the document as well when it finds a loss of meaning, with the counts in the
-// words; when the source can't be examined; and when there is none. Then the new file is written, opened
-// again before it has its name, and compared: version, line ending, trailer but for Size, and object by
-// object id, generation and written text with stream data. What does not come back as it was is refused,
-// with the object and the reason in the words. A failing read or write, and a source that is changed
-// meanwhile, is refused as well. After a refusal the target is as it was.
+// Refused beforehand: a document without objects or catalog (`Reason::BrokenRule`); one whose trailer has Prev or
+// XRefStm (`Partial`) or Encrypt (`Encrypted`); one whose source was changed since it was opened (`ChangedMeanwhile`);
+// and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the counts in the message), or whose
+// source can't be examined. Then the new file is written, opened again before it has its name, and compared: version,
+// line ending, trailer but for Size, and object by object id, generation and written text with stream data. What is not
+// read back as it was is refused (`Difference`, with the object and the cause in the message), as are failing reads and
+// writes, and a source that is changed meanwhile. After a refusal the target is as it was.
 EXPORTED Result<Saved> save(const Ref<PDF::Document>& document, const std::string& path,
     const SaveOptions& options = {}) noexcept;
 // The same for a document with the file that it was opened from, which becomes the options' source.

@@ -23,7 +23,7 @@ struct Surveyed {
     RecompressedStream report;
 };
 
-// The name as it is written, but for what a terminal might take for a command or can't show.
+// The name as it is written, with escapes for what a terminal might interpret or can't show.
 std::string textOf(const Ref<Value>& filter)
 {
     const Ref<Name> name = valueAs<Name>(filter);
@@ -70,7 +70,7 @@ bool isConverted(const Surveyed& surveyed)
     return surveyed.report.outcome == StreamOutcome::Converted;
 }
 
-// What is compressed although it has a filter, which then can't be FlateDecode.
+// Streams that would be compressed although they have a filter, which then can't be FlateDecode.
 std::optional<Refusal> refuseLostFilters(const std::vector<Surveyed>& streams)
 {
     std::string names;
@@ -100,7 +100,7 @@ std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
     return {};
 }
 
-// Brings held data to its beginning, from where the library reads it, and notes the sizes.
+// Moves data that is held to its beginning, where the library starts reading, and notes the sizes.
 std::optional<Refusal> rewind(const Ref<Document>& document, std::vector<Surveyed>& streams)
 {
     for (Surveyed& each : streams) {
@@ -116,7 +116,7 @@ std::optional<Refusal> rewind(const Ref<Document>& document, std::vector<Surveye
     return {};
 }
 
-// Gives the stream that the library failed at, which it leaves with the new filter, its old one back.
+// Gives the stream at which the library failed, and which it leaves with the new filter, its old one back.
 Refusal restore(const Ref<Document>& document, std::vector<Surveyed>& streams, std::uint32_t code)
 {
     std::string failing;
@@ -126,7 +126,7 @@ Refusal restore(const Ref<Document>& document, std::vector<Surveyed>& streams, s
         each.stream->dict()->set(::String::create("Filter"), each.filter);
         failing = nameOf(*each.report.object) + ": ";
     }
-    rewind(document, streams); // the failing one stands where its reading ended
+    rewind(document, streams); // the failing one is where its reading ended
     return codeRefusal(code, failing);
 }
 

@@ -13,16 +13,16 @@ namespace PDF = Libraries::Files::PDF;
 
 // How `recompress` decides.
 struct RecompressOptions {
-    // Converts as well what loses the name of its filter.
+    // Also converts data that loses the name of its filter.
     bool isForced = false;
 };
 
 // What became of a stream.
 enum class StreamOutcome {
     Converted,
-    Fitting,     // left alone: it had the form already
-    OtherFilter, // left alone: its filter has another name than FlateDecode
-    NoName,      // left alone: its filter is no name, as an array of filters is none
+    Fitting,     // left alone: it already had the form
+    OtherFilter, // left alone: its filter is not FlateDecode
+    NoName,      // left alone: its filter is not a name, but an array of filters, for instance
 };
 
 // A stream, and what became of it.
@@ -31,25 +31,23 @@ struct RecompressedStream {
     StreamOutcome outcome;   // what became of it
     // The name of the filter that the stream had, as names are written; empty when it had none.
     std::string filter;
-    // It has decode parameters, which stay in any case. Without the filter they fit no more, and with a
-    // new one they come into force.
+    // It has decode parameters, which stay in any case. Without the filter they no longer apply, and with a
+    // new one they take effect.
     bool hasDecodeParameters;
     // Of the stored data, in bytes; 0 when the stream was left alone.
     std::uint64_t sizeBefore;
     std::uint64_t sizeAfter;
 };
 
-// Brings the stored data of every stream to Flate or to none by `Document::recompress`, wherever the data
-// held stands, and says of every stream what became of it, in the order of the document's objects.
+// Converts the stored data of every stream to Flate or to none by `Document::recompress`, whatever the position of
+// data that is held, and reports what became of each stream, in the order of the document's objects.
 //
-// It looks first. Refused beforehand, and nothing done: any other target, with `ErrInvalidArgument`; on the
-// way to Flate, unless forced, streams with a filter of another name, a JPEG image say, with `ErrBadFilter`
-// and the streams and filters in the words: the library would compress their data as it stands and forget
-// the filter; a stream to be converted that shares its Length with another one, with `ErrStreamLength`: the
-// Length fits one of the two at most, and data would be cut; a stream whose data can't be had, with the
-// code of `Document::streamData`. Damaged data is found on the way, with the codes of
-// `Document::recompress`: then every stream has its old data, Length and Filter, and those that had been
-// converted report no change, even if they had before.
+// Refused before anything is done: any other target (`ErrInvalidArgument`); a stream whose data can't be read, with
+// the code of `Document::streamData`; with `Reason::Lossy` (`ErrBadFilter`) and the streams in the message, on the way
+// to Flate and unless forced, streams with a filter of another name, which would be lost; with `Reason::Conflict`
+// (`ErrStreamLength`) a stream that shares its Length with another one, whose data would be cut. Damaged data is found
+// on the way, with the codes of `Document::recompress`: then every stream has its old data, Length and Filter, and
+// those that had been converted report no change, even if they had before.
 EXPORTED Result<std::vector<RecompressedStream>> recompress(const Ref<PDF::Document>& document,
     PDF::Compression target, const RecompressOptions& options = {}) noexcept;
 

@@ -13,21 +13,22 @@ namespace PDF = Libraries::Files::PDF;
 
 // Which data of a stream.
 enum class StreamForm {
-    Stored,  // as the data stands in the file
+    Stored,  // as the data is in the file
     Decoded, // as FlateDecode gives it; as stored when the stream has no filter
 };
 
-// Takes the bytes of a stream, some at a time; false ends the copying.
+// Gets the bytes of a stream, some at a time; false ends the copying.
 using ByteSink = std::function<bool(const std::uint8_t* bytes, std::size_t count)>;
 
-// Hands the data of a stream to `sink`, in a fixed amount of memory, and gives its size in bytes. It may
-// be called at any time and as often as one likes, also when the library holds the stream's stored form
-// already; data that was replaced in memory counts as stored too. The position of held data is kept.
+// Passes the data of a stream to `sink`, in a fixed amount of memory, and gives its size in bytes. It may
+// be called at any time and any number of times, even when the library already holds the stream's stored
+// form; data that was replaced in memory counts as stored, too. The position of data that is held is kept.
 //
-// Decoding knows one filter, the name FlateDecode; decode parameters are not applied. What follows the
+// Decoding supports one filter, the name FlateDecode; decode parameters are not applied. What follows the
 // compressed data is left out. Refused with `ErrBadFilter` for any other filter, an array included, with
-// `ErrStreamConvert` for data that is damaged, cut short, or can't be read, and with the codes of
-// `Document::streamData`. The sink may have got a part of the data by then.
+// `ErrStreamConvert` for data that is damaged, truncated, or can't be read, with the codes of
+// `Document::streamData`, and with `Reason::Cancelled` when the sink ends the copying. The sink may have got a
+// part of the data by then.
 EXPORTED Result<std::uint64_t> copyStream(const Ref<PDF::Document>& document,
     const Ref<PDF::Stream>& stream, StreamForm form, const ByteSink& sink) noexcept;
 
