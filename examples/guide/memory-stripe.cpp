@@ -1,4 +1,4 @@
-// Opens a PDF file that stands in memory, through a stripe of the program's own.
+// Opens a PDF file that is in memory, through a stripe of the program's own.
 
 #include <document/Document.h>
 #include <platform/Mem.h>
@@ -52,7 +52,7 @@ public:
 
 private:
     const std::vector<std::uint8_t> _bytes;
-    std::uint64_t _position = 0; // never behind the end
+    std::uint64_t _position = 0; // never after the end
 };
 
 } // namespace

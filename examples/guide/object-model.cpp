@@ -1,13 +1,13 @@
 // Walks all values of a document, and changes one.
 
 #include <document/Inspection.h>
+#include <document/Resolve.h>
 #include <host/fields/TextString.h>
 #include <host/files/Open.h>
 #include <values/Array.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>
 #include <values/Object.h>
-#include <values/ObjectRef.h>
 #include <values/Stream.h>
 #include <values/String.h>
 
@@ -16,16 +16,6 @@
 namespace {
 
 using namespace Libraries::Files;
-
-// What a value refers to; the value itself when it is no reference, null when the reference leads nowhere.
-Ref<PDF::Value> resolved(const Ref<PDF::Document>& document, Ref<PDF::Value> value)
-{
-    const auto reference = PDF::valueAs<PDF::ObjectRef>(value);
-    if (!reference)
-        return value;
-    const auto object = document->object(reference);
-    return object ? object->value() : nullptr;
-}
 
 // Calls `visit` for a value and for all that is in it. References are not followed: they may lead in circles,
 // and what they lead to is an object, which is walked by itself.
@@ -60,7 +50,7 @@ bool mark(const Ref<PDF::Document>& document, const char* key, const char* text)
     const auto pages = document->getPages();
     if (pages.empty())
         return false;
-    const auto page = PDF::valueAs<PDF::Dictionary>(resolved(document, pages.front()->value()));
+    const auto page = PDF::resolveAs<PDF::Dictionary>(*document, pages.front()->value());
     return page && page->set(::String::create(key), Host::stringOf(text));
 }
 

@@ -26,7 +26,7 @@ Ref<PDF::Stream> firstContent(const Ref<PDF::Document>& document)
     return object ? object->valueAsStream() : nullptr;
 }
 
-// Compressed when the stream's Filter is FlateDecode, as it stands when there is no filter.
+// Compressed when the stream's Filter is FlateDecode, as it is when there is no filter.
 bool replace(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, const std::string& text)
 {
     const auto data = MemoryStream::create(0, 1);
