@@ -1,7 +1,7 @@
 // Tries the library on a folder of real files: files-pdf-corpus FOLDER EXPECT.TSV
 //
 // The table has a header line and, for each file, its name, what opening gives ("ok" or the code), the
-// numbers of objects and of pages, and what a rewrite gives: "ok", with ",cr" or ",backslash" behind it, or
+// numbers of objects and of pages, and what a rewrite gives: "ok", with ",cr" or ",backslash" after it, or
 // words that say why the file can't be saved whole ("shifted", "noroot", "badlen", "dangling", "prev"). The last
 // column says what is lost without a word: "numbers", "highbytes" and "glued" with their counts, and "misfind".
 // Of strings with high bytes it counts all, so that those that are lost are among them; a value that is found
@@ -27,7 +27,7 @@ using namespace Tests;
 struct Row {
     std::string file, opening, objects, pages, rewrite, notKept;
     bool says(const char* word) const { return rewrite.find(word) != rewrite.npos; }
-    // The number behind a word of the columns about saving; 0 without the word.
+    // The number after a word of the columns about saving; 0 without the word.
     std::size_t count(const std::string& word) const
     {
         const std::string text = rewrite + " " + notKept;

@@ -1,6 +1,6 @@
 // Opens and closes small files, and does whole jobs, over and over in one process: files-pdf-soak [OPENS [JOBS]].
 // Prints the resident memory and the number of open descriptors at each tenth of the way; exits with 1 when
-// they grow behind the first one, or when anything fails.
+// they grow after the first one, or when anything fails.
 
 #include <host/files/Open.h>
 #include <host/saving/Save.h>

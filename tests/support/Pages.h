@@ -4,7 +4,7 @@
 
 namespace Tests {
 
-// The value as it stands in a written file.
+// The value as it is in a written file.
 inline std::string valueText(const Ref<PDF::Document>& document, const Ref<PDF::Value>& value)
 {
     if (!value)
@@ -26,7 +26,7 @@ inline std::string objectText(const Ref<PDF::Document>& document, std::uint32_t 
     return valueText(document, objectOf(document, id)->value());
 }
 
-// An entry of a page's dictionary as it stands there.
+// An entry of a page's dictionary as it is there.
 inline std::string pageEntry(const Ref<PDF::Document>& document, std::size_t page, const char* key)
 {
     const Ref<PDF::Dictionary> dictionary = document->getPages()[page]->valueAsDictionary();

@@ -19,14 +19,14 @@ public:
     {
     }
 
-    // An indirect object: its value as it stands in the file. Ids that are left out are free.
+    // An indirect object: its value as it is in the file. Ids that are left out are free.
     PdfText& object(unsigned id, const std::string& value)
     {
         _offsets[id] = _text.size();
         _text += std::to_string(id) + " 0 obj" + _ending + value + _ending + "endobj" + _ending;
         return *this;
     }
-    // A stream; `entries` go into its dictionary, behind its Length.
+    // A stream; `entries` go into its dictionary, after its Length.
     PdfText& stream(unsigned id, const std::string& data, const std::string& entries = "")
     {
         return object(id, "<< /Length " + std::to_string(data.size()) + " " + entries + " >>" + _ending + "stream"

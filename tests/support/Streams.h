@@ -13,7 +13,7 @@ inline Ref<TestStripe> narrow(const std::string& bytes, Fault fault = {})
     return make<TestStripe>(bytes, fault, 1);
 }
 
-// The stream in a row of the object table; behind the two objects of `PdfText::pages` without any.
+// The stream in a row of the object table; after the two objects of `PdfText::pages` without any.
 inline Ref<PDF::Stream> streamOf(const Ref<PDF::Document>& document, std::size_t index = 2)
 {
     return PDF::objectsOf(document)[index]->valueAsStream();

@@ -58,7 +58,7 @@ inline const Libraries::Strings::Encodings::ANSI::Windows_1252& encoding()
     return *theEncoding;
 }
 
-// The bytes that characters of a file stand for.
+// The bytes that characters of a file represent.
 inline std::string encodedBytes(const std::vector<std::uint32_t>& elements)
 {
     std::string result;
@@ -177,7 +177,7 @@ private:
     const std::string _bytes;
 };
 
-// Up to `count` elements from where the stripe stands.
+// Up to `count` elements from the position of the stripe.
 template <class Element = std::uint32_t>
 std::vector<Element> readFrom(Interfaces::Stripe& stripe, std::uint64_t count)
 {

@@ -52,7 +52,7 @@ TEST(Recompress, tellsWhatBecameOfEachStream)
                                       "noName! fitting! other/DCT#7F#80Decode");
     EXPECT_EQ(told(document, toNone), "fitting fitting fitting! fitting noName! fitting! other/DCT#7F#80Decode");
     EXPECT_EQ(Host::recompress(document, toFlate).refusal().code, ErrBadFilter);
-    EXPECT_TRUE(Host::recompress(document, toFlate, {true})) << "compressed as it stands";
+    EXPECT_TRUE(Host::recompress(document, toFlate, {true})) << "compressed as it is";
     EXPECT_EQ(decodedBytes(Tests::open(written(document)), 9), "j");
     EXPECT_EQ(Host::recompress(document, PDF::Compression::Unknown).refusal().code, ErrInvalidArgument);
 }

@@ -30,7 +30,7 @@ TEST(StreamBytes, decodesByTheDictionaryWhateverTheLibraryHolds)
     EXPECT_TRUE(decodedText(document) == data);
     const Ref<Interfaces::Stripe> held = document->streamData(stream, false);
     held->seek(7);
-    EXPECT_TRUE(decodedText(document) == data) << "from the beginning, wherever the held form stands";
+    EXPECT_TRUE(decodedText(document) == data) << "from the beginning, wherever the held form is read";
     EXPECT_EQ(held->tell(), 7u);
     stream->strmData(make<TestStripe>(compressed("other")));
     EXPECT_EQ(decodedText(document), "other");
