@@ -38,6 +38,7 @@ enum class Reason : std::uint8_t {
 
 // Why something could not be done.
 struct Refusal {
+    // For programs.
     Reason reason = Reason::SystemFailure;
     // What is wrong, for people: one line of UTF-8, without the name of the file and without the code.
     std::string message;
