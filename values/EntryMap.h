@@ -1,7 +1,7 @@
 #pragma once
 
 #include <platform/Pool.h>
-#include <platform/String.h>
+#include <values/KeyOrder.h>
 #include <values/Value.h>
 
 #include <algorithm>
@@ -46,12 +46,6 @@ public:
     }
 
 private:
-    struct KeyOrder {
-        using is_transparent = void;
-        bool operator()(const Ref<::String>& a, const Ref<::String>& b) const { return a->compare(*b) < 0; }
-        bool operator()(const Ref<::String>& a, const ::String& b) const { return a->compare(b) < 0; }
-        bool operator()(const ::String& a, const Ref<::String>& b) const { return a.compare(*b) < 0; }
-    };
     using Tree = std::map<Ref<::String>, Ref<Value>, KeyOrder,
         PoolAllocator<std::pair<const Ref<::String>, Ref<Value>>>>;
     using TreeHolder = std::unique_ptr<Tree>; // never null
