@@ -7,10 +7,10 @@
 
 namespace Host {
 
-// People's text to the library's and back.
+// Between text in UTF-8 and the library's.
 
-// Null, with `ErrInvalidArgument`, when the text is not wholly UTF-8; an overlong form, a surrogate
-// and a number above 0x10FFFF are none.
+// Null, with `ErrInvalidArgument`, when the text is not wholly UTF-8, which excludes overlong forms, surrogates
+// and numbers above 0x10FFFF.
 EXPORTED Ref<::String> fromUtf8(std::string_view text) noexcept;
 // What has no UTF-8, a lone surrogate or a number above 0x10FFFF, becomes U+FFFD; a null text is
 // empty.
