@@ -43,7 +43,8 @@ Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
         else if (element.is_array() && std::all_of(element.begin(), element.end(), isText))
             values.emplace_back(name, element.get<std::vector<std::string>>());
         else
-            return Host::Refusal{Host::Reason::WrongArgument, "the value of " + name + " is not a text, true, false or a list of texts"};
+            return Host::Refusal{Host::Reason::WrongArgument,
+                "the value of " + name + " is not a text, true, false or a list of texts"};
     return values;
 }
 

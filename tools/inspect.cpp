@@ -121,7 +121,8 @@ std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& ob
         out += ", \"stored\": " + (stored ? std::to_string(*stored) : "null");
         out += ", \"decoded\": " + (decoded ? std::to_string(*decoded) : "null");
         if (!decoded)
-            out += ", \"error\": " + json(decoded.refusal().message) + ", \"code\": " + jsonCode(decoded.refusal().code);
+            out += ", \"error\": " + json(decoded.refusal().message)
+                + ", \"code\": " + jsonCode(decoded.refusal().code);
     }
     return out + "}";
 }

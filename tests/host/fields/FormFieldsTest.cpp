@@ -133,7 +133,8 @@ TEST(FormFields, refusesWhatItCanNotReadTheFormOf)
     EXPECT_TRUE(listFields(Tests::open(PdfText().pages()))->fields.empty());
     EXPECT_EQ(listFields(nullptr).refusal().code, ErrNullArgument);
     EXPECT_EQ(listFields(Tests::open(PdfText().object(1, "<< >>"))).refusal().code, ErrBadCatalog);
-    EXPECT_EQ(listFields(Tests::open(PdfText().pages().trailer("/Encr#79pt 3 0 R"))).refusal().reason, Reason::Encrypted);
+    const PdfText encrypted = PdfText().pages().trailer("/Encr#79pt 3 0 R");
+    EXPECT_EQ(listFields(Tests::open(encrypted)).refusal().reason, Reason::Encrypted);
     EXPECT_TRUE(listFields(Tests::open(PdfText().pages().trailer("/Encrypt null"))));
 }
 
