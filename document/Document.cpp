@@ -44,8 +44,10 @@ Ref<Document> Document::create(Ref<Interfaces::Stripe> stripe) noexcept
         return refuse(ErrNullArgument);
     if (stripe->elementSize() != sizeof(std::uint32_t))
         return refuse(ErrInvalidArgument);
-    Ref<DocumentObj> document = make<DocumentObj>(std::move(stripe));
-    return document->load() ? Ref<Document>(std::move(document)) : nullptr;
+    FileContent content;
+    if (!FileReader(*stripe).read(content))
+        return nullptr;
+    return make<DocumentObj>(std::move(stripe), std::move(content));
 }
 
 Ref<Object> Document::getCatalog() const noexcept

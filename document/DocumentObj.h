@@ -1,7 +1,7 @@
 #pragma once
 
 #include <document/Document.h>
-#include <document/ValueParser.h>
+#include <document/FileReader.h>
 #include <platform/Mon.h>
 #include <platform/Reporter.h>
 #include <platform/TConstArray.h>
@@ -18,16 +18,10 @@ class NumberObj;
 class StreamObj;
 class SubStripe;
 
-// One line of the cross-reference table.
-struct XrefEntry {
-    std::uint64_t offset; // of a free entry it is kept and never used
-    std::uint16_t generation;
-    bool inUse;
-};
-
 class DocumentObj final : public ::Object, public virtual Document {
 public:
-    explicit DocumentObj(Ref<Interfaces::Stripe> stripe) noexcept;
+    // The document of a file that was read.
+    DocumentObj(Ref<Interfaces::Stripe> stripe, FileContent content) noexcept;
     ~DocumentObj() noexcept override;
 
     // Document
@@ -43,23 +37,15 @@ public:
     bool addBackground(Ref<Document> foreign, BackgroundMode mode) noexcept override;
     bool recompress(Compression target) noexcept override;
 
-    // Fills the document from the stripe; false with the code that `Document::create` leaves.
-    bool load() noexcept;
     // All objects, in table order.
     const std::vector<Ref<PDF::Object>>& objects() const noexcept { return _objects; }
+    // The free rows of the table that was read. What they say of their ids is lost in a written file.
+    const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
     // The value's characters in a file; null with the code that `writtenText` leaves.
     Ref<TConstArray<std::uint32_t>> valueToBuffer(const Ref<Value>& value) noexcept;
 
 private:
-    // Reading
-    bool readHeader(ElementReader& elements) noexcept;
-    bool detectLineEnding(ElementReader& elements) noexcept;
-    bool readTrailer(ElementReader& elements, ValueParser& parser) noexcept;
-    bool readXref(ElementReader& elements) noexcept;
-    bool readXrefEntry(std::u32string_view line) noexcept;
-    bool readObjects(ValueParser& parser) noexcept;
-
     // Stream data
     Ref<Number> storedLength(const Dictionary& dictionary) noexcept;
     Ref<Interfaces::Stripe> decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept;
@@ -100,17 +86,15 @@ private:
     Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
 
     // Released from the last to the first.
-    Ref<Interfaces::Stripe> _stripe; // the file; its position is the parser's
+    Ref<Interfaces::Stripe> _stripe; // the file
     Ref<Mon> _monitor;               // guards the stripe's position while views read it
-    Ref<::String> _lineEnding;       // LF until the file was looked at
-    std::uint32_t _version = 0;
+    Ref<::String> _lineEnding;
+    std::uint32_t _version;
     bool _changed = false; // objects were added
-    std::uint32_t _nextObjectId = 0;
+    std::uint32_t _nextObjectId;
     Ref<Dictionary> _trailer;
-    std::uint64_t _startXref = 0;
-    std::uint64_t _eofOffset = 0;
-    std::vector<XrefEntry> _xref;
-    std::uint32_t _firstObjectId = 0; // of the table's subsection; the writer repeats it
+    std::vector<FreeRow> _freeRows; // of the file's table
+    std::uint32_t _firstObjectId;   // of the table's subsection; the writer repeats it
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries
     // leave no hole, and new objects are appended.
     std::vector<Ref<PDF::Object>> _objects;

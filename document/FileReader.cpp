@@ -1,6 +1,5 @@
-#include <document/DocumentObj.h>
+#include <document/FileReader.h>
 
-#include <document/Keys.h>
 #include <document/Report.h>
 #include <document/Syntax.h>
 #include <document/Version.h>
@@ -10,9 +9,6 @@
 
 #include <algorithm>
 #include <cstring>
-
-// Opening a file: the header line, then from the end of the file backwards to the trailer, then the
-// cross-reference table, then every object that it calls in use. The first failure ends the opening.
 
 namespace Libraries::Files::PDF {
 
@@ -25,7 +21,7 @@ Ref<::String> readLine(ElementReader& elements)
     return elements.readLine(line) ? ::String::create(line) : nullptr;
 }
 
-// Whether the last character of the keyword stands at `last`, and the others before it.
+// Whether the keyword ends with the character at `last`.
 bool hasKeywordEndingAt(ElementReader& elements, std::uint64_t last, const char* keyword)
 {
     std::uint32_t text[16];
@@ -34,7 +30,7 @@ bool hasKeywordEndingAt(ElementReader& elements, std::uint64_t last, const char*
         && std::equal(text, text + length, keyword);
 }
 
-// The place of the end marker, 0 when it is not there. Only line ends may follow it.
+// The position of the end marker, 0 when it is not there. Only line ends may follow it.
 std::uint64_t findEof(ElementReader& elements)
 {
     std::uint64_t position = elements.size();
@@ -48,8 +44,8 @@ std::uint64_t findEof(ElementReader& elements)
     return hasKeywordEndingAt(elements, position, Syntax::endMarker) ? position + 1 - length : 0;
 }
 
-// The place behind the keyword, 0 when it is not there. Between it and the end marker stand line ends
-// and digits, and nothing else.
+// The position after the keyword, 0 when it is not there. Between it and the end marker are line ends and
+// digits, and nothing else.
 std::uint64_t findStartXref(ElementReader& elements, std::uint64_t eof)
 {
     if (eof < std::strlen(Syntax::startXrefKeyword))
@@ -62,7 +58,7 @@ std::uint64_t findStartXref(ElementReader& elements, std::uint64_t eof)
     return hasKeywordEndingAt(elements, position, Syntax::startXrefKeyword) ? position + 1 : 0;
 }
 
-// The place behind the keyword, 0 when it is not there. The walk passes over the trailer dictionary by
+// The position after the keyword, 0 when it is not there. The walk passes over the trailer dictionary by
 // counting its brackets, and then over line ends. Deliberate: pairs of brackets overlap, so a dictionary
 // that ends in ">>>>" is never passed.
 std::uint64_t findTrailer(ElementReader& elements, std::uint64_t after)
@@ -91,21 +87,20 @@ std::uint64_t findTrailer(ElementReader& elements, std::uint64_t after)
 
 } // namespace
 
-bool DocumentObj::load() noexcept
+bool FileReader::read(FileContent& content) noexcept
 {
-    ElementReader elements(*_stripe);
-    ValueParser parser(elements);
-    if (!readHeader(elements) || !readTrailer(elements, parser))
+    std::uint64_t tableOffset = 0;
+    if (!readHeader(content) || !readTrailer(content, tableOffset))
         return false;
-    if (!readXref(elements))
+    if (!readTable(tableOffset, content.firstObjectId))
         return refuse(ErrBadXref);
-    return readObjects(parser);
+    return readObjects(content);
 }
 
 // Deliberately without a search: a file with anything before its header is refused.
-bool DocumentObj::readHeader(ElementReader& elements) noexcept
+bool FileReader::readHeader(FileContent& content) noexcept
 {
-    const Ref<::String> line = readLine(elements);
+    const Ref<::String> line = readLine(_elements);
     if (!line || line->isEmpty())
         return refuse(ErrNoHeaderLine);
     const std::size_t start = std::strlen(Syntax::headerStart);
@@ -114,79 +109,79 @@ bool DocumentObj::readHeader(ElementReader& elements) noexcept
     const std::size_t point = line->find('.', start);
     if (point == line->length())
         return refuse(ErrBadHeader);
-    _version = versionFromStrings(line->substring(start, point - start), line->substring(point + 1));
-    if (_version == 0)
+    content.version = versionFromStrings(line->substring(start, point - start), line->substring(point + 1));
+    if (content.version == 0)
         return refuse(ErrBadHeader);
-    return elements.seek(line->length()) ? detectLineEnding(elements) : refuse(ErrBadLineEnding);
+    return _elements.seek(line->length()) ? readLineEnding(content) : refuse(ErrBadLineEnding);
 }
 
-// Starts behind the header line, ends behind its ending.
-bool DocumentObj::detectLineEnding(ElementReader& elements) noexcept
+// Starts after the header line, ends after its ending.
+bool FileReader::readLineEnding(FileContent& content) noexcept
 {
     std::uint32_t c = 0;
-    if (!elements.next(c))
+    if (!_elements.next(c))
         return refuse(ErrBadLineEnding);
     if (!Syntax::isLineEnd(c))
         return report.fail(ErrBadLineEnding, "Unexpected line ending character: ", c);
-    _lineEnding = ::String::create(c);
+    content.lineEnding = ::String::create(c);
     if (c == Syntax::lineFeed)
         return true;
-    if (!elements.next(c))
+    if (!_elements.next(c))
         return refuse(ErrBadLineEnding);
     if (c == Syntax::lineFeed) {
-        _lineEnding = _lineEnding->append(c);
+        content.lineEnding = content.lineEnding->append(c);
         return true;
     }
-    return elements.seek(elements.tell() - 1) || refuse(ErrBadLineEnding);
+    return _elements.seek(_elements.tell() - 1) || refuse(ErrBadLineEnding);
 }
 
-bool DocumentObj::readTrailer(ElementReader& elements, ValueParser& parser) noexcept
+bool FileReader::readTrailer(FileContent& content, std::uint64_t& tableOffset) noexcept
 {
-    _eofOffset = findEof(elements);
-    if (_eofOffset == 0)
+    const std::uint64_t eof = findEof(_elements);
+    if (eof == 0)
         return refuse(ErrNoEofMarker);
-    const std::uint64_t behindStartXref = findStartXref(elements, _eofOffset);
-    if (behindStartXref == 0)
+    const std::uint64_t afterStartXref = findStartXref(_elements, eof);
+    if (afterStartXref == 0)
         return refuse(ErrNoStartXref);
-    const std::uint64_t behindTrailer = findTrailer(elements, behindStartXref);
-    if (behindTrailer == 0)
+    const std::uint64_t afterTrailer = findTrailer(_elements, afterStartXref);
+    if (afterTrailer == 0)
         return refuse(ErrNoTrailerKeyword);
-    if (!elements.seek(behindStartXref))
+    if (!_elements.seek(afterStartXref))
         return refuse(ErrBadTrailer);
-    const Ref<::String> rest = StringUtil::trim(readLine(elements));
+    const Ref<::String> rest = StringUtil::trim(readLine(_elements));
     if (!rest || !rest->isEmpty())
         return refuse(ErrBadTrailer);
-    unsigned long long startXref = 0;
-    if (!StrConv::num(StringUtil::trim(readLine(elements)), &startXref, nullptr))
+    unsigned long long offset = 0;
+    if (!StrConv::num(StringUtil::trim(readLine(_elements)), &offset, nullptr))
         return refuse(ErrBadTrailer);
-    _startXref = startXref;
-    if (!elements.seek(behindTrailer))
+    tableOffset = offset;
+    if (!_elements.seek(afterTrailer))
         return refuse(ErrBadTrailer);
-    _trailer = parser.readDictionary();
-    return _trailer || refuse(ErrBadTrailer);
+    content.trailer = _parser.readDictionary();
+    return content.trailer || refuse(ErrBadTrailer);
 }
 
-// Deliberately one subsection: objects of a second one don't exist. What follows the lines isn't looked at.
-bool DocumentObj::readXref(ElementReader& elements) noexcept
+// Deliberately one subsection: objects of a second one don't exist. What follows the rows isn't looked at.
+bool FileReader::readTable(std::uint64_t offset, std::uint32_t& firstObjectId) noexcept
 {
-    if (!elements.seek(_startXref))
+    if (!_elements.seek(offset))
         return false;
-    const Ref<::String> keyword = StringUtil::trim(readLine(elements));
+    const Ref<::String> keyword = StringUtil::trim(readLine(_elements));
     if (!keyword || !keyword->equals(Syntax::xrefKeyword))
         return false;
-    const Ref<TVector<Ref<::String>>> header = StringUtil::split(readLine(elements), ' ', 0);
+    const Ref<TVector<Ref<::String>>> header = StringUtil::split(readLine(_elements), ' ', 0);
     unsigned long long count = 0;
-    if (!header || header->size() != 2 || !StrConv::num(header->get(0), &_firstObjectId, nullptr)
+    if (!header || header->size() != 2 || !StrConv::num(header->get(0), &firstObjectId, nullptr)
         || !StrConv::num(header->get(1), &count, nullptr))
         return false;
     std::u32string line;
     for (unsigned long long i = 0; i < count; ++i)
-        if (!elements.readLine(line) || !readXrefEntry(line))
+        if (!_elements.readLine(line) || !readRow(line))
             return report.line("XRef entry ", i, " is invalid: ", ::String::create(line));
     return true;
 }
 
-bool DocumentObj::readXrefEntry(std::u32string_view line) noexcept
+bool FileReader::readRow(std::u32string_view line) noexcept
 {
     std::u32string_view pieces[3];
     unsigned long long offset = 0;
@@ -198,25 +193,27 @@ bool DocumentObj::readXrefEntry(std::u32string_view line) noexcept
     // Deliberate: 65536 passes, and is kept as 0.
     if (generation > Syntax::highestGeneration + 1 || (!inUse && pieces[2] != U"f"))
         return false;
-    _xref.push_back({offset, static_cast<std::uint16_t>(generation), inUse});
+    _rows.push_back({offset, static_cast<std::uint16_t>(generation), inUse});
     return true;
 }
 
-bool DocumentObj::readObjects(ValueParser& parser) noexcept
+bool FileReader::readObjects(FileContent& content) noexcept
 {
-    std::uint32_t id = _firstObjectId;
-    for (const XrefEntry& entry : _xref) {
-        if (entry.inUse && entry.offset == 0)
-            return report.fail(ErrBadXref, "In use object reference is at offset 0: ", id);
-        if (entry.inUse) {
-            Ref<PDF::Object> object = parser.readObject(id, entry.generation, entry.offset);
-            if (!object)
-                return report.fail(ErrBadObject, "Failed to read object at ", entry.offset);
-            _objects.push_back(std::move(object));
+    std::uint32_t id = content.firstObjectId;
+    for (const Row& row : _rows) {
+        if (!row.inUse) {
+            content.freeRows.push_back({id++, row.generation});
+            continue;
         }
+        if (row.offset == 0)
+            return report.fail(ErrBadXref, "In use object reference is at offset 0: ", id);
+        Ref<Object> object = _parser.readObject(id, row.generation, row.offset);
+        if (!object)
+            return report.fail(ErrBadObject, "Failed to read object at ", row.offset);
+        content.objects.push_back(std::move(object));
         ++id;
     }
-    _nextObjectId = id;
+    content.nextObjectId = id;
     return true;
 }
 

@@ -1,3 +1,4 @@
+#include <document/DocumentObj.h>
 #include <document/Version.h>
 
 #include <tests/support/Documents.h>
@@ -128,7 +129,7 @@ TEST(Opening, isStrictOnlyWhereTheRulesAre)
 TEST(Opening, idsCountUpFromTheFirstOfTheSubsection)
 {
     // The running id wraps, and lookups still find every object.
-    const Ref<PDF::Document> document = open(withTable("4294967295 4\n9 0 n\n35 0 n\n0 0 f\n52 7 n\n",
+    const Ref<PDF::Document> document = open(withTable("4294967295 4\n9 0 n\n35 0 n\n0 5 f\n52 7 n\n",
         "%PDF-1.4\n4294967295 0 obj\n1\nendobj\n0 0 obj\n2\nendobj\n2 7 obj\n3\nendobj\n"));
     ASSERT_TRUE(document);
     const auto textOf = [&document](std::uint32_t id, std::uint16_t generation) {
@@ -139,6 +140,10 @@ TEST(Opening, idsCountUpFromTheFirstOfTheSubsection)
     EXPECT_EQ(textOf(1, 0) + " " + textOf(2, 0), "none none");
     EXPECT_EQ(Error::get(), ErrNotFound);
     EXPECT_EQ(codeOf(document->object(nullptr)), ErrNullArgument);
+    const std::vector<PDF::FreeRow>& freeRows = document.cast<PDF::DocumentObj>()->freeRows();
+    ASSERT_EQ(freeRows.size(), 1u);
+    EXPECT_EQ(freeRows[0].id, 1u);
+    EXPECT_EQ(freeRows[0].generation, 5u);
 }
 
 TEST(Opening, nestingEndsAt500)
