@@ -1,5 +1,6 @@
 #include <document/DocumentObj.h>
 
+#include <document/FileWriter.h>
 #include <document/Report.h>
 #include <forms/Form.h>
 #include <values/Dictionary.h>
@@ -36,6 +37,15 @@ Ref<Object> DocumentObj::object(Ref<ObjectRef> ref) const noexcept
     if (found == _objects.end() || (*found)->id() != ref->id() || (*found)->generation() != ref->generation())
         return refuse(ErrNotFound);
     return *found;
+}
+
+bool DocumentObj::write(Ref<Interfaces::Stream> out) noexcept
+{
+    if (!out)
+        return refuse(ErrNullArgument);
+    if (out->elementSize() != sizeof(std::uint32_t))
+        return refuse(ErrInvalidArgument);
+    return FileWriter(*this, *_lineEnding, *out).write({_version, _objects, _trailer, _firstObjectId});
 }
 
 bool DocumentObj::changed() const noexcept

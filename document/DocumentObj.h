@@ -4,12 +4,9 @@
 #include <document/FileReader.h>
 #include <platform/Mon.h>
 #include <platform/Reporter.h>
-#include <platform/TConstArray.h>
 #include <values/Object.h>
 
 #include <vector>
-
-class MemOutStrm;
 
 namespace Libraries::Files::PDF {
 
@@ -42,8 +39,6 @@ public:
     // The free rows of the table that was read. What they say of their ids is lost in a written file.
     const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
-    // The value's characters in a file; null with the code that `writtenText` leaves.
-    Ref<TConstArray<std::uint32_t>> valueToBuffer(const Ref<Value>& value) noexcept;
 
 private:
     // Stream data
@@ -64,16 +59,6 @@ private:
     Ref<Interfaces::Stripe> recompressData(const Ref<Interfaces::Stripe>& stored, std::int64_t length,
         Dictionary& dictionary, Compression target, std::uint32_t id) noexcept;
     void rollBack(const std::vector<Recompression>& done) noexcept;
-
-    // Writing
-    struct Output;
-    bool writeVersion(Output& out) noexcept;
-    bool writeObject(Output& out, const PDF::Object& object) noexcept;
-    bool writeValue(Output& out, const Ref<Value>& value) noexcept;
-    bool writeLine(Output& out, const MemOutStrm& line) noexcept;
-    bool writeLineEnding(Output& out) noexcept;
-    bool writeTrailer(Output& out) noexcept;
-    bool writeXref(Output& out) noexcept;
 
     // Form
     bool loadForm() noexcept;

@@ -1,4 +1,4 @@
-#include <document/DocumentObj.h>
+#include <document/FileWriter.h>
 
 #include <document/Keys.h>
 #include <document/Report.h>
@@ -10,212 +10,200 @@
 
 #include <algorithm>
 
-// The written file, in its order: header, objects, cross-reference table, trailer. Every line ends as the
-// lines of the file did that was read.
-
 namespace Libraries::Files::PDF {
 
 namespace {
 
 constexpr std::size_t longestLineEnding = 2;
 
-// A row of the table without its line ending. Each row has 20 characters, those of the ending included.
-void makeRow(MemOutStrm& row, std::uint64_t offset, std::uint32_t generation, char kind, bool isPadded)
+// A list of its own, so that the table may grow while it is written.
+std::vector<Ref<Object>> inOrderOfIds(std::vector<Ref<Object>> objects)
 {
-    row.clear();
-    row.appendNumber(offset, Syntax::offsetDigits);
-    row.append(' ');
-    row.appendNumber(generation, Syntax::generationDigits);
-    row.append(' ');
-    row.append(kind);
-    if (isPadded)
-        row.append(' ');
+    const auto isBefore = [](const Ref<Object>& a, const Ref<Object>& b) { return a->id() < b->id(); };
+    if (!std::is_sorted(objects.begin(), objects.end(), isBefore))
+        std::sort(objects.begin(), objects.end(), isBefore);
+    return objects;
 }
 
 } // namespace
 
-// A file on its way out.
-struct DocumentObj::Output {
-    // What the table tells of an object that went out.
-    struct Written {
-        std::uint64_t offset; // of its header line
-        std::uint16_t generation;
-    };
-
-    Interfaces::Stream& stream;
-    std::uint64_t offset = 0; // the elements that went out
-    std::vector<Written> written;
-    MemOutStrm line; // these two are kept for their memory alone
-    MemOutStrm value;
-
-    bool write(const std::uint32_t* elements, std::uint64_t count) noexcept
-    {
-        BufferDesc area = BufferDesc::plain(const_cast<std::uint32_t*>(elements));
-        if (stream.write(area, count, waitForever) != count)
-            return false;
-        offset += count;
-        return true;
-    }
-    // The line, to be filled.
-    MemOutStrm& newLine() noexcept
-    {
-        line.clear();
-        return line;
-    }
-    // A line that is one keyword.
-    const MemOutStrm& keyword(const char* keyword) noexcept
-    {
-        newLine().append(keyword);
-        return line;
-    }
-};
-
-Ref<TConstArray<std::uint32_t>> DocumentObj::valueToBuffer(const Ref<Value>& value) noexcept
+bool FileWriter::write(const FileParts& parts) noexcept
 {
-    MemOutStrm text;
-    if (!ValueWriter(*this, *_lineEnding, text).writeValue(value))
-        return nullptr;
-    return TConstArray<std::uint32_t>::create(text.data(), text.size());
-}
-
-bool DocumentObj::write(Ref<Interfaces::Stream> out) noexcept
-{
-    if (!out)
-        return refuse(ErrNullArgument);
-    if (out->elementSize() != sizeof(std::uint32_t))
-        return refuse(ErrInvalidArgument);
-    Output output{*out, 0, {}, {}, {}};
-    if (!writeVersion(output))
+    writeHeader(parts.version);
+    if (_hasFailed)
         return report.fail(ErrWriteVersion, "Failed to write PDF version");
-    std::vector<Ref<PDF::Object>> objects = _objects;
-    const auto isBefore = [](const Ref<PDF::Object>& a, const Ref<PDF::Object>& b) { return a->id() < b->id(); };
-    if (!std::is_sorted(objects.begin(), objects.end(), isBefore))
-        std::sort(objects.begin(), objects.end(), isBefore);
-    output.written.reserve(objects.size());
-    for (const Ref<PDF::Object>& object : objects) {
-        const std::uint64_t start = output.offset;
-        if (!writeObject(output, *object))
+    const std::vector<Ref<Object>> objects = inOrderOfIds(parts.objects);
+    _rows.reserve(objects.size() + 1);
+    _rows.push_back({0, Syntax::highestGeneration, 'f'});
+    for (const Ref<Object>& object : objects) {
+        _rows.push_back({_offset, object->generation(), 'n'});
+        writeObject(*object);
+        if (_hasFailed)
             return report.fail(ErrWriteObject, "Failed to write object ", object->asText());
-        output.written.push_back({start, object->generation()});
     }
-    if (!writeTrailer(output))
+    const std::uint64_t tableOffset = _offset;
+    writeTable(parts.firstObjectId);
+    writeTrailer(parts.trailer, tableOffset);
+    if (_hasFailed)
         return report.fail(ErrWriteTrailer, "Failed to write trailer");
     return true;
 }
 
-bool DocumentObj::writeVersion(Output& out) noexcept
+void FileWriter::writeHeader(std::uint32_t version) noexcept
 {
-    const Ref<::String> version = versionToString(_version);
-    if (!version)
-        return report.line("Failed to convert version to string: ", _version);
-    MemOutStrm& line = out.newLine();
+    const Ref<::String> text = versionToString(version);
+    if (!text)
+        return fail("Failed to convert version to string: ", version);
+    MemOutStrm& line = newLine();
     line.append('%');
-    line.append(*version);
-    return writeLine(out, line);
+    line.append(*text);
+    writeLine(line, {});
 }
 
-bool DocumentObj::writeObject(Output& out, const PDF::Object& object) noexcept
+void FileWriter::writeObject(const Object& object) noexcept
 {
     const Ref<Value> value = object.value();
     if (!value)
-        return report.line("Object has no value: ", object.asText());
-    MemOutStrm& header = out.newLine();
+        return fail("Object has no value: ", object.asText());
+    MemOutStrm& header = newLine();
     header.appendNumber(object.id());
     header.append(' ');
     header.appendNumber(object.generation());
     header.append(' ');
     header.append(Syntax::objectKeyword);
-    if (!writeLine(out, header))
-        return report.line("Failed to write header for object ", object.asText());
-    if (!writeValue(out, value))
-        return report.line("Failed to write value of object ", object.asText());
-    if (!writeLineEnding(out))
-        return false;
-    if (!writeLine(out, out.keyword(Syntax::objectEnd)))
-        return report.line("Failed to write trailer for object ", object.asText());
-    return true;
-}
-
-bool DocumentObj::writeValue(Output& out, const Ref<Value>& value) noexcept
-{
-    out.value.clear();
-    if (!ValueWriter(*this, *_lineEnding, out.value).writeValue(value))
-        return report.line("Failed to convert value to buffer");
-    if (!out.write(out.value.data(), out.value.size()))
-        return report.line("Failed to write buffer of size ", out.value.size());
-    return true;
-}
-
-// The line, then the line ending: two writes.
-bool DocumentObj::writeLine(Output& out, const MemOutStrm& line) noexcept
-{
-    if (!out.write(line.data(), line.size()))
-        return report.line("Failed to write string of length ", line.size());
-    return writeLineEnding(out);
-}
-
-bool DocumentObj::writeLineEnding(Output& out) noexcept
-{
-    if (_lineEnding->length() > longestLineEnding)
-        Reporter::write(0, LogLevel::failure,
-            {"ASSERT CONDITION _lineEnding->length() <= 2 FAILED IN LINE ", __LINE__, ", FUNCTION ",
-                "Libraries::Files::PDF::DocumentObj::writeLine"});
-    std::uint32_t ending[longestLineEnding];
-    const std::size_t count = _lineEnding->copy(0, longestLineEnding, ending);
-    if (!out.write(ending, count))
-        return report.line("Failed to write line ending");
-    return true;
-}
-
-bool DocumentObj::writeTrailer(Output& out) noexcept
-{
-    const std::uint64_t start = out.offset;
-    if (!writeXref(out))
-        return false;
-    if (!writeLine(out, out.keyword(Syntax::trailerKeyword)))
-        return report.line("Failed to write trailer keyword");
-    if (!_trailer->set(Keys::size, make<NumberObj>(static_cast<std::int64_t>(out.written.size() + 1), 0)))
-        return report.line("Failed to update trailer dictionary Size entry");
-    if (!writeValue(out, _trailer))
-        return report.line("Failed to write trailer dictionary");
-    // The ending that closes the dictionary's line goes out with the keyword.
-    MemOutStrm& line = out.newLine();
-    line.append(*_lineEnding);
-    line.append(Syntax::startXrefKeyword);
-    if (!writeLine(out, line))
-        return report.line("Failed to write startxref keyword");
-    line.clear();
-    line.appendNumber(start);
-    if (!writeLine(out, line))
-        return report.line("Failed to write xref offset");
-    if (!writeLine(out, out.keyword(Syntax::endMarker)))
-        return report.line("Failed to write EOF marker");
-    return true;
+    writeLine(header, {"Failed to write header for object ", &object});
+    writeValue(value, {"Failed to write value of object ", &object});
+    writeLineEnding();
+    writeLine(keyword(Syntax::objectEnd), {"Failed to write trailer for object ", &object});
 }
 
 // Deliberate: one subsection, whose rows are the objects in the order of their ids. A row belongs to an
 // id by its place alone, so the table is right exactly when the ids leave no gap and the first of them
 // follows that of the subsection by one.
-bool DocumentObj::writeXref(Output& out) noexcept
+void FileWriter::writeTable(std::uint32_t firstObjectId) noexcept
 {
-    const bool isPadded = _lineEnding->length() < longestLineEnding;
-    if (!writeLine(out, out.keyword(Syntax::xrefKeyword)))
-        return report.line("Failed to write xref keyword");
-    MemOutStrm& line = out.newLine();
-    line.appendNumber(_firstObjectId);
+    writeLine(keyword(Syntax::xrefKeyword), {"Failed to write xref keyword"});
+    MemOutStrm& header = newLine();
+    header.appendNumber(firstObjectId);
+    header.append(' ');
+    header.appendNumber(_rows.size());
+    writeLine(header, {"Failed to write xref header"});
+    for (const Row& row : _rows)
+        writeRow(row, {&row == &_rows.front() ? "Failed to write initial xref line" : "Failed to write xref line"});
+}
+
+void FileWriter::writeTrailer(const Ref<Dictionary>& trailer, std::uint64_t tableOffset) noexcept
+{
+    writeLine(keyword(Syntax::trailerKeyword), {"Failed to write trailer keyword"});
+    updateSize(*trailer);
+    writeValue(trailer, {"Failed to write trailer dictionary"});
+    // The ending that closes the dictionary's line goes out with the keyword.
+    MemOutStrm& start = newLine();
+    start.append(_lineEnding);
+    start.append(Syntax::startXrefKeyword);
+    writeLine(start, {"Failed to write startxref keyword"});
+    MemOutStrm& offset = newLine();
+    offset.appendNumber(tableOffset);
+    writeLine(offset, {"Failed to write xref offset"});
+    writeLine(keyword(Syntax::endMarker), {"Failed to write EOF marker"});
+}
+
+// The line, then the line ending: two writes.
+void FileWriter::writeLine(const MemOutStrm& line, const Message& failure) noexcept
+{
+    if (_hasFailed)
+        return;
+    if (!put(line.data(), line.size()))
+        fail("Failed to write string of length ", line.size());
+    writeLineEnding();
+    endStep(failure);
+}
+
+void FileWriter::writeLineEnding() noexcept
+{
+    if (_hasFailed)
+        return;
+    if (_lineEnding.length() > longestLineEnding)
+        Reporter::write(0, LogLevel::failure,
+            {"ASSERT CONDITION _lineEnding->length() <= 2 FAILED IN LINE ", __LINE__, ", FUNCTION ",
+                "Libraries::Files::PDF::DocumentObj::writeLine"});
+    std::uint32_t ending[longestLineEnding];
+    const std::size_t count = _lineEnding.copy(0, longestLineEnding, ending);
+    if (!put(ending, count))
+        fail("Failed to write line ending");
+}
+
+void FileWriter::writeValue(const Ref<Value>& value, const Message& failure) noexcept
+{
+    if (_hasFailed)
+        return;
+    _value.clear();
+    if (!ValueWriter(_document, _lineEnding, _value).writeValue(value))
+        fail("Failed to convert value to buffer");
+    else if (!put(_value.data(), _value.size()))
+        fail("Failed to write buffer of size ", _value.size());
+    endStep(failure);
+}
+
+// Each row has 20 characters, those of the line ending included.
+void FileWriter::writeRow(const Row& row, const Message& failure) noexcept
+{
+    if (_hasFailed)
+        return;
+    MemOutStrm& line = newLine();
+    line.appendNumber(row.offset, Syntax::offsetDigits);
     line.append(' ');
-    line.appendNumber(out.written.size() + 1);
-    if (!writeLine(out, line))
-        return report.line("Failed to write xref header");
-    makeRow(line, 0, Syntax::highestGeneration, 'f', isPadded);
-    if (!writeLine(out, line))
-        return report.line("Failed to write initial xref line");
-    for (const Output::Written& object : out.written) {
-        makeRow(line, object.offset, object.generation, 'n', isPadded);
-        if (!writeLine(out, line))
-            return report.line("Failed to write xref line");
-    }
+    line.appendNumber(row.generation, Syntax::generationDigits);
+    line.append(' ');
+    line.append(row.kind);
+    if (_lineEnding.length() < longestLineEnding)
+        line.append(' ');
+    writeLine(line, failure);
+}
+
+void FileWriter::updateSize(Dictionary& trailer) noexcept
+{
+    if (_hasFailed)
+        return;
+    if (!trailer.set(Keys::size, make<NumberObj>(static_cast<std::int64_t>(_rows.size()), 0)))
+        fail("Failed to update trailer dictionary Size entry");
+}
+
+bool FileWriter::put(const std::uint32_t* elements, std::uint64_t count) noexcept
+{
+    BufferDesc area = BufferDesc::plain(const_cast<std::uint32_t*>(elements));
+    if (_out.write(area, count, waitForever) != count)
+        return false;
+    _offset += count;
     return true;
+}
+
+template <class... Pieces>
+void FileWriter::fail(const Pieces&... pieces) noexcept
+{
+    _hasFailed = true;
+    report.line(pieces...);
+}
+
+// Tells which step it was that failed.
+void FileWriter::endStep(const Message& failure) noexcept
+{
+    if (_hasFailed && failure.text)
+        report.line(failure.text, failure.object ? failure.object->asText() : nullptr);
+}
+
+// The line, to be filled.
+MemOutStrm& FileWriter::newLine() noexcept
+{
+    _line.clear();
+    return _line;
+}
+
+// A line that is one keyword.
+const MemOutStrm& FileWriter::keyword(const char* keyword) noexcept
+{
+    newLine().append(keyword);
+    return _line;
 }
 
 } // namespace Libraries::Files::PDF

@@ -2,6 +2,7 @@
 
 #include <document/DocumentObj.h>
 #include <document/Report.h>
+#include <document/ValueWriter.h>
 
 #include <algorithm>
 
@@ -44,7 +45,10 @@ Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept
 Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept
 {
     const Ref<DocumentObj> held = implementation(document);
-    return held ? held->valueToBuffer(value) : nullptr;
+    MemOutStrm text;
+    if (!held || !ValueWriter(*held, *held->lineEnding(), text).writeValue(value))
+        return nullptr;
+    return TConstArray<std::uint32_t>::create(text.data(), text.size());
 }
 
 } // namespace Libraries::Files::PDF
