@@ -1,6 +1,7 @@
 #include <document/Document.h>
 
 #include <document/DocumentObj.h>
+#include <document/Following.h>
 #include <document/Keys.h>
 #include <document/Report.h>
 #include <values/Array.h>
@@ -115,17 +116,13 @@ Ref<Dictionary> Document::valueAsDict(Ref<Value> value) const noexcept
 {
     if (!value)
         return refuse(ErrNullArgument);
-    if (value->type() == Value::Type::ObjectRef) {
-        const Ref<ObjectRef> reference = value.cast<ObjectRef>();
-        if (!reference)
-            return report.fail(ErrBadCast, "Failed to object reference value to ObjectRef");
-        const Ref<Object> resolved = object(reference);
-        if (!resolved)
-            return report.fail(ErrUnresolved, "Failed to resolve object reference");
-        value = resolved->value();
-        if (!value)
-            return report.fail(ErrBadObject, "Value of resolved object is NULL");
-    }
+    if (value->type() == Value::Type::ObjectRef && !valueAs<ObjectRef>(value))
+        return report.fail(ErrBadCast, "Failed to object reference value to ObjectRef");
+    value = follow(*this, value,
+        {.noObject = {ErrUnresolved, "Failed to resolve object reference"},
+            .noValue = {ErrBadObject, "Value of resolved object is NULL"}});
+    if (!value)
+        return nullptr;
     if (value->type() != Value::Type::Dictionary)
         return report.fail(ErrBadObject, "Invalid object type ", value->type());
     Ref<Dictionary> dictionary = value.cast<Dictionary>();

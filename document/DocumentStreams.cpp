@@ -1,7 +1,9 @@
 #include <document/DocumentObj.h>
 
+#include <document/Following.h>
 #include <document/Keys.h>
 #include <document/Report.h>
+#include <document/Resolve.h>
 #include <document/StreamCopy.h>
 #include <document/StreamPump.h>
 #include <platform/MemoryStream.h>
@@ -156,17 +158,14 @@ Ref<Interfaces::Stripe> DocumentObj::streamData(Ref<Stream> stream, bool decoded
 // The `Length` that a stored stream has; null with a line and `ErrBadStreamLength`.
 Ref<Number> DocumentObj::storedLength(const Dictionary& dictionary) noexcept
 {
-    Ref<Value> value = dictionary.find(Keys::length);
-    if (!value)
+    const Ref<Value> entry = dictionary.find(Keys::length);
+    if (!entry)
         return report.fail(ErrBadStreamLength, "Stream has no Length entry");
-    if (const Ref<ObjectRef> reference = valueAs<ObjectRef>(value)) {
-        const Ref<PDF::Object> resolved = object(reference);
-        if (!resolved)
-            return report.fail(ErrBadStreamLength, "Failed to resolve Length object reference");
-        value = resolved->value();
-        if (!value)
-            return report.fail(ErrBadStreamLength, "Resolved Length object reference has no value");
-    }
+    const Ref<Value> value = follow(*this, entry,
+        {.noObject = {ErrBadStreamLength, "Failed to resolve Length object reference"},
+            .noValue = {ErrBadStreamLength, "Resolved Length object reference has no value"}});
+    if (!value)
+        return nullptr;
     if (value->type() != Value::Type::Number)
         return report.fail(ErrBadStreamLength, "Stream Length has unexpected type: ", value->type());
     Ref<Number> length = value.cast<Number>();
@@ -202,23 +201,20 @@ Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::u
 // `ErrStreamLength`. `stream` is how the lines name the stream.
 Ref<NumberObj> DocumentObj::lengthToPatch(const Dictionary& dictionary, const LogPiece& stream) noexcept
 {
-    const Ref<Value> value = dictionary.find(Keys::length);
-    if (!value)
+    const Ref<Value> entry = dictionary.find(Keys::length);
+    if (!entry)
         return report.fail(ErrStreamLength, "No length entry in dictionary of stream ", stream);
-    Ref<Number> number = valueAs<Number>(value);
-    const Ref<ObjectRef> reference = valueAs<ObjectRef>(value);
-    if (!number && !reference)
+    const Ref<Value> value = resolve(*this, entry);
+    const Ref<ObjectRef> reference = valueAs<ObjectRef>(entry);
+    if (!value)
+        return report.fail(ErrStreamLength, "Failed to resolve length reference to object ", reference->id(),
+            " for stream ", stream);
+    const Ref<Number> number = valueAs<Number>(value);
+    if (!number && reference)
+        return report.fail(ErrStreamLength, "Length object ", reference->id(), " is not a valid number for stream ",
+            stream);
+    if (!number)
         return report.fail(ErrStreamLength, "Length entry is not valid in dictionary of stream ", stream);
-    if (reference) {
-        const Ref<PDF::Object> resolved = object(reference);
-        if (!resolved)
-            return report.fail(ErrStreamLength, "Failed to resolve length reference to object ", reference->id(),
-                " for stream ", stream);
-        number = valueAs<Number>(resolved->value());
-        if (!number)
-            return report.fail(ErrStreamLength, "Length object ", reference->id(),
-                " is not a valid number for stream ", stream);
-    }
     Ref<NumberObj> patchable = number.cast<NumberObj>();
     if (!patchable)
         return report.fail(ErrStreamLength, "Failed to cast Length number to LengthObj for stream ", stream);
