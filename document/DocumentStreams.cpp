@@ -13,7 +13,7 @@
 #include <stripes/Convert.h>
 #include <stripes/SubStripe.h>
 #include <values/DictionaryObj.h>
-#include <values/Name.h>
+#include <values/FilterEntry.h>
 #include <values/NumberObj.h>
 #include <values/ObjectRef.h>
 #include <values/StreamObj.h>
@@ -34,8 +34,6 @@ struct ToCodePoint {
     std::uint32_t operator()(std::uint8_t byte) const noexcept { return Windows_1252::toCodePoint(byte); }
 };
 using ByteConverter = Utils::Convert<std::uint32_t, std::uint8_t, ToByte, ToCodePoint>;
-
-constexpr const char* flateName = "FlateDecode";
 
 // A stripe of elements that gives its bytes, as a stream of them.
 class GivenBytes final : public ::Object, public virtual Interfaces::Stream {
@@ -81,23 +79,24 @@ enum class Decoding { None, Flate, Unsupported };
 // What the stream's `Filter` asks of a decoding; `Unsupported` with a line and `ErrBadFilter`.
 Decoding decodingOf(const Dictionary& dictionary)
 {
-    const Ref<Value> filter = dictionary.find(Keys::filter);
-    if (!filter)
+    const FilterEntry filter = readFilterEntry(dictionary);
+    switch (filter.kind) {
+    case FilterEntry::Kind::None:
         return Decoding::None;
-    const Ref<Name> name = valueAs<Name>(filter);
-    if (!name) {
-        report.fail(ErrBadFilter, "Unexpected type for filter property; got = ", filter->type(), ", expected = ",
-            Name::kind);
-        return Decoding::Unsupported;
-    }
-    const Ref<::String> text = name->value();
-    if (!text) {
-        report.oddity("Got filter entry, but no name");
-        return Decoding::None;
-    }
-    if (text->equals(flateName))
+    case FilterEntry::Kind::Flate:
         return Decoding::Flate;
-    report.fail(ErrBadFilter, "Unsupported filter type ", text);
+    case FilterEntry::Kind::OtherName:
+        if (!filter.name) {
+            report.oddity("Got filter entry, but no name");
+            return Decoding::None;
+        }
+        report.fail(ErrBadFilter, "Unsupported filter type ", filter.name);
+        break;
+    case FilterEntry::Kind::NoName:
+        report.fail(ErrBadFilter, "Unexpected type for filter property; got = ", filter.value->type(),
+            ", expected = ", Name::kind);
+        break;
+    }
     return Decoding::Unsupported;
 }
 
@@ -105,17 +104,20 @@ Decoding decodingOf(const Dictionary& dictionary)
 // `ErrStreamConvert` when the filter is another one.
 bool createCompressor(const Dictionary& dictionary, const Ref<::String>& stream, Ref<BlockFilter>& compressor)
 {
-    const Ref<Value> filter = dictionary.find(Keys::filter);
-    if (!filter)
+    const FilterEntry filter = readFilterEntry(dictionary);
+    switch (filter.kind) {
+    case FilterEntry::Kind::None:
         return true;
-    const Ref<Name> name = valueAs<Name>(filter);
-    if (!name)
-        return report.fail(ErrStreamConvert, "Compression method not supported Unknown");
-    if (!name->value() || !name->value()->equals(flateName))
-        return report.fail(ErrStreamConvert, "Compression method not supported ", name->value());
-    compressor = ZlibFilter::createCompressorStream(0);
-    return compressor
-        || report.fail(ErrStreamConvert, "Failed to create compressor block filter for stream ", stream);
+    case FilterEntry::Kind::Flate:
+        compressor = ZlibFilter::createCompressorStream(0);
+        return compressor
+            || report.fail(ErrStreamConvert, "Failed to create compressor block filter for stream ", stream);
+    case FilterEntry::Kind::OtherName:
+        return report.fail(ErrStreamConvert, "Compression method not supported ", filter.name);
+    case FilterEntry::Kind::NoName:
+        break;
+    }
+    return report.fail(ErrStreamConvert, "Compression method not supported Unknown");
 }
 
 constexpr CopyWording cacheWording{"cached", "cached"};
@@ -325,7 +327,7 @@ bool DocumentObj::recompressObject(
     const Ref<NumberObj> length = lengthToPatch(*dictionary, id);
     if (!length)
         return false;
-    const Ref<Value> filter = dictionary->find(Keys::filter);
+    const Ref<Value> filter = dictionary->find(FilterEntry::key);
     Ref<Interfaces::Stripe> converted = recompressData(stored, length->intPart(), *dictionary, target, id);
     if (!converted)
         return false;
@@ -351,7 +353,8 @@ Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe
             isCompressing ? "Failed to create compressor block filter for stream "
                           : "Failed to create decompressor block filter for stream ",
             id);
-    if (!dictionary.set(Keys::filter, isCompressing ? Name::create(::String::create(flateName)) : nullptr))
+    if (!dictionary.set(
+            FilterEntry::key, isCompressing ? Name::create(::String::create(FilterEntry::flateName)) : nullptr))
         return report.fail(ErrFilterUpdate, "Failed to update Filter in dictionary of stream ", id);
     const Ref<MemoryStream> converted = MemoryStream::create(0, 1);
     if (!converted)
@@ -372,7 +375,7 @@ void DocumentObj::rollBack(const std::vector<Recompression>& done) noexcept
         record.stream->strmData(record.oldData);
         record.length->setIntPart(record.oldLength);
         const Ref<Dictionary> dictionary = record.stream->dict();
-        dictionary->set(Keys::filter, record.oldFilter);
+        dictionary->set(FilterEntry::key, record.oldFilter);
         record.stream->resetChanged();
         if (const Ref<DictionaryObj> resettable = dictionary.cast<DictionaryObj>())
             resettable->resetChanged();

@@ -1,8 +1,7 @@
 #include <values/StreamObj.h>
 
 #include <platform/StrConv.h>
-#include <values/Dictionary.h>
-#include <values/Name.h>
+#include <values/FilterEntry.h>
 
 namespace Libraries::Files::PDF {
 
@@ -46,14 +45,16 @@ Compression StreamObj::compression() const noexcept
 {
     if (!_dict)
         return Compression::Unknown;
-    const Ref<Value> filter = _dict->find(::String::create("Filter"));
-    if (!filter)
+    switch (readFilterEntry(*_dict).kind) {
+    case FilterEntry::Kind::Flate:
+        return Compression::Flate;
+    case FilterEntry::Kind::None:
+    case FilterEntry::Kind::OtherName: // deliberate, so that `Unknown` means no name at all
         return Compression::None;
-    const Ref<Name> name = filter.cast<Name>();
-    if (!name)
-        return Compression::Unknown;
-    // Deliberate: a filter of another name reads as none, so `Unknown` stands for no name at all.
-    return name->value() && name->value()->equals("FlateDecode") ? Compression::Flate : Compression::None;
+    case FilterEntry::Kind::NoName:
+        break;
+    }
+    return Compression::Unknown;
 }
 
 void StreamObj::strmData(Ref<Interfaces::Stripe> data) noexcept
