@@ -3,8 +3,7 @@
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
 #include <platform/ZlibFilter.h>
-#include <values/Dictionary.h>
-#include <values/Name.h>
+#include <values/FilterEntry.h>
 
 #include <algorithm>
 
@@ -108,12 +107,15 @@ Result<Ref<BlockFilter>> decoderOf(const Stream& stream)
     const Ref<Dictionary> dictionary = stream.dict();
     if (!dictionary)
         return codeRefusal(ErrStreamNoDict);
-    const Ref<Value> filter = dictionary->find(::String::create("Filter"));
-    if (!filter)
+    switch (readFilterEntry(*dictionary).kind) {
+    case FilterEntry::Kind::None:
         return Ref<BlockFilter>();
-    const Ref<Name> name = valueAs<Name>(filter);
-    if (!name || !name->value() || !name->value()->equals("FlateDecode"))
+    case FilterEntry::Kind::Flate:
+        break;
+    case FilterEntry::Kind::OtherName:
+    case FilterEntry::Kind::NoName:
         return codeRefusal(ErrBadFilter);
+    }
     Ref<BlockFilter> decoder = ZlibFilter::createDecompressorStream();
     if (!decoder)
         return codeRefusal(ErrConverterCreate);
