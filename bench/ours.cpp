@@ -205,12 +205,11 @@ std::uint64_t readElements(Interfaces::Stripe& stripe, std::uint64_t count, std:
 void readOut(Interfaces::Stripe& stripe, DecodedData& decoded, bool isChecked)
 {
     static Block block;
-    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&stripe);
-    const bool givesBytes = reading && reading->hasBytes();
+    Interfaces::ByteReading* const reading = byteReadingOf(stripe);
     for (std::uint64_t left = stripe.size(); left > 0;) {
         const std::uint64_t count = std::min<std::uint64_t>(left, blockSize);
         const std::uint64_t got
-            = givesBytes ? reading->readBytes(block.data(), count) : readElements(stripe, count, block.data());
+            = reading ? reading->readBytes(block.data(), count) : readElements(stripe, count, block.data());
         require(got == count, "data can't be read");
         decoded.add(block.data(), count, isChecked);
         left -= count;

@@ -60,8 +60,7 @@ private:
 // The bytes behind stored data: as it gives them, or else converted.
 Ref<Interfaces::Stream> bytesOf(const Ref<Interfaces::Stripe>& elements)
 {
-    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(elements.get());
-    if (reading && reading->hasBytes() && elements->elementSize() == sizeof(std::uint32_t))
+    if (Interfaces::ByteReading* const reading = byteReadingOf(*elements))
         return make<GivenBytes>(elements, *reading);
     return ByteConverter::create(elements, ToByte(), ToCodePoint());
 }

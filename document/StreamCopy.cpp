@@ -26,20 +26,19 @@ StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) no
         report.fail(ErrOutOfRange, "Stream size is too large: ", count);
         return {};
     }
-    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&data);
-    const bool isNarrow = reading && reading->hasBytes() && width == sizeof(std::uint32_t);
-    const std::size_t size = isNarrow ? count : width * count;
+    Interfaces::ByteReading* const reading = byteReadingOf(data);
+    const std::size_t size = reading ? count : width * count;
     void* block = Heap::alloc(size, Heap::Array, __builtin_return_address(0));
     Ref<MemInStrm> copy = MemInStrm::create(
         block, size, [](void* held, std::size_t bytes) { Heap::free(held, Heap::Array, nullptr, bytes); });
     BufferDesc area = BufferDesc::plain(block);
-    if ((isNarrow ? reading->readBytes(block, count) : data.read(area, count, waitForever)) != count) {
+    if ((reading ? reading->readBytes(block, count) : data.read(area, count, waitForever)) != count) {
         report.fail(ErrNoResource, "Failed to read from to be ", wording.data, " stream's data");
         return {};
     }
     if (!copy)
         report.fail(ErrNoResource, "Failed to create ", wording.copy, " stream");
-    return {std::move(copy), isNarrow};
+    return {std::move(copy), reading != nullptr};
 }
 
 } // namespace Libraries::Files::PDF

@@ -127,6 +127,14 @@ public:
 
 } // namespace Interfaces
 
+// How to get at the bytes behind a stripe of 4-byte elements; null where it has elements of another width, or
+// doesn't give its bytes.
+inline Interfaces::ByteReading* byteReadingOf(Interfaces::Stripe& stripe) noexcept
+{
+    auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&stripe);
+    return reading && reading->hasBytes() && stripe.elementSize() == sizeof(std::uint32_t) ? reading : nullptr;
+}
+
 // The next element of a stripe of 4-byte elements; false when there is none, or none can be had.
 inline bool readElement(Interfaces::Stripe& stripe, std::uint32_t& element) noexcept
 {
