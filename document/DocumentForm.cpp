@@ -4,19 +4,10 @@
 #include <document/Report.h>
 #include <forms/FormObj.h>
 #include <forms/Report.h>
+#include <platform/Limits.h>
 #include <values/Dictionary.h>
 
 namespace Libraries::Files::PDF {
-
-namespace {
-
-// The most fields that a form may have: shared children could make it as large as they like.
-std::uint64_t highestFieldCount(std::uint64_t objectCount)
-{
-    return 16 * objectCount + 10000;
-}
-
-} // namespace
 
 Ref<Form> DocumentObj::form() noexcept
 {
@@ -62,7 +53,7 @@ std::uint32_t DocumentObj::makeForm(Ref<Value> acroForm) noexcept
         return ErrBadCast;
     }
     const Ref<FormObj> made
-        = make<FormObj>(Ref<Document>(this), std::move(dictionary), highestFieldCount(_objects.size()));
+        = make<FormObj>(Ref<Document>(this), std::move(dictionary), Limits::maxFields(_objects.size()));
     _form = made;
     if (made->isValid())
         return 0;

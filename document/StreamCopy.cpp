@@ -2,10 +2,9 @@
 
 #include <document/Report.h>
 #include <platform/Heap.h>
+#include <platform/Limits.h>
 #include <stripes/ByteElements.h>
 #include <stripes/ElementSizeStripe.h>
-
-#include <limits>
 
 namespace Libraries::Files::PDF {
 
@@ -22,7 +21,7 @@ StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) no
     }
     const std::uint64_t count = data.size();
     const std::uint64_t width = data.elementSize();
-    if (count > std::numeric_limits<std::uint32_t>::max() || width > sizeof(std::uint32_t)) {
+    if (count > Limits::maxStreamSize || width > sizeof(std::uint32_t)) {
         report.fail(ErrOutOfRange, "Stream size is too large: ", count);
         return {};
     }

@@ -39,9 +39,6 @@ constexpr std::uint32_t highestGeneration = 65535;
 constexpr std::size_t offsetDigits = 10;
 constexpr std::size_t generationDigits = 5;
 
-// Values nest this deep and no deeper, so that nothing that walks them can exhaust the stack.
-constexpr unsigned deepestNesting = 500;
-
 // The string characters of the bytes 128 to 159: those of Windows-1252, and deliberately 0 at the five
 // that it leaves undefined. All others stand for themselves.
 constexpr std::uint32_t firstMappedByte = 128;

@@ -2,6 +2,7 @@
 
 #include <document/Report.h>
 #include <document/Syntax.h>
+#include <platform/Limits.h>
 #include <platform/StrConv.h>
 #include <platform/StringUtil.h>
 #include <values/ArrayObj.h>
@@ -35,8 +36,6 @@ namespace Libraries::Files::PDF {
 namespace {
 
 constexpr std::int64_t highestId = 0xFFFFFFFF;
-constexpr std::uint64_t mostReadings = 16; // of the file, by all objects together
-constexpr std::uint64_t mostPasses = 3;    // over it, by one object: what is given back is read twice
 
 bool isHexDigit(std::uint32_t c)
 {
@@ -160,9 +159,9 @@ public:
 
     bool isTooDeep(std::uint64_t position) const noexcept
     {
-        if (_depth > Syntax::deepestNesting)
+        if (_depth > Limits::maxNesting)
             report.line("Values are nested too deeply; offset: ", position);
-        return _depth > Syntax::deepestNesting;
+        return _depth > Limits::maxNesting;
     }
 
 private:
@@ -173,7 +172,7 @@ private:
 
 ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements)
 {
-    _elements.limit(mostPasses * _elements.size());
+    _elements.limit(Limits::maxElementsAtOnce(_elements.size()));
 }
 
 ValueParser::~ValueParser() noexcept = default;
@@ -188,9 +187,9 @@ bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
     const std::uint64_t size = _elements.size();
-    if (_taken / mostReadings > size)
+    if (Limits::isReadTooOften(_taken, size))
         return report.line("Objects overlap too often; offset: ", offset);
-    _elements.limit(mostPasses * size);
+    _elements.limit(Limits::maxElementsAtOnce(size));
     if (!readHeader(id, generation, offset))
         return nullptr;
     Ref<Value> value = readValue();

@@ -3,17 +3,15 @@
 #include <document/Document.h>
 #include <document/Report.h>
 #include <document/Syntax.h>
+#include <platform/Limits.h>
 #include <platform/StrConv.h>
 #include <values/KindCast.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace Libraries::Files::PDF {
 
 namespace {
-
-constexpr std::uint64_t largestStream = std::numeric_limits<std::uint32_t>::max();
 
 // The letter that stands behind a backslash for the character; 0 when none does.
 char escapeLetter(unsigned int c)
@@ -253,7 +251,7 @@ bool ValueWriter::writeStream(Stream& stream) noexcept
 bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
 {
     const std::uint64_t count = data.size();
-    if (count > largestStream)
+    if (count > Limits::maxStreamSize)
         return report.fail(ErrOutOfRange, "Stream is too large");
     if (count == 0) {
         _out.append(_lineEnding);

@@ -6,6 +6,7 @@
 #include <forms/Report.h>
 #include <forms/SignatureObj.h>
 #include <forms/TextObj.h>
+#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>
@@ -102,7 +103,7 @@ Ref<Field> createField(FieldBuild& build, const Array& array, std::uint64_t inde
 
 bool FieldBuild::enter(const Dictionary& dictionary) noexcept
 {
-    if (_fieldsLeft == 0 || _path.size() == deepestLevel)
+    if (_fieldsLeft == 0 || _path.size() == Limits::maxFieldLevels)
         return false;
     if (std::find(_path.begin(), _path.end(), &dictionary) != _path.end())
         return false;

@@ -14,11 +14,8 @@ class Dictionary;
 // for the stack: no field stands below itself, and levels and fields are limited.
 class FieldBuild {
 public:
-    // A field at the top is at level 1.
-    static constexpr std::size_t deepestLevel = 500;
-
-    FieldBuild(Ref<Document> document, std::uint64_t highestFieldCount) noexcept
-        : _document(std::move(document)), _fieldsLeft(highestFieldCount)
+    FieldBuild(Ref<Document> document, std::uint64_t maxFields) noexcept
+        : _document(std::move(document)), _fieldsLeft(maxFields)
     {
     }
 

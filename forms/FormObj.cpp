@@ -40,10 +40,10 @@ Ref<Field> Form::fieldByPath(Ref<::String> path) const noexcept
     return found;
 }
 
-FormObj::FormObj(Ref<Document> document, Ref<Dictionary> dictionary, std::uint64_t highestFieldCount) noexcept
+FormObj::FormObj(Ref<Document> document, Ref<Dictionary> dictionary, std::uint64_t maxFields) noexcept
     : _dict(std::move(dictionary))
 {
-    FieldBuild build(std::move(document), highestFieldCount);
+    FieldBuild build(std::move(document), maxFields);
     _valid = createFields(build, _dict->findAsArray(FormKeys::fields, false), nullptr, _fields);
 }
 

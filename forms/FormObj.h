@@ -9,8 +9,8 @@ namespace Libraries::Files::PDF {
 
 class FormObj final : public ::Object, public virtual Form {
 public:
-    // Builds the whole tree, of at most `highestFieldCount` fields.
-    FormObj(Ref<Document> document, Ref<Dictionary> dictionary, std::uint64_t highestFieldCount) noexcept;
+    // Builds the whole tree, of at most `maxFields` fields.
+    FormObj(Ref<Document> document, Ref<Dictionary> dictionary, std::uint64_t maxFields) noexcept;
     ~FormObj() noexcept override;
 
     // Form

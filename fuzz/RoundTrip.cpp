@@ -2,8 +2,8 @@
 
 #include <tests/support/PdfText.h>
 
-#include <document/Syntax.h>
 #include <host/losses/Examine.h>
+#include <platform/Limits.h>
 
 #include <sys/mman.h>
 
@@ -65,7 +65,7 @@ const char* reasonInValue(const Ref<PDF::Value>& value)
         return "a backslash in a string: the reader drops the second of a pair";
     if (hasLongFraction(value))
         return "a fraction that was negative is written as a number that is too large";
-    if (depthOf(value) > PDF::Syntax::deepestNesting)
+    if (depthOf(value) > Limits::maxNesting)
         return "values that were put deeper than a file may have them";
     return nullptr;
 }

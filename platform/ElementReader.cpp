@@ -1,12 +1,8 @@
 #include <platform/ElementReader.h>
 
+#include <platform/Limits.h>
+
 #include <algorithm>
-
-namespace {
-
-constexpr std::size_t longLine = 65536; // where it is asked whether the stripe has so many characters at all
-
-} // namespace
 
 ElementReader::ElementReader(Interfaces::Stripe& stripe) noexcept
     : _stripe(stripe), _shown(dynamic_cast<Interfaces::ShownBytes*>(&stripe)), _start(stripe.tell())
@@ -99,7 +95,7 @@ bool ElementReader::readPieces(std::u32string& line, std::size_t count) noexcept
         if (c == ' ' && !line.empty() && line.back() != U' ' && ++pieces == count)
             break;
         line += char32_t(c);
-        if (line.size() % longLine == 0 && line.size() > size())
+        if (line.size() % Limits::lineStep == 0 && line.size() > size())
             return false;
     }
     return true;

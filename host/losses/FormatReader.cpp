@@ -3,6 +3,7 @@
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
 #include <host/base/Limits.h>
+#include <platform/Limits.h>
 
 #include <algorithm>
 
@@ -225,7 +226,7 @@ FormatValue FormatReader::readPart() noexcept
 // Starts after the opening bracket, and ends after `end` or at the end of the text.
 void FormatReader::readList(FormatValue& list, std::string_view end) noexcept
 {
-    if (_depth >= Syntax::deepestNesting) {
+    if (_depth >= Limits::maxNesting) {
         list.kind = Kind::Nothing;
         return;
     }
