@@ -1,5 +1,6 @@
 #include <document/PageComposition.h>
 
+#include <document/BackgroundPages.h>
 #include <document/Keys.h>
 #include <document/Report.h>
 #include <values/ArrayObj.h>
@@ -14,12 +15,6 @@
 namespace Libraries::Files::PDF {
 
 namespace {
-
-// Codes that tell what is wrong with a document's structure, and how far above them those are that tell
-// the same of a foreign document.
-constexpr std::uint32_t firstStructureCode = 0x600;
-constexpr std::uint32_t lastStructureCode = 0x6FF;
-constexpr std::uint32_t foreignCodes = 0x100;
 
 // Puts references to `streams` before the content of a page. `previous` is what was there, null for
 // nothing; its array, if it is one, stays as it is.
@@ -106,9 +101,8 @@ bool DocumentObj::Background::readForeignPages() noexcept
     if (pages.empty() && code == 0)
         return report.fail(ErrForeignPage, "Foreign document has no pages");
     if (pages.empty())
-        return refuse(code >= firstStructureCode && code <= lastStructureCode ? code + foreignCodes : code);
-    const bool isFirstOnly = _mode == BackgroundMode::FirstPageOnly || _mode == BackgroundMode::AllPages;
-    const std::size_t count = isFirstOnly ? 1 : pages.size();
+        return refuse(foreignCode(code));
+    const std::size_t count = foreignPagesRead(_mode, pages.size());
     for (std::size_t i = 0; i < count; ++i) {
         Ref<Dictionary> dictionary = _foreign->valueAsDict(pages[i]->value());
         if (!dictionary)
@@ -196,18 +190,11 @@ bool DocumentObj::Background::readContentStream(
     return true;
 }
 
-// Deliberate: an unknown mode places nothing and is no failure.
 void DocumentObj::Background::placePages() noexcept
 {
-    std::size_t count = 0;
-    switch (_mode) {
-    case BackgroundMode::FirstPageOnly: count = 1; break;
-    case BackgroundMode::AllPages: count = _pages.size(); break;
-    case BackgroundMode::PagePairs: count = std::min(_pages.size(), _foreignPages.size()); break;
-    case BackgroundMode::PagePairsRepeatLast: count = _pages.size(); break;
-    }
+    const std::size_t count = pagesWithBackground(_mode, _pages.size(), _foreignPages.size());
     for (std::size_t i = 0; i < count; ++i)
-        _placements.push_back({_pages[i], std::min(i, _foreignPages.size() - 1), nullptr});
+        _placements.push_back({_pages[i], foreignPageBeneath(i, _foreignPages.size()), nullptr});
 }
 
 bool DocumentObj::Background::readCatalogResources() noexcept
