@@ -1,7 +1,7 @@
 #include <document/FileReader.h>
 
+#include <document/FileEnd.h>
 #include <document/Report.h>
-#include <document/Syntax.h>
 #include <document/Version.h>
 #include <platform/StrConv.h>
 #include <platform/StringUtil.h>
@@ -21,47 +21,24 @@ Ref<::String> readLine(ElementReader& elements)
     return elements.readLine(line) ? ::String::create(line) : nullptr;
 }
 
-// Whether the keyword ends with the character at `last`.
-bool hasKeywordEndingAt(ElementReader& elements, std::uint64_t last, const char* keyword)
-{
-    std::uint32_t text[16];
-    const std::size_t length = std::strlen(keyword);
-    return last + 1 >= length && elements.seek(last + 1 - length) && elements.read(text, length)
-        && std::equal(text, text + length, keyword);
-}
+// The file, as the search for its end wants it.
+struct EndSource {
+    ElementReader& elements;
 
-// The position of the end marker, 0 when it is not there. Only line ends may follow it.
-std::uint64_t findEof(ElementReader& elements)
-{
-    std::uint64_t position = elements.size();
-    const std::size_t length = std::strlen(Syntax::endMarker);
-    if (position < length)
-        return 0;
-    std::uint32_t c = Syntax::lineFeed;
-    while (position > 0 && Syntax::isLineEnd(c))
-        if (!elements.seek(--position) || !elements.next(c))
-            return 0;
-    return hasKeywordEndingAt(elements, position, Syntax::endMarker) ? position + 1 - length : 0;
-}
-
-// The position after the keyword, 0 when it is not there. Between it and the end marker are line ends and
-// digits, and nothing else.
-std::uint64_t findStartXref(ElementReader& elements, std::uint64_t eof)
-{
-    if (eof < std::strlen(Syntax::startXrefKeyword))
-        return 0;
-    std::uint64_t position = eof;
-    std::uint32_t c = Syntax::lineFeed;
-    while (position > 0 && (Syntax::isLineEnd(c) || (c >= '0' && c <= '9')))
-        if (!elements.seek(--position) || !elements.next(c))
-            return 0;
-    return hasKeywordEndingAt(elements, position, Syntax::startXrefKeyword) ? position + 1 : 0;
-}
+    bool at(std::uint64_t position, std::uint32_t& c) { return elements.seek(position) && elements.next(c); }
+    bool hasKeywordEndingAt(std::uint64_t last, const char* keyword)
+    {
+        std::uint32_t text[16];
+        const std::size_t length = std::strlen(keyword);
+        return last + 1 >= length && elements.seek(last + 1 - length) && elements.read(text, length)
+            && std::equal(text, text + length, keyword);
+    }
+};
 
 // The position after the keyword, 0 when it is not there. The walk passes over the trailer dictionary by
 // counting its brackets, and then over line ends. Deliberate: pairs of brackets overlap, so a dictionary
 // that ends in ">>>>" is never passed.
-std::uint64_t findTrailer(ElementReader& elements, std::uint64_t after)
+std::uint64_t findTrailer(EndSource& source, std::uint64_t after)
 {
     if (after < std::strlen(Syntax::trailerKeyword))
         return 0;
@@ -77,12 +54,12 @@ std::uint64_t findTrailer(ElementReader& elements, std::uint64_t after)
             --depth;
         }
         previous = c;
-        if (!elements.seek(--position) || !elements.next(c))
+        if (!source.at(--position, c))
             return 0;
         if (isEndSeen && depth == 0 && !Syntax::isLineEnd(c))
             break;
     }
-    return hasKeywordEndingAt(elements, position, Syntax::trailerKeyword) ? position + 1 : 0;
+    return source.hasKeywordEndingAt(position, Syntax::trailerKeyword) ? position + 1 : 0;
 }
 
 } // namespace
@@ -137,13 +114,14 @@ bool FileReader::readLineEnding(FileContent& content) noexcept
 
 bool FileReader::readTrailer(FileContent& content, std::uint64_t& tableOffset) noexcept
 {
-    const std::uint64_t eof = findEof(_elements);
-    if (eof == 0)
+    EndSource source{_elements};
+    const std::uint64_t endMarker = FileEnd::findEndMarker(source, _elements.size());
+    if (endMarker == 0)
         return refuse(ErrNoEofMarker);
-    const std::uint64_t afterStartXref = findStartXref(_elements, eof);
+    const std::uint64_t afterStartXref = FileEnd::findStartXref(source, endMarker);
     if (afterStartXref == 0)
         return refuse(ErrNoStartXref);
-    const std::uint64_t afterTrailer = findTrailer(_elements, afterStartXref);
+    const std::uint64_t afterTrailer = findTrailer(source, afterStartXref);
     if (afterTrailer == 0)
         return refuse(ErrNoTrailerKeyword);
     if (!_elements.seek(afterStartXref))
