@@ -1,10 +1,50 @@
 #include <host/losses/TableChain.h>
 
+#include <document/FileEnd.h>
 #include <host/base/Limits.h>
 
+#include <algorithm>
 #include <set>
 
 namespace Host {
+
+namespace {
+
+// A text from its end backwards, as the search for the end of a file wants it.
+class Tail {
+public:
+    explicit Tail(SourceText& text) : _text(text), _start(text.size()) {}
+
+    bool at(std::uint64_t position, std::uint32_t& c)
+    {
+        holdFrom(position);
+        const int byte = _text.at(position);
+        c = static_cast<std::uint32_t>(byte);
+        return byte != SourceText::end;
+    }
+    bool hasKeywordEndingAt(std::uint64_t last, std::string_view keyword)
+    {
+        if (last + 1 < keyword.size())
+            return false;
+        holdFrom(last + 1 - keyword.size());
+        return _text.isAt(last + 1 - keyword.size(), keyword);
+    }
+
+private:
+    void holdFrom(std::uint64_t position)
+    {
+        constexpr std::uint64_t step = 64;
+        if (position >= _start)
+            return;
+        _start = position - std::min(position, step);
+        _text.moveTo(_start);
+    }
+
+    SourceText& _text;
+    std::uint64_t _start; // of what is held
+};
+
+} // namespace
 
 TableChain::TableChain(SourceText& text) noexcept : _text(text)
 {
@@ -23,25 +63,17 @@ TableChain::TableChain(SourceText& text) noexcept : _text(text)
     }
 }
 
-// The number after the last "startxref".
+// The number after "startxref".
 std::optional<std::uint64_t> TableChain::findStart() noexcept
 {
-    constexpr std::string_view keyword = "startxref";
-    const std::uint64_t size = _text.size();
-    // Any number of line endings may follow.
-    for (std::uint64_t length = 64;; length *= 2) {
-        const std::uint64_t start = size - std::min(length, size);
-        _text.moveTo(start);
-        _text.at(size - 1);
-        const std::size_t place = _text.slice(start, size, size).rfind(keyword);
-        std::uint64_t offset = 0;
-        if (place != std::string::npos) {
-            FormatReader reader(_text, start + place + keyword.size());
-            return reader.readCount(offset) ? std::optional(offset) : std::nullopt;
-        }
-        if (start == 0)
-            return {};
-    }
+    namespace FileEnd = Libraries::Files::PDF::FileEnd;
+    Tail tail(_text);
+    const std::uint64_t endMarker = FileEnd::findEndMarker(tail, _text.size());
+    const std::uint64_t place = endMarker == 0 ? 0 : FileEnd::findStartXref(tail, endMarker);
+    if (place == 0)
+        return {};
+    std::uint64_t offset = 0;
+    return FormatReader(_text, place).readCount(offset) ? std::optional(offset) : std::nullopt;
 }
 
 // Gives the trailer after the table; `Nothing` when the table or the trailer is unusable.
