@@ -90,26 +90,31 @@ Ref<Object> Document::getPageCatalog() const noexcept
 
 StackVector<Ref<Object>> Document::getPages() const noexcept
 {
-    const Ref<Object> pages = getPageCatalog();
-    if (!pages)
+    StackVector<Ref<Object>> pages;
+    return readPages(*this, pages) ? pages : StackVector<Ref<Object>>();
+}
+
+bool readPages(const Document& document, StackVector<Ref<Object>>& pages) noexcept
+{
+    const Ref<Object> root = document.getPageCatalog();
+    if (!root)
         return report.fail(ErrBadPages, "Failed to retrieve pages object");
-    const Ref<Dictionary> dictionary = pages->valueAsDictionary();
+    const Ref<Dictionary> dictionary = root->valueAsDictionary();
     if (!dictionary)
         return report.fail(ErrBadPages, "Failed to retrieve pages object dictionary");
     const Ref<Array> kids = dictionary->findAsArray(Keys::kids, false);
     if (!kids)
         return report.fail(ErrBadPages, "Pages object has no valid Kids entry");
-    StackVector<Ref<Object>> result;
     for (std::uint64_t i = 0; i < kids->size(); ++i) {
         const Ref<ObjectRef> reference = kids->getAsObjectRef(i);
         if (!reference)
             return report.fail(ErrBadPages, "Failed to retrieve pages object's Kids entry object reference ", i);
-        Ref<Object> page = object(reference);
+        Ref<Object> page = document.object(reference);
         if (!page)
             return report.fail(ErrBadPages, "Failed to resolve page object reference entry ", i);
-        result.push_back(std::move(page));
+        pages.push_back(std::move(page));
     }
-    return result;
+    return true;
 }
 
 Ref<Dictionary> Document::valueAsDict(Ref<Value> value) const noexcept

@@ -1,5 +1,6 @@
 #include <document/PageComposition.h>
 
+#include <document/Following.h>
 #include <document/Keys.h>
 #include <document/Report.h>
 #include <values/ArrayObj.h>
@@ -11,40 +12,25 @@
 
 namespace Libraries::Files::PDF {
 
-namespace {
-
-// The live dictionary. Null with `ErrNotAvailable` when there is none, with `ErrBadObject` on any failure.
-Ref<Dictionary> resourcesOf(const Dictionary& dictionary, const Document& document)
-{
-    const Ref<Value> value = dictionary.find(Keys::resources);
-    if (!value && Error::get() == ErrNotAvailable)
-        return nullptr;
-    if (!value)
-        return report.fail(ErrBadObject, "Failed to retrieve resources of dictionary");
-    if (value->type() == Value::Type::Dictionary) {
-        Ref<Dictionary> resources = value.cast<Dictionary>();
-        if (!resources)
-            return report.fail(ErrBadObject, "Failed to cast dictionary to Dictionary");
-        return resources;
-    }
-    if (value->type() != Value::Type::ObjectRef)
-        return report.fail(ErrBadObject, "Invalid type for page resource: ", value->type());
-    const Ref<Object> object = document.object(value.cast<ObjectRef>());
-    if (!object)
-        return report.fail(ErrBadObject, "Failed to retrieve resource object");
-    Ref<Dictionary> resources = object->valueAsDictionary();
-    if (!resources)
-        return report.fail(ErrBadObject, "Failed to retrieve resource object dictionary");
-    return resources;
-}
-
-} // namespace
-
 bool DocumentObj::Merging::readResources(
     const Dictionary& dictionary, const Document& document, Ref<Dictionary>& resources) noexcept
 {
-    resources = resourcesOf(dictionary, document);
-    return resources || Error::get() == ErrNotAvailable;
+    Ref<Value> value;
+    if (!findEntry(dictionary, Keys::resources, value))
+        return report.fail(ErrBadObject, "Failed to retrieve resources of dictionary");
+    if (!value)
+        return true;
+    if (value->type() == Value::Type::Dictionary) {
+        resources = value.cast<Dictionary>();
+        return resources || report.fail(ErrBadObject, "Failed to cast dictionary to Dictionary");
+    }
+    if (value->type() != Value::Type::ObjectRef)
+        return report.fail(ErrBadObject, "Invalid type for page resource: ", value->type());
+    const Ref<PDF::Object> object = document.object(value.cast<ObjectRef>());
+    if (!object)
+        return report.fail(ErrBadObject, "Failed to retrieve resource object");
+    resources = object->valueAsDictionary();
+    return resources || report.fail(ErrBadObject, "Failed to retrieve resource object dictionary");
 }
 
 // What tells the two sides of a merge apart in messages.

@@ -1,6 +1,7 @@
 #include <document/PageComposition.h>
 
 #include <document/BackgroundPages.h>
+#include <document/Following.h>
 #include <document/Keys.h>
 #include <document/Report.h>
 #include <values/ArrayObj.h>
@@ -72,12 +73,13 @@ DocumentObj::Background::Background(DocumentObj& document, Ref<Document> foreign
 
 bool DocumentObj::Background::add() noexcept
 {
+    // Deliberate: whoever looks while the pages are sought, as a log sink may, finds the slot cleared.
     const std::uint32_t codeBefore = Error::get();
+    Error::set(0);
     if (!readForeignPages())
         return false;
     Error::set(0);
-    _pages = _document.getPages();
-    if (_pages.empty() && Error::get() != 0)
+    if (!readPages(_document, _pages))
         return false;
     Error::set(codeBefore);
     if (_pages.empty())
@@ -95,13 +97,11 @@ bool DocumentObj::Background::add() noexcept
 
 bool DocumentObj::Background::readForeignPages() noexcept
 {
-    Error::set(0);
-    const StackVector<Ref<PDF::Object>> pages = _foreign->getPages();
-    const std::uint32_t code = Error::get();
-    if (pages.empty() && code == 0)
-        return report.fail(ErrForeignPage, "Foreign document has no pages");
+    StackVector<Ref<PDF::Object>> pages;
+    if (!readPages(*_foreign, pages))
+        return refuse(foreignCode(ErrBadPages));
     if (pages.empty())
-        return refuse(foreignCode(code));
+        return report.fail(ErrForeignPage, "Foreign document has no pages");
     const std::size_t count = foreignPagesRead(_mode, pages.size());
     for (std::size_t i = 0; i < count; ++i) {
         Ref<Dictionary> dictionary = _foreign->valueAsDict(pages[i]->value());
@@ -131,13 +131,13 @@ bool DocumentObj::Background::readContents() noexcept
 
 bool DocumentObj::Background::readContent(ForeignPage& page) noexcept
 {
-    const Ref<Value> contents = page.dictionary->find(Keys::contents);
-    if (!contents && Error::get() == ErrNotAvailable) {
+    Ref<Value> contents;
+    if (!findEntry(*page.dictionary, Keys::contents, contents))
+        return report.fail(ErrForeignContent, "Failed to retrieve foreign page contents");
+    if (!contents) {
         report.oddity("Foreign page has no contents");
         return refuse(ErrForeignPage);
     }
-    if (!contents)
-        return report.fail(ErrForeignContent, "Failed to retrieve foreign page contents");
     if (const Ref<ObjectRef> reference = valueAs<ObjectRef>(contents))
         return readContentStream(page, reference, std::nullopt);
     if (contents->type() == Value::Type::Array)

@@ -67,8 +67,8 @@ private:
 // or the merge fails; names are never changed.
 class DocumentObj::Merging {
 public:
-    // The `Resources` of a page or of the root of a page tree, resolved in `document`: the live
-    // dictionary, null when there are none. False with a line and `ErrBadObject`.
+    // The `Resources` of a page or of the root of a page tree, resolved in `document`: the live dictionary;
+    // when there are none, `resources` stays null. False with a line and `ErrBadObject`.
     static bool readResources(
         const Dictionary& dictionary, const Document& document, Ref<Dictionary>& resources) noexcept;
 

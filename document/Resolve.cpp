@@ -16,6 +16,12 @@ Ref<Value> resolve(const Document& document, const Ref<Value>& value) noexcept
     return object ? object->value() : nullptr;
 }
 
+bool findEntry(const Dictionary& dictionary, const Ref<::String>& key, Ref<Value>& value) noexcept
+{
+    value = dictionary.find(key);
+    return value || Error::get() == ErrNotAvailable;
+}
+
 Ref<Value> follow(const Document& document, const Ref<Value>& value, const FollowingFailures& failures) noexcept
 {
     Ref<ObjectRef> reference = valueAs<ObjectRef>(value);
