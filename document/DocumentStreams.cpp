@@ -290,9 +290,8 @@ bool DocumentObj::recompress(Compression target) noexcept
     std::vector<Recompression> done;
     for (const Ref<PDF::Object>& object : _objects)
         if (object->valueType() == Value::Type::Stream && !recompressObject(*object, target, done)) {
-            const std::uint32_t code = Error::get();
             rollBack(done);
-            return refuse(code);
+            return false;
         }
     _changed = _changed || !done.empty();
     return true;
@@ -367,9 +366,10 @@ Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe
 }
 
 // Puts back what was converted. Deliberate: the streams and their dictionaries then report no change, even
-// if they had reported one before.
+// if they had reported one before. The slot keeps the code of the failure.
 void DocumentObj::rollBack(const std::vector<Recompression>& done) noexcept
 {
+    const std::uint32_t code = Error::get();
     for (const Recompression& record : done) {
         record.stream->strmData(record.oldData);
         record.length->setIntPart(record.oldLength);
@@ -379,6 +379,7 @@ void DocumentObj::rollBack(const std::vector<Recompression>& done) noexcept
         if (const Ref<DictionaryObj> resettable = dictionary.cast<DictionaryObj>())
             resettable->resetChanged();
     }
+    Error::set(code);
 }
 
 } // namespace Libraries::Files::PDF
