@@ -20,10 +20,16 @@ struct TypeWording {
     const char* wrong;
 };
 
-constexpr TypeWording catalogWording{"Catalog", "Root object has no valid Type entry",
-    "Root object Type entry is not of type Catalog. Got: "};
-constexpr TypeWording pagesWording{"Pages", "Pages object has no valid Type entry",
-    "Pages object Type entry is not of type Pages. Got: "};
+constexpr TypeWording catalogWording{
+    .type = "Catalog",
+    .missing = "Root object has no valid Type entry",
+    .wrong = "Root object Type entry is not of type Catalog. Got: ",
+};
+constexpr TypeWording pagesWording{
+    .type = "Pages",
+    .missing = "Pages object has no valid Type entry",
+    .wrong = "Pages object Type entry is not of type Pages. Got: ",
+};
 
 // Whether the dictionary's `Type` is the one expected.
 bool hasType(const Ref<Dictionary>& dictionary, const TypeWording& wording, std::uint32_t code)

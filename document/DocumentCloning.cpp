@@ -20,7 +20,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-constexpr CopyWording cloneWording{"cloned", "copied"};
+constexpr CopyWording cloneWording{.data = "cloned", .copy = "copied"};
 
 template <class Kind>
 Ref<Kind> castToClone(const Ref<Value>& value, const char* word)

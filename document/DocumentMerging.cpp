@@ -33,44 +33,44 @@ bool DocumentObj::Merging::readResources(
     return resources || report.fail(ErrBadObject, "Failed to retrieve resource object dictionary");
 }
 
-// What tells the two sides of a merge apart in messages.
+// The messages of the two sides of a merge.
 struct DocumentObj::Merging::Wording {
     const char* noKeys;
     const char* noKey;
     const char* noCategory;
-    const char* noDictionary;
-    const char* noArray;
-    const char* wrongObject; // behind the object
+    const char* noDictionary; // the object follows
+    const char* noArray;      // the object follows
+    const char* wrongObject;  // between the object and its type
     const char* wrongValue;
     bool isCategoryNamed; // in the line for a wrong value
     const char* noNames;
-    const char* ofNames; // behind the index of a name
+    const char* noName; // between the index of a name and the category
 };
 
 const DocumentObj::Merging::Wording DocumentObj::Merging::targetWording{
-    "Failed to retrieve keys of original resources",
-    "Key or original resource is NULL: ",
-    "Key not available in original resources: ",
-    "Failed to retrieve object dictionary of ",
-    "Failed to retrieve object array of ",
-    " has invalid type ",
-    "Invalid type of resource entry ",
-    true,
-    "Failed to retrieve keys of resource dictionary ",
-    " of resoure ",
+    .noKeys = "Failed to retrieve keys of original resources",
+    .noKey = "Key or original resource is NULL: ",
+    .noCategory = "Key not available in original resources: ",
+    .noDictionary = "Failed to retrieve object dictionary of ",
+    .noArray = "Failed to retrieve object array of ",
+    .wrongObject = " has invalid type ",
+    .wrongValue = "Invalid type of resource entry ",
+    .isCategoryNamed = true,
+    .noNames = "Failed to retrieve keys of resource dictionary ",
+    .noName = " of resoure ",
 };
 
 const DocumentObj::Merging::Wording DocumentObj::Merging::toAddWording{
-    "Failed to retrieve keys of resources to add",
-    "Key of resources to add is NULL: ",
-    "Key not available in resources to add: ",
-    "Failed to retrieve dictionary of object ",
-    "Failed to retrieve array of object ",
-    " of resources to add has invalid type for resource: ",
-    "Type not valid for Resources",
-    false,
-    "Failed to retrieve resource keys of resource to add ",
-    " of resource to add ",
+    .noKeys = "Failed to retrieve keys of resources to add",
+    .noKey = "Key of resources to add is NULL: ",
+    .noCategory = "Key not available in resources to add: ",
+    .noDictionary = "Failed to retrieve dictionary of object ",
+    .noArray = "Failed to retrieve array of object ",
+    .wrongObject = " of resources to add has invalid type for resource: ",
+    .wrongValue = "Type not valid for Resources",
+    .isCategoryNamed = false,
+    .noNames = "Failed to retrieve resource keys of resource to add ",
+    .noName = " of resource to add ",
 };
 
 bool DocumentObj::Merging::merge(const Dictionary& toAdd, Dictionary& target) noexcept
@@ -152,7 +152,7 @@ bool DocumentObj::Merging::forEachName(const Category& category, const Wording& 
     for (std::size_t i = 0; i < names->size(); ++i) {
         const Ref<::String> name = names->get(i);
         if (!name)
-            return report.line("Failed to retrieve resource key ", i, wording.ofNames, category.name);
+            return report.line("Failed to retrieve resource key ", i, wording.noName, category.name);
         if (!visit(name))
             return false;
     }

@@ -119,7 +119,7 @@ bool createCompressor(const Dictionary& dictionary, const Ref<::String>& stream,
     return report.fail(ErrStreamConvert, "Compression method not supported Unknown");
 }
 
-constexpr CopyWording cacheWording{"cached", "cached"};
+constexpr CopyWording cacheWording{.data = "cached", .copy = "cached"};
 
 } // namespace
 
