@@ -20,7 +20,11 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-constexpr CopyWording cloneWording{.data = "cloned", .copy = "copied"};
+constexpr CopyWording cloneWording{
+    .noStart = "Failed to navigate in to be cloned stream's data",
+    .noData = "Failed to read from to be cloned stream's data",
+    .noCopy = "Failed to create copied stream",
+};
 
 template <class Kind>
 Ref<Kind> castToClone(const Ref<Value>& value, const char* word)

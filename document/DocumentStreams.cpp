@@ -119,7 +119,11 @@ bool createCompressor(const Dictionary& dictionary, const Ref<::String>& stream,
     return report.fail(ErrStreamConvert, "Compression method not supported Unknown");
 }
 
-constexpr CopyWording cacheWording{.data = "cached", .copy = "cached"};
+constexpr CopyWording cacheWording{
+    .noStart = "Failed to navigate in to be cached stream's data",
+    .noData = "Failed to read from to be cached stream's data",
+    .noCopy = "Failed to create cached stream",
+};
 
 } // namespace
 

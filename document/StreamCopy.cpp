@@ -16,7 +16,7 @@ Ref<Interfaces::Stripe> StreamCopy::elements() const noexcept
 StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) noexcept
 {
     if (data.seek(0) != 0) {
-        report.fail(ErrInvalidArgument, "Failed to navigate in to be ", wording.data, " stream's data");
+        report.fail(ErrInvalidArgument, wording.noStart);
         return {};
     }
     const std::uint64_t count = data.size();
@@ -32,11 +32,11 @@ StreamCopy copyToMemory(Interfaces::Stripe& data, const CopyWording& wording) no
         block, size, [](void* held, std::size_t bytes) { Heap::free(held, Heap::Array, nullptr, bytes); });
     BufferDesc area = BufferDesc::plain(block);
     if ((reading ? reading->readBytes(block, count) : data.read(area, count, waitForever)) != count) {
-        report.fail(ErrNoResource, "Failed to read from to be ", wording.data, " stream's data");
+        report.fail(ErrNoResource, wording.noData);
         return {};
     }
     if (!copy)
-        report.fail(ErrNoResource, "Failed to create ", wording.copy, " stream");
+        report.fail(ErrNoResource, wording.noCopy);
     return {std::move(copy), reading != nullptr};
 }
 

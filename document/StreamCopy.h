@@ -4,10 +4,11 @@
 
 namespace Libraries::Files::PDF {
 
-// What the lines call the data that is copied, and the copy.
+// The messages of those who copy.
 struct CopyWording {
-    const char* data;
-    const char* copy;
+    const char* noStart; // the data can't be positioned
+    const char* noData;  // it can't be read
+    const char* noCopy;  // no stripe over the copy can be made
 };
 
 // All that a stripe of 4-byte elements holds, in memory: as bytes, if it gives them.
