@@ -13,8 +13,11 @@
 #include <values/StreamObj.h>
 #include <values/StringObj.h>
 
+#include <utility>
+
 // Copying values of another document. A value with parts is a step on a list, not a call: references
-// make chains as long as a document has objects, and no stack would hold them.
+// make chains as long as a document has objects, and no stack would hold them. Each turn clones one part, or
+// opens the step of one that has parts itself, and hands what is complete on to the step around it.
 
 namespace Libraries::Files::PDF {
 
@@ -65,13 +68,12 @@ Ref<Value> cloneOf(const Null&)
     return make<NullObj>();
 }
 
-// Puts the clone of a value without parts in its place.
 template <class Kind>
-bool cloneScalar(Ref<Value>& value, const char* word)
+bool cloneScalar(const Ref<Value>& value, const char* word, Ref<Value>& clone)
 {
     const Ref<Kind> scalar = castToClone<Kind>(value, word);
-    value = scalar ? cloneOf(*scalar) : nullptr;
-    return bool(value);
+    clone = scalar ? cloneOf(*scalar) : nullptr;
+    return bool(clone);
 }
 
 } // namespace
@@ -241,11 +243,12 @@ Ref<Value> DocumentObj::Cloning::cloneValue(Ref<Value> value) noexcept
 {
     if (!value)
         return refuse(ErrNullArgument);
-    do
-        if (!begin(value) || !advance(value))
+    Ref<Value> part = std::move(value); // the next to clone; null once there is none
+    Ref<Value> clone;                   // the last one made, until it is handed on; in the end the whole
+    while (part)
+        if (!begin(part, clone) || !handOn(clone, part))
             return abandon();
-    while (!_open.empty());
-    return value;
+    return clone;
 }
 
 Ref<ObjectRef> DocumentObj::Cloning::cloneObject(Ref<Value> value) noexcept
@@ -261,33 +264,28 @@ Ref<ObjectRef> DocumentObj::Cloning::cloneObject(Ref<Value> value) noexcept
     return _target.addObject(std::move(clone));
 }
 
-// Puts its clone in the place of a value, or null when a step was opened that makes the clone.
-bool DocumentObj::Cloning::begin(Ref<Value>& value) noexcept
+// Makes the clone of a part, or opens the step that will make it: then `clone` is left null.
+bool DocumentObj::Cloning::begin(const Ref<Value>& part, Ref<Value>& clone) noexcept
 {
-    switch (value->type()) {
-    case Value::Type::Name: return cloneScalar<Name>(value, "name");
-    case Value::Type::Boolean: return cloneScalar<Boolean>(value, "boolean");
-    case Value::Type::Number: return cloneScalar<Number>(value, "number");
-    case Value::Type::String: return cloneScalar<String>(value, "string");
-    case Value::Type::ObjectRef: return beginAs<ObjectRef>(value, "object reference");
-    case Value::Type::Dictionary: return beginAs<Dictionary>(value, "dictionary");
-    case Value::Type::Stream: return beginAs<Stream>(value, "stream");
-    case Value::Type::Array: return beginAs<Array>(value, "array");
-    case Value::Type::Null: return cloneScalar<Null>(value, "value");
+    switch (part->type()) {
+    case Value::Type::Name: return cloneScalar<Name>(part, "name", clone);
+    case Value::Type::Boolean: return cloneScalar<Boolean>(part, "boolean", clone);
+    case Value::Type::Number: return cloneScalar<Number>(part, "number", clone);
+    case Value::Type::String: return cloneScalar<String>(part, "string", clone);
+    case Value::Type::ObjectRef: return beginReference(castToClone<ObjectRef>(part, "object reference"), clone);
+    case Value::Type::Dictionary: return open(castToClone<Dictionary>(part, "dictionary"));
+    case Value::Type::Stream: return open(castToClone<Stream>(part, "stream"));
+    case Value::Type::Array: return open(castToClone<Array>(part, "array"));
+    case Value::Type::Null: return cloneScalar<Null>(part, "value", clone);
     case Value::Type::Invalid: break;
     }
-    return report.fail(ErrNotSupported, "Value type not supported for cloning: ", value->type());
+    return report.fail(ErrNotSupported, "Value type not supported for cloning: ", part->type());
 }
 
-template <class Kind>
-bool DocumentObj::Cloning::beginAs(Ref<Value>& value, const char* word) noexcept
+bool DocumentObj::Cloning::beginReference(const Ref<ObjectRef>& reference, Ref<Value>& clone) noexcept
 {
-    const Ref<Kind> composite = castToClone<Kind>(value, word);
-    return composite && open(composite, value);
-}
-
-bool DocumentObj::Cloning::open(const Ref<ObjectRef>& reference, Ref<Value>& value) noexcept
-{
+    if (!reference)
+        return false;
     Ref<PDF::Object> object = _source->object(reference);
     if (!object)
         return report.fail(
@@ -296,28 +294,32 @@ bool DocumentObj::Cloning::open(const Ref<ObjectRef>& reference, Ref<Value>& val
     if (!held)
         return report.fail(ErrInvalidArgument, "To be cloned object has no value: ", object->asText());
     // A reference of the target itself stays the very value that it is.
-    if (_source.get() == &_target)
+    if (_source.get() == &_target) {
+        clone = reference;
         return true;
+    }
     // An object that is being cloned already closes a cycle.
     if (!_inProgress.insert(object.get()).second)
         return report.fail(ErrInvalidArgument, "Failed to clone object: ", object->asText());
     _open.push_back(std::make_unique<ReferenceStep>(*this, std::move(object), std::move(held)));
-    value = nullptr;
     return true;
 }
 
-bool DocumentObj::Cloning::open(const Ref<Dictionary>& dictionary, Ref<Value>& value) noexcept
+bool DocumentObj::Cloning::open(const Ref<Dictionary>& dictionary) noexcept
 {
+    if (!dictionary)
+        return false;
     Ref<TVector<Ref<::String>>> keys = dictionary->keys();
     if (!keys)
         return report.fail(ErrInvalidArgument, "Failed to retrieve keys of the be cloned dictionary");
     _open.push_back(std::make_unique<DictionaryStep>(dictionary, std::move(keys)));
-    value = nullptr;
     return true;
 }
 
-bool DocumentObj::Cloning::open(const Ref<Stream>& stream, Ref<Value>& value) noexcept
+bool DocumentObj::Cloning::open(const Ref<Stream>& stream) noexcept
 {
+    if (!stream)
+        return false;
     Ref<Dictionary> dictionary = stream->dict();
     if (!dictionary)
         return report.fail(ErrInvalidArgument, "Failed to retrieve to be cloned stream's dictionary");
@@ -325,32 +327,33 @@ bool DocumentObj::Cloning::open(const Ref<Stream>& stream, Ref<Value>& value) no
     if (!data)
         return false;
     _open.push_back(std::make_unique<StreamStep>(std::move(dictionary), std::move(data)));
-    value = nullptr;
     return true;
 }
 
-bool DocumentObj::Cloning::open(const Ref<Array>& array, Ref<Value>& value) noexcept
+bool DocumentObj::Cloning::open(const Ref<Array>& array) noexcept
 {
+    if (!array)
+        return false;
     _open.push_back(std::make_unique<ArrayStep>(array));
-    value = nullptr;
     return true;
 }
 
-// Gives a clone to the value that it is a part of, and so on outwards as long as that completes the next
-// one. Afterwards `value` is the part to clone next or, with nothing open any more, the whole clone. A
-// null one gets the first part of the value opened last.
-bool DocumentObj::Cloning::advance(Ref<Value>& value) noexcept
+// Hands a clone to the value that it is a part of, and so on outwards as long as that completes the next one; a
+// value that was just opened waits for its first part, and is handed none. Afterwards `part` is the one to clone
+// next. It is null with nothing open any more, and `clone` is the whole.
+bool DocumentObj::Cloning::handOn(Ref<Value>& clone, Ref<Value>& part) noexcept
 {
+    part = nullptr;
     while (!_open.empty()) {
         CloningStep& innermost = *_open.back();
-        const bool isTaken = !value || innermost.take(std::move(value));
-        if (!isTaken || !innermost.next(value)) {
+        const bool isTaken = !clone || innermost.take(std::exchange(clone, nullptr));
+        if (!isTaken || !innermost.next(part)) {
             _open.pop_back();
             return false;
         }
-        if (value)
+        if (part)
             return true;
-        value = innermost.finish();
+        clone = innermost.finish();
         _open.pop_back();
     }
     return true;

@@ -44,14 +44,12 @@ private:
         StreamCopy copy;
     };
 
-    bool begin(Ref<Value>& value) noexcept;
-    template <class Kind>
-    bool beginAs(Ref<Value>& value, const char* word) noexcept;
-    bool open(const Ref<ObjectRef>& reference, Ref<Value>& value) noexcept;
-    bool open(const Ref<Dictionary>& dictionary, Ref<Value>& value) noexcept;
-    bool open(const Ref<Stream>& stream, Ref<Value>& value) noexcept;
-    bool open(const Ref<Array>& array, Ref<Value>& value) noexcept;
-    bool advance(Ref<Value>& value) noexcept;
+    bool begin(const Ref<Value>& part, Ref<Value>& clone) noexcept;
+    bool beginReference(const Ref<ObjectRef>& reference, Ref<Value>& clone) noexcept;
+    bool open(const Ref<Dictionary>& dictionary) noexcept;
+    bool open(const Ref<Stream>& stream) noexcept;
+    bool open(const Ref<Array>& array) noexcept;
+    bool handOn(Ref<Value>& clone, Ref<Value>& part) noexcept;
     Failure abandon() noexcept;
     Ref<Interfaces::Stripe> copyData(const Ref<Stream>& stream) noexcept;
     StreamCopy readData(const Ref<Stream>& stream) noexcept;

@@ -8,7 +8,7 @@ namespace Libraries::Files::PDF {
 struct CopyWording {
     const char* noStart; // the data can't be positioned
     const char* noData;  // it can't be read
-    const char* noCopy;  // no stripe over the copy can be made
+    const char* noCopy;  // there is no stream of the copy
 };
 
 // All that a stripe of 4-byte elements holds, in memory: as bytes, if it gives them.
