@@ -46,9 +46,9 @@ inline bool isSingleThreaded() noexcept
 #endif
 }
 
-// The root of all counted classes. A new object has the count 0: the first `Ref` takes it. Counts
-// are atomic, so a `Ref` may be passed between threads; the object behind it may not be used by
-// two threads at once unless its class says so.
+// The root of all counted classes. A new object has the count 0: the first `Ref` takes it. Counting is atomic
+// unless the process has one thread only, so a `Ref` may be passed between threads; the object that it leads to may
+// not be used by two threads at once unless its class says so.
 class EXPORTED Object : public virtual RefCount {
 public:
     Object() noexcept = default;

@@ -4,8 +4,8 @@
 #include <type_traits>
 #include <utility>
 
-// The counted smart pointer. A null `Ref` is valid and common. Results and arguments pass by
-// value; a `Ref` that is not needed afterwards is moved, since each copy counts atomically.
+// The counted smart pointer. A null `Ref` is valid and common. Results and arguments pass by value; a `Ref`
+// that is not needed afterwards is moved, since each copy counts: atomically, unless `isSingleThreaded`.
 template <class T>
 class Ref {
 public:

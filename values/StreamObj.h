@@ -9,6 +9,10 @@ namespace Libraries::Files::PDF {
 // The stream as the document holds it. Unlike the other implementations it is there for applications
 // too: data is attached through it. No operation touches the dictionary: `Length` and `Filter` are
 // the caller's work, or that of `Document::setStreamData`.
+//
+// The data that a stream holds is a stripe of 4-byte elements, one per stored byte, its code point in
+// Windows-1252. It isn't looked at when it is attached: with elements of another width a save fails, with
+// `ErrWriteObject`, and so does the cloning of the stream. Who reads the data moves its position.
 class EXPORTED StreamObj final : public ValueObj, public virtual Stream {
 public:
     // A stream whose data lies in the document's file. `dict` must not be null.
