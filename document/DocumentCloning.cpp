@@ -196,7 +196,7 @@ private:
 
 } // namespace
 
-// An object behind a reference. Its clone becomes an object of the target, and is all or nothing there:
+// An object that a reference leads to. Its clone becomes an object of the target, and is all or nothing there:
 // only appending happens while it is made, so its length is enough to bring the table back.
 class DocumentObj::Cloning::ReferenceStep final : public CloningStep {
 public:

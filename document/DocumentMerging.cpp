@@ -7,8 +7,8 @@
 #include <values/DictionaryObj.h>
 #include <values/ObjectRef.h>
 
-// Merging resources. Their categories are not known by name: each is a dictionary or an array, directly or
-// behind one reference, and treated as such.
+// Merging resources. Their categories are not known by name: each is a dictionary or an array, itself or by
+// one reference, and treated as such.
 
 namespace Libraries::Files::PDF {
 
@@ -225,7 +225,7 @@ bool DocumentObj::Merging::addName(
         return report.line("Failed to retrieve value of ", name, " of resource to add ", toAdd.name);
     if (_targetNames.contains(name)) {
         // Deliberate: references of the two documents are equal when their numbers are, whatever they
-        // lead to; the target's object stands in for the other one then.
+        // lead to; the target's object then takes the place of the other one.
         const Ref<Value> original = target.find(name);
         if (!original || !original->equal(std::move(value)))
             return report.line("A resource already exists with name ", name);

@@ -64,7 +64,7 @@ private:
     bool loadForm() noexcept;
     std::uint32_t makeForm(Ref<Value> acroForm) noexcept;
 
-    // Page composition. The classes stand in document/PageComposition.h.
+    // Page composition. The classes are in document/PageComposition.h.
     class Cloning;
     class Merging;
     class Background;

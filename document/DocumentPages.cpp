@@ -163,7 +163,7 @@ bool DocumentObj::Background::readContentArray(ForeignPage& page, const Ref<Valu
     return true;
 }
 
-// One content stream of a foreign page; `element` is its index when it stands in an array.
+// One content stream of a foreign page; `element` is its index in an array, if it is in one.
 bool DocumentObj::Background::readContentStream(
     ForeignPage& page, const Ref<ObjectRef>& reference, std::optional<std::uint64_t> element) noexcept
 {

@@ -57,7 +57,7 @@ private:
     Interfaces::ByteReading& _reading;
 };
 
-// The bytes behind stored data: as it gives them, or else converted.
+// The bytes of stored data: as it gives them, or else converted.
 Ref<Interfaces::Stream> bytesOf(const Ref<Interfaces::Stripe>& elements)
 {
     if (Interfaces::ByteReading* const reading = byteReadingOf(*elements))
@@ -181,7 +181,7 @@ Ref<Number> DocumentObj::storedLength(const Dictionary& dictionary) noexcept
     return length;
 }
 
-// The decoded form of stored data, which is left at the place where it stands. The codes are those of
+// The decoded form of stored data, whose position stays. The codes are those of
 // `streamData`.
 Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept
 {
@@ -202,7 +202,7 @@ Ref<Interfaces::Stripe> DocumentObj::decode(const Ref<SubStripe>& stored, std::u
     return elementsOf(target);
 }
 
-// The number behind the `Length` of a stream whose data is to change; null with a line and
+// The number that is the `Length` of a stream whose data is to change; null with a line and
 // `ErrStreamLength`. `stream` is how the lines name the stream.
 Ref<NumberObj> DocumentObj::lengthToPatch(const Dictionary& dictionary, const LogPiece& stream) noexcept
 {
@@ -312,7 +312,7 @@ bool DocumentObj::recompressObject(
     if (!holder)
         return report.fail(ErrStreamLength, "Failed to cast Stream to StreamObj for ", id);
     // Deliberate: a filter of another name counts as none. On the way to Flate its data is compressed as
-    // it stands and the name is lost; on the way to None it is left alone.
+    // it is and the name is lost; on the way to None it is left alone.
     const Compression compression = stream->compression();
     if (compression == target)
         return true;
@@ -339,8 +339,8 @@ bool DocumentObj::recompressObject(
     return true;
 }
 
-// The stored data in the target's form. Deliberate: `Filter` changes first, and a failure behind that
-// leaves it so, beside the old data and length: the document is then damaged in this one stream.
+// The stored data in the target's form. Deliberate: `Filter` changes first, and a failure after that
+// leaves it so, with the old data and length: the document is then damaged in this one stream.
 Ref<Interfaces::Stripe> DocumentObj::recompressData(const Ref<Interfaces::Stripe>& stored, std::int64_t length,
     Dictionary& dictionary, Compression target, std::uint32_t id) noexcept
 {

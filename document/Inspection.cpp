@@ -10,7 +10,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-// `DocumentObj` is the one class behind the interface.
+// `DocumentObj` is the one class that implements the interface.
 Ref<DocumentObj> implementation(const Ref<Document>& document)
 {
     if (!document)

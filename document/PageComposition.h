@@ -32,7 +32,7 @@ public:
     // The copy, which shares nothing that can change. Null with a line at each level, and the code of the
     // outermost one that failed; objects that were added for references before the failing one stay.
     Ref<Value> cloneValue(Ref<Value> value) noexcept;
-    // A reference to a new object that holds the copy; objects behind it have lower ids. Null with
+    // A reference to a new object that holds the copy; objects that it refers to have lower ids. Null with
     // `ErrNoResource`, and the table as it was before, or with `ErrNullArgument`.
     Ref<ObjectRef> cloneObject(Ref<Value> value) noexcept;
 

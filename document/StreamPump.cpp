@@ -43,7 +43,7 @@ public:
 
     // Room for a block of the filter's output.
     unsigned char* room() noexcept { return _memory ? _memory->room(blockSize) : _block->bytes; }
-    // Passes on what stands there; false when it can't be written.
+    // Passes on what the room was filled with; false when it can't be written.
     bool pass(std::size_t count) noexcept
     {
         if (!_memory)
@@ -58,8 +58,8 @@ private:
     std::optional<Block> _block; // if it is none
 };
 
-// Feeds one block to the filter: `count` bytes that stand behind `carried` ones, which are the rest of
-// the block before. The result is in `count`: what is left over. Deliberate: the filter is first shown
+// Feeds one block to the filter: `count` bytes that follow `carried` ones, which are the rest of the block
+// before. The result is in `count`: what is left over. Deliberate: the filter is first shown
 // the new bytes alone, and what it leaves moves to the front together with the carried ones.
 PumpEnd feed(BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Outlet& out)
 {

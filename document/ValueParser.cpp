@@ -20,13 +20,13 @@
 //   object      number " " number " obj" [" " value on the same line]  line end  value
 //   value       hexadecimal | dictionary [stream] | literal | name | array | word
 //   word        "true" | "false" | integer | integer "." integer
-//   list        what stands between "[" and "]", or between "<<" and ">>": comments, hexadecimal,
+//   list        what is between "[" and "]", or between "<<" and ">>": comments, hexadecimal,
 //               dictionary, name, literal, array, and words, of which "null" is one and "R" makes a
 //               reference of the two numbers before it
-//   stream      "stream" [line end], behind the dictionary of an object; the data is not read
+//   stream      "stream" [line end], after the dictionary of an object; the data is not read
 //
 // A word of an object ends at white space only; one of a list also at "%", at "/", and at the end of the
-// list. "<", "(" and "[" don't end it: what they open is read, and the word goes on behind. The two readers
+// list. "<", "(" and "[" don't end it: what they open is read, and the word goes on after it. The two readers
 // of values, `readValue` and `readValueList`, look alike and deliberately differ: comments, "null" and
 // references exist in lists alone, and only an object may have white space between "<" and the first digit
 // of a hexadecimal string. "endobj" and "endstream" are never looked at.
@@ -63,7 +63,7 @@ bool endsName(std::uint32_t c)
     }
 }
 
-// The number that a word makes; null when it is none. The text before a point and that behind it are
+// The number that a word makes; null when it is none. The text before a point and that after it are
 // each a whole number, sign and all, and either may be empty.
 Ref<ValueObj> numberOf(std::u32string_view word)
 {
@@ -116,7 +116,7 @@ private:
     unsigned _digits = 0;
 };
 
-// Adds what a character stands for behind a backslash; false when it stands for nothing.
+// Adds what a character stands for after a backslash; false when it stands for nothing.
 bool addEscaped(std::u32string& text, std::uint32_t c)
 {
     switch (c) {
@@ -130,7 +130,7 @@ bool addEscaped(std::u32string& text, std::uint32_t c)
     }
 }
 
-// The string of the bytes. Deliberate: a last digit without a second one gets a "0" behind it, and the
+// The string of the bytes. Deliberate: a last digit without a second one gets a "0" after it, and the
 // two are read as a decimal number, so "5" is the byte 50 and "A" is refused.
 Ref<ValueObj> endHexString(std::vector<std::uint8_t> bytes, std::uint32_t pending)
 {
@@ -183,7 +183,7 @@ bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
     return _elements.seek(position) && next(found) && found == c;
 }
 
-// Seeks to `offset`, and leaves the stripe behind what the value took.
+// Seeks to `offset`, and leaves the stripe after what the value took.
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
     const std::uint64_t size = _elements.size();
@@ -200,7 +200,7 @@ Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, 
 }
 
 // Seeks to `offset`, and leaves the stripe where the value may begin. Of a line that goes on with the
-// value no more is read than the value's first piece: a whole file may stand on one line.
+// value no more is read than the value's first piece: a whole file may be one line.
 bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
     if (!_elements.seek(offset))
@@ -224,12 +224,12 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
             "Generation for object at ", offset, " differs; expected ", generation, ", but got ", gotGeneration);
     if (count == 3)
         return true;
-    // Deliberate: the piece is looked for from the start of the line, so one that also stands in the
-    // header is found there.
+    // Deliberate: the piece is looked for from the start of the line, so one that also appears in
+    // the header is found there.
     return _elements.seek(offset + _line.find(pieces[3]));
 }
 
-// Starts behind the object header. A word leaves the stripe behind the white space that ended it.
+// Starts after the object header. A word leaves the stripe after the white space that ended it.
 Ref<Value> ValueParser::readValue() noexcept
 {
     std::u32string word;
@@ -289,7 +289,7 @@ Ref<Value> ValueParser::readDictionaryOrStream() noexcept
     return value;
 }
 
-// Starts before "<<", or before anything that comes before it, and ends behind ">>".
+// Starts before "<<", or before anything that comes before it, and ends after ">>".
 Ref<DictionaryObj> ValueParser::readDictionary() noexcept
 {
     const std::uint64_t position = here();
@@ -324,7 +324,7 @@ Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t 
     return make<DictionaryObj>(std::move(entries));
 }
 
-// Starts behind "[", ends behind "]".
+// Starts after "[", ends after "]".
 Ref<ValueObj> ValueParser::readArray() noexcept
 {
     const Nesting nesting(_depth);
@@ -337,8 +337,8 @@ Ref<ValueObj> ValueParser::readArray() noexcept
     return make<ArrayObj>(std::move(elements));
 }
 
-// Starts behind ">>" of an object's dictionary. The six characters that come next decide, whatever
-// white space stands between them; they are "endobj" when there is no stream.
+// Starts after ">>" of an object's dictionary. The six characters that come next decide, whatever white
+// space is between them; they are "endobj" when there is no stream.
 Ref<Value> ValueParser::readStreamTail(Ref<Dictionary> dictionary) noexcept
 {
     constexpr std::u32string_view keyword = U"stream";
@@ -358,7 +358,7 @@ Ref<Value> ValueParser::readStreamTail(Ref<Dictionary> dictionary) noexcept
     return make<StreamObj>(std::move(dictionary), offset);
 }
 
-// Starts behind "stream". The data begins behind one line ending, if there is one.
+// Starts after "stream". The data begins after one line ending, if there is one.
 bool ValueParser::readStreamStart(std::uint64_t& offset) noexcept
 {
     offset = here();
@@ -375,12 +375,12 @@ bool ValueParser::readStreamStart(std::uint64_t& offset) noexcept
     return true;
 }
 
-// Starts behind "[" or "<<", ends behind "]" or ">>". The values are on the stack then, on top of those of
+// Starts after "[" or "<<", ends after "]" or ">>". The values are on the stack then, on top of those of
 // the lists around.
 bool ValueParser::readValueList(ListEnd end) noexcept
 {
     const List list{_values.size(), _words.size()};
-    std::uint32_t previous = 0; // behind a nested value still the one that opened it, deliberately
+    std::uint32_t previous = 0; // after a nested value still the one that opened it, deliberately
     bool isComment = false;
     for (std::uint32_t c = 0; next(c); previous = c) {
         if (isComment) {
@@ -396,7 +396,7 @@ bool ValueParser::readValueList(ListEnd end) noexcept
             if (!endWord(list, 1) || !readNested(c, previous))
                 return false;
         } else if (c == '<' || c == '(' || c == '[' || (previous == '<' && isHexDigit(c))) {
-            // A pending word is not ended by these, and goes on behind them.
+            // A pending word is not ended by these, and goes on after them.
             if (!readNested(c, previous))
                 return false;
         } else if (end == ListEnd::Dictionary && c == '>' && previous == '>') {
@@ -411,7 +411,7 @@ bool ValueParser::readValueList(ListEnd end) noexcept
     return false;
 }
 
-// Starts behind `opener`, which opens a value, or is the first "<" and says nothing yet.
+// Starts after `opener`, which opens a value, or is the first "<" and says nothing yet.
 bool ValueParser::readNested(std::uint32_t opener, std::uint32_t previous) noexcept
 {
     if (opener == '<' && previous != '<')
@@ -438,7 +438,7 @@ bool ValueParser::readNested(std::uint32_t opener, std::uint32_t previous) noexc
         if (!giveBack(2))
             return false;
         value = readDictionary();
-        // Right behind another dictionary the two places back begin with its last ">".
+        // Right after another dictionary the two characters given back begin with its last ">".
         if (!value && !isAt(position, '<'))
             ++position;
         break;
@@ -452,22 +452,22 @@ bool ValueParser::readNested(std::uint32_t opener, std::uint32_t previous) noexc
     return true;
 }
 
-// Adds the pending word of the list, if there is one, which ended `charactersBehind` before the present
-// place.
-bool ValueParser::endWord(const List& list, std::uint64_t charactersBehind) noexcept
+// Adds the pending word of the list, if there is one, which ended `charactersAfter` before the present
+// position.
+bool ValueParser::endWord(const List& list, std::uint64_t charactersAfter) noexcept
 {
     const std::u32string_view word = std::u32string_view(_words).substr(list.firstOfWord);
     if (word.empty())
         return true;
-    const bool isAdded = addToken(list, word, charactersBehind);
+    const bool isAdded = addToken(list, word, charactersAfter);
     _words.resize(list.firstOfWord);
     return isAdded;
 }
 
-bool ValueParser::addToken(const List& list, std::u32string_view token, std::uint64_t charactersBehind) noexcept
+bool ValueParser::addToken(const List& list, std::u32string_view token, std::uint64_t charactersAfter) noexcept
 {
     if (token == U"R")
-        return addReference(list, here() - charactersBehind);
+        return addReference(list, here() - charactersAfter);
     if (token == U"true" || token == U"false") {
         _values.push_back(make<BooleanObj>(token == U"true"));
         return true;
@@ -479,7 +479,7 @@ bool ValueParser::addToken(const List& list, std::u32string_view token, std::uin
     Ref<ValueObj> number = numberOf(token);
     if (!number)
         return report.line(invalidNumber(token), ::String::create(token), " in value list; offset: ",
-            here() - charactersBehind - token.size());
+            here() - charactersAfter - token.size());
     _values.push_back(std::move(number));
     return true;
 }
@@ -507,8 +507,8 @@ bool ValueParser::addReference(const List& list, std::uint64_t position) noexcep
     return true;
 }
 
-// Starts behind "/", ends before the character that ends the name, or, at the end of the stripe, before
-// the last one. The name is taken as it stands: "#" sequences aren't decoded.
+// Starts after "/", ends before the character that ends the name, or, at the end of the stripe, before
+// the last one. The name is taken as it is: "#" sequences aren't decoded.
 Ref<ValueObj> ValueParser::readName() noexcept
 {
     _text.clear();
@@ -529,23 +529,23 @@ Ref<ValueObj> ValueParser::readName() noexcept
     return known;
 }
 
-// Starts behind "(", ends behind the ")" that closes it.
+// Starts after "(", ends after the ")" that closes it.
 Ref<ValueObj> ValueParser::readLiteralString() noexcept
 {
     _text.clear();
     std::uint64_t depth = 0;
     Octal octal;
     bool isEscape = false;
-    bool isBehindCarriageReturn = false; // of a line continuation
+    bool isAfterCarriageReturn = false; // of a line continuation
     for (std::uint32_t c = 0; next(c);) {
         if (Syntax::isLineEnd(c)) {
-            if (!isEscape && !(c == Syntax::lineFeed && isBehindCarriageReturn))
+            if (!isEscape && !(c == Syntax::lineFeed && isAfterCarriageReturn))
                 return nullptr;
-            isBehindCarriageReturn = c == Syntax::carriageReturn;
+            isAfterCarriageReturn = c == Syntax::carriageReturn;
             isEscape = false;
             continue;
         }
-        isBehindCarriageReturn = false;
+        isAfterCarriageReturn = false;
         if (octal.take(c))
             continue;
         octal.endInto(_text);
@@ -569,7 +569,7 @@ Ref<ValueObj> ValueParser::readLiteralString() noexcept
     return nullptr;
 }
 
-// Starts behind the first digit, ends behind ">". What is no digit is passed over.
+// Starts after the first digit, ends after ">". What is no digit is skipped.
 Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
 {
     std::vector<std::uint8_t> bytes;

@@ -16,10 +16,10 @@ class DictionaryObj;
 class NameObj;
 
 // Reads indirect objects and the values in them, one element at a time. Every reading starts at the
-// elements' present place and leaves it behind what it consumed. A failure is null or
-// false with a line at each level; the codes are the caller's. An object, and what is read without one, may
+// elements' present position and leaves it after what it consumed. A failure is null or false with a line at each
+// level; the codes are the caller's. An object, and what is read without one, may
 // take three times the elements that the file says it has, then it counts as at its end. The grammar
-// stands in the source.
+// is in the source.
 class ValueParser {
 public:
     // `elements` must outlive the parser.
@@ -30,7 +30,7 @@ public:
     // other are read as often as the table names them; once the objects have taken more than 16 times
     // the elements of the file, it is null, with a line.
     Ref<Object> readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
-    // The dictionary that follows, wherever its "<<" stands.
+    // The dictionary that follows, wherever its "<<" is.
     Ref<DictionaryObj> readDictionary() noexcept;
     // The single value of an indirect object.
     Ref<Value> readValue() noexcept;
@@ -54,8 +54,8 @@ private:
     Ref<Value> readDictionaryOrStream() noexcept;
     bool readValueList(ListEnd end) noexcept;
     bool readNested(std::uint32_t opener, std::uint32_t previous) noexcept;
-    bool endWord(const List& list, std::uint64_t charactersBehind) noexcept;
-    bool addToken(const List& list, std::u32string_view token, std::uint64_t charactersBehind) noexcept;
+    bool endWord(const List& list, std::uint64_t charactersAfter) noexcept;
+    bool addToken(const List& list, std::u32string_view token, std::uint64_t charactersAfter) noexcept;
     bool addReference(const List& list, std::uint64_t position) noexcept;
     Ref<DictionaryObj> makeDictionary(std::size_t first, std::uint64_t position) noexcept;
     Ref<ValueObj> readArray() noexcept;

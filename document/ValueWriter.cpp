@@ -13,7 +13,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-// The letter that stands behind a backslash for the character; 0 when none does.
+// The letter that stands for the character after a backslash; 0 when none does.
 char escapeLetter(unsigned int c)
 {
     switch (c) {
@@ -246,7 +246,7 @@ bool ValueWriter::writeStream(Stream& stream) noexcept
     return true;
 }
 
-// The line ending before the data, the data, and, unless it ends in one itself, a line ending behind it
+// The line ending before the data, the data, and, unless it ends in one itself, a line ending after it
 // that `Length` doesn't count.
 bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
 {

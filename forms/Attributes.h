@@ -44,7 +44,7 @@ void readAttribute(
         store(std::move(value));
 }
 
-// An attribute that is kept as it stands.
+// An attribute that is kept as it is.
 template <class Kind>
 Ref<Kind> readAttribute(const Dictionary& dictionary, std::uint32_t& cached, const Attribute<Kind>& attribute,
     Ref<Kind>& stored) noexcept

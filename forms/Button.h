@@ -33,8 +33,8 @@ public:
     // `Opt`.
     virtual Ref<Array> options() const noexcept = 0;
     // The values that the button can take: the elements of `Opt`, which must be names, in their order;
-    // without any, the keys of the dictionary `N` in the dictionary `AP` in key order. Both must stand in
-    // the field's own dictionary, not behind a reference; the children are not looked at. Empty with
+    // without any, the keys of the dictionary `N` in the dictionary `AP` in key order. Both must be in
+    // the field's own dictionary, not a reference away; the children are not looked at. Empty with
     // `ErrNoResource` for an element of `Opt` that is no name; empty with a line of level 3, and the code of
     // the lookup, when `AP` or `N` is no dictionary; empty with such a line, and no code of its own, when
     // `N` is empty. Keys that make no name, null and empty ones of an application's own dictionary, are skipped.

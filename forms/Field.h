@@ -8,8 +8,8 @@ class Dictionary;
 class String;
 class Value;
 
-// A field or a widget of a form: a view of one dictionary, the very one that stands in the document's
-// object table. A change made here is a change of that dictionary and of nothing else, so that
+// A field or a widget of a form: a view of one dictionary, the very one in the document's object
+// table. A change made here is a change of that dictionary and of nothing else, so that
 // `Document::changed` tells it and `Document::write` saves it.
 //
 // Deliberately nothing is inherited and nothing merged: each field reads its own dictionary only, and a
@@ -62,7 +62,7 @@ public:
         DoNotSpellCheck = 0x400000,
     };
 
-    // How a text stands in its field.
+    // How a text is aligned in its field.
     enum class Quadding : std::uint32_t {
         NotSet = 0, // also for a number that stands for nothing
         Left = 1,
@@ -87,7 +87,7 @@ public:
     // Puts a value under `AP`, in place of an earlier one, without looking at it; null removes the entry.
     // True.
     virtual bool setAppearance(Ref<Value> value) noexcept = 0;
-    // `AP` as it stands, read at each call; null with `ErrNotAvailable` when absent.
+    // `AP` as it is, read at each call; null with `ErrNotAvailable` when absent.
     virtual Ref<Value> appearance() const noexcept = 0;
     // `DR`; null when absent.
     virtual Ref<Dictionary> defaultResources() const noexcept = 0;

@@ -11,7 +11,7 @@ class Array;
 class Dictionary;
 
 // What the fields of one form share while they are built. It keeps every form finite, and small enough
-// for the stack: no field stands below itself, and levels and fields are limited.
+// for the stack: no field is below itself, and levels and fields are limited.
 class FieldBuild {
 public:
     FieldBuild(Ref<Document> document, std::uint64_t maxFields) noexcept

@@ -27,13 +27,13 @@ class EXPORTED Form : public virtual RefCount {
 public:
     // `NeedAppearances`; false when absent.
     virtual bool needAppearances() const noexcept = 0;
-    // `Q`, as it stands; null when absent.
+    // `Q`, as it is; null when absent.
     virtual Ref<Number> quadding() const noexcept = 0;
     // `DA`; null when absent.
     virtual Ref<String> defaultAppearance() const noexcept = 0;
     // `DR`; null when absent.
     virtual Ref<Dictionary> defaultResources() const noexcept = 0;
-    // `CO`, with its elements as they stand; null when absent.
+    // `CO`, with its elements as they are; null when absent.
     virtual Ref<Array> calculationOrder() const noexcept = 0;
     // The number of fields at the top of the tree.
     virtual std::uint64_t fieldCount() const noexcept = 0;

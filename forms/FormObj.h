@@ -22,7 +22,7 @@ public:
     std::uint64_t fieldCount() const noexcept override { return _fields.size(); }
     Ref<Field> field(std::uint64_t index) const noexcept override;
 
-    // Whether the whole tree was built. Otherwise the fields in front of the failure are there.
+    // Whether the whole tree was built. Otherwise the fields before the failure are there.
     bool isValid() const noexcept { return _valid; }
 
 private:

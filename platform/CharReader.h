@@ -6,7 +6,7 @@
 // Reads the lines of a stripe of 4-byte elements, one element per character.
 class EXPORTED CharReader final : public Object {
 public:
-    // Null when there is no stream, or no stripe behind it: a character that was peeked at is given
+    // Null when there is no stream, or it is no stripe: a character that was peeked at is given
     // back by seeking, nothing is held back. The second argument is 0. No operation sets a code; the
     // stripe may.
     static Ref<CharReader> create(Ref<Interfaces::Stream> stream, std::size_t) noexcept;
@@ -14,7 +14,7 @@ public:
     // As `create`, of a stripe, which must not be null.
     explicit CharReader(Ref<Interfaces::Stripe> stripe) noexcept : _stripe(std::move(stripe)) {}
 
-    // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe behind
+    // The next line without its terminator, which is CR, LF or CR LF, and leaves the stripe after
     // it. At the end of the input the last line, if it has a character, else null. A read that fails
     // before the end gives null, and so does a line that is longer than the stripe says it is.
     Ref<String> readLine() noexcept;

@@ -28,7 +28,7 @@ bool ElementReader::nextFromStripe(std::uint32_t& c) noexcept
     const std::uint64_t position = tell();
     const std::uint64_t end = size();
     ByteRun run = _shown->bytesAround(position);
-    // A stripe that shows other bytes than it was asked for has shown none; what lies behind its end doesn't count.
+    // A stripe that shows other bytes than it was asked for has shown none; what is after its end doesn't count.
     if (!run.bytes || run.start > position || position - run.start >= run.length || position >= end) {
         show({nullptr, position, 0}, position);
         return false;
@@ -66,7 +66,7 @@ ElementReader::Got ElementReader::tryNext(std::uint32_t& c) noexcept
     return tell() < size() ? Got::Failure : Got::End;
 }
 
-// Behind a CR: passes a LF, and gives back anything else.
+// After a CR: passes a LF, and gives back anything else.
 bool ElementReader::passLineFeed() noexcept
 {
     std::uint32_t c = 0;

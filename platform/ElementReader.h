@@ -6,7 +6,7 @@
 #include <string>
 
 // Reads the elements of a stripe of 4-byte elements one after the other: by `read`, one at a time, or, where
-// the stripe shows its bytes, from there. It begins where the stripe stands. A stripe that is read moves
+// the stripe shows its bytes, from there. It begins where the stripe is. A stripe that is read moves
 // along; one that shows its bytes stays where it is until `settle`. In between nobody else may use the stripe.
 class ElementReader {
 public:
@@ -23,22 +23,22 @@ public:
     // The next `count` elements, asked for at once; false when there aren't so many.
     bool read(std::uint32_t* elements, std::size_t count) noexcept;
 
-    // Whether the place could be reached. Afterwards it is the present one; after a failure the one that was
+    // Whether the position could be reached. Afterwards it is the present one; after a failure the one that was
     // reached.
     bool seek(std::uint64_t position) noexcept;
     std::uint64_t tell() const noexcept { return _shown ? _start + std::uint64_t(_byte - _bytes) : _stripe.tell(); }
     std::uint64_t size() const noexcept { return _stripe.size(); }
-    // Lets `count` more elements be read, after which the reader stands at its end: what waits for a character
+    // Lets `count` more elements be read, after which the reader is at its end: what waits for a character
     // must not wait for ever on a stripe that never ends. One that shows its bytes ends where its size says.
     void limit(std::uint64_t count) noexcept { _left = count; }
-    // Brings the stripe itself to the present place. False when it can't be reached.
+    // Brings the stripe itself to the present position. False when it can't be reached.
     bool settle() noexcept { return !_shown || _stripe.seek(tell()) == tell(); }
 
-    // The next line without its terminator, which is CR, LF or CR LF, and goes behind it. At the end of the
+    // The next line without its terminator, which is CR, LF or CR LF, and passes that. At the end of the
     // input the last line, if it has a character, else false. False as well when a read fails before the end,
     // and for a line that is longer than the stripe.
     bool readLine(std::u32string& line) noexcept { return readPieces(line, ~std::size_t(0)); }
-    // The same, but no further than the blank behind the `count`th of the line's pieces between blanks,
+    // The same, but no further than the blank after the `count`th of the line's pieces between blanks,
     // which then stays out and is passed.
     bool readPieces(std::u32string& line, std::size_t count) noexcept;
 

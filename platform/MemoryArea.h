@@ -12,7 +12,7 @@ struct MemoryArea {
     std::size_t size;
 };
 
-// The reading of a stripe of bytes in memory: up to `count` bytes from `position`, which moves behind
+// The reading of a stripe of bytes in memory: up to `count` bytes from `position`, which moves past
 // them. Fewer, with `ErrOutOfRange`, at the end; none, with `ErrInvalidArgument`, when the description
 // isn't one of plain memory.
 inline std::uint64_t readMemory(

@@ -21,7 +21,7 @@ public:
     void extend(std::size_t count) noexcept;
     // Gives back memory beyond what was written.
     void fit() noexcept;
-    // Writes at the present position, which moves behind what was written.
+    // Writes at the present position, which moves past what was written.
     void append(const void* bytes, std::size_t count) noexcept;
 
     // Interfaces::Stripe. A read or write takes plain memory alone, `ErrInvalidArgument`; a read comes

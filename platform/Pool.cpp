@@ -39,7 +39,7 @@ struct Slab {
     const std::uint32_t blockSize;
     std::uint32_t used = 0;  // blocks that are handed out
     std::uint32_t fresh;     // where the part begins that was never handed out, in bytes
-    bool isOpen = false;     // whether it stands in its lane's list
+    bool isOpen = false;     // whether it is in its lane's list
     Block* free = nullptr;
     Slab* previous = nullptr; // of the lane's slabs of this size with room
     Slab* next = nullptr;
@@ -121,7 +121,7 @@ void Lane::unlink(Slab* slab, std::size_t kind) noexcept
     slab->isOpen = false;
 }
 
-// What is left to do behind the freeing of a block: a slab with room gets into the list, an empty one
+// What is left to do after the freeing of a block: a slab with room gets into the list, an empty one
 // out of it, unless it is the last one there.
 void Lane::settle(Slab* slab) noexcept
 {

@@ -37,14 +37,14 @@ public:
     virtual Ref<String> concat(Ref<String> text) const noexcept;
     virtual std::size_t length() const noexcept;
     virtual bool isEmpty() const noexcept;
-    // The index of the first occurrence at or behind `from`; `length()` when there is none. A null
+    // The index of the first occurrence at or after `from`; `length()` when there is none. A null
     // needle is never found, an empty one at `from`.
     virtual std::size_t find(Ref<String> needle, std::size_t from) const noexcept;
     virtual std::size_t find(unsigned int c, std::size_t from) const noexcept;
     // Exact comparison; false for null.
     virtual bool equals(const char* text) const noexcept;
     virtual bool equals(Ref<String> text) const noexcept;
-    // The order of texts, by code point: `a` stands before `b` when `!a.greaterOrEqual(b)`. Every
+    // The order of texts, by code point: `a` comes before `b` when `!a.greaterOrEqual(b)`. Every
     // text is greater than a null one.
     virtual bool greaterOrEqual(Ref<String> text) const noexcept;
     // The code point at `index`; 0 past the end.
@@ -59,7 +59,7 @@ public:
 
     // Whether the text has just these characters.
     bool equals(std::u32string_view text) const noexcept;
-    // Negative, zero or positive as this text stands before, at or behind the other.
+    // Negative, zero or positive as this text comes before, with or after the other.
     int compare(const String& other) const noexcept;
     // Walks the code points in order.
     template <class Visitor>
@@ -84,7 +84,7 @@ private:
     template <class Unit>
     [[gnu::visibility("hidden")]] static Ref<String> fromUnits(const Unit* units, std::size_t count) noexcept;
 
-    // The characters stand behind the object: one byte each when all are below 256.
+    // The characters follow the object: one byte each when all are below 256.
     const unsigned char* narrow() const noexcept { return reinterpret_cast<const unsigned char*>(this + 1); }
     const unsigned int* wide() const noexcept { return reinterpret_cast<const unsigned int*>(this + 1); }
     unsigned int at(std::size_t index) const noexcept { return _wide ? wide()[index] : narrow()[index]; }

@@ -8,7 +8,7 @@
 // A block of memory that a stripe shares with its users.
 class EXPORTED SharedMemory : public virtual RefCount {
 public:
-    // Where the block lies; it stays there as long as the object lives.
+    // Where the block is; it stays there as long as the object lives.
     virtual void* data() noexcept = 0;
     // In bytes.
     virtual std::uint64_t size() const noexcept = 0;
@@ -16,7 +16,7 @@ public:
 
 // Names a shared block between the two sides of a stream; all zero when there is none.
 struct SharedHandle {
-    // The block; the words behind it are the sides' own, and the last is what they tell it by.
+    // The block; the words after it are the sides' own, and the last is what they tell it by.
     Ref<SharedMemory> memory;
     std::uint64_t reserved = 0;
     std::uint64_t counter = 0;
@@ -70,7 +70,7 @@ public:
     virtual SharedHandle shareIn(SharedHandle handle) noexcept;
 };
 
-// Data that is moved through memory from where the stream stands.
+// Data that is moved through memory from where the stream is.
 class EXPORTED Stream : public virtual Data {
 public:
     // Move `count` elements between the area and the present position, and return how many were
@@ -105,17 +105,17 @@ public:
     virtual std::uint64_t tell() const noexcept = 0;
 };
 
-// What a stripe may offer beside, so that opening a file needs no call for each of its characters: the bytes
-// of the file where they lie. An element of 4 bytes is the Windows-1252 code point of its byte.
+// What a stripe may offer besides, so that opening a file needs no call for each of its characters: the bytes
+// of the file where they are. An element of 4 bytes is the Windows-1252 code point of its byte.
 class EXPORTED ShownBytes : public virtual RefCount {
 public:
     // Some bytes, that at `position` among them; they stay until others are asked for, or the stripe is read or
     // moved. None, with the code that `read` leaves there, at the end and where they can't be had. Bytes that
-    // `position` isn't among count as none; those behind `size()` aren't looked at.
+    // `position` isn't among count as none; those after `size()` aren't looked at.
     virtual ByteRun bytesAround(std::uint64_t position) noexcept = 0;
 };
 
-// What a stripe of 4-byte elements may offer beside, so that stream data needn't become elements on its way
+// What a stripe of 4-byte elements may offer besides, so that stream data needn't become elements on its way
 // between two places that hold bytes.
 class EXPORTED ByteReading : public virtual RefCount {
 public:
@@ -127,8 +127,8 @@ public:
 
 } // namespace Interfaces
 
-// How to get at the bytes behind a stripe of 4-byte elements; null where it has elements of another width, or
-// doesn't give its bytes.
+// How a stripe of 4-byte elements gives its bytes; null where it has elements of another width, or doesn't give
+// them.
 inline Interfaces::ByteReading* byteReadingOf(Interfaces::Stripe& stripe) noexcept
 {
     auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&stripe);

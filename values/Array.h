@@ -22,7 +22,7 @@ public:
 
     // In elements.
     virtual std::uint64_t size() const noexcept = 0;
-    // The element as it stands: a reference is not followed. Null, and no code, past the end.
+    // The element as it is: a reference is not followed. Null, and no code, past the end.
     virtual Ref<Value> get(std::uint64_t index) const noexcept = 0;
     // Adds an element at the end. False with `ErrNullArgument` for null. Deliberate: no change is
     // recorded, `changed` stays false.

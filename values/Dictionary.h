@@ -24,7 +24,7 @@ public:
 
     // The keys in order, as a list of the caller's own; an empty list for an empty dictionary.
     virtual Ref<TVector<Ref<::String>>> keys() const noexcept = 0;
-    // The value under `key`, as it stands: a reference is not followed. Null with `ErrNotAvailable`
+    // The value under `key`, as it is: a reference is not followed. Null with `ErrNotAvailable`
     // when there is no entry, with `ErrNullArgument` or `ErrInvalidArgument` for a null or an empty
     // key. Never logs.
     virtual Ref<Value> find(Ref<::String> key) const noexcept = 0;

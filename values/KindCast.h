@@ -14,7 +14,7 @@
 
 namespace Libraries::Files::PDF {
 
-// The class that stands behind the interface of a kind in all that the library makes.
+// The class that implements the interface of a kind in all that the library makes.
 template <class Kind>
 struct ImplementationOf;
 template <> struct ImplementationOf<Null> { using Class = NullObj; };

@@ -4,7 +4,7 @@
 
 namespace Libraries::Files::PDF {
 
-// A name, without the solidus of the file and as it stands there: "#" sequences aren't decoded.
+// A name, without the solidus of the file and as it is there: "#" sequences aren't decoded.
 class EXPORTED Name : public virtual Value {
 public:
     // The kind in `type`, and its name in log lines.

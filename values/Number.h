@@ -4,7 +4,7 @@
 
 namespace Libraries::Files::PDF {
 
-// A number, kept as the two groups of digits that stood on either side of the decimal point, each an
+// A number, kept as the two groups of digits on either side of the decimal point, each an
 // integer: 12.50 is 12 and 50. Deliberate, and never a floating-point value: leading zeros of the
 // fraction are lost, so 1.05 and 1.5 are the same pair, and so is the sign of a zero integer part,
 // as in -0.5. `NumberObj` makes one.
@@ -14,7 +14,7 @@ public:
     static constexpr Type kind = Type::Number;
     static constexpr const char* kindName = "Number";
 
-    // The digits before the point with the sign, and those behind it, each as an integer; 0 without any.
+    // The digits before the point with the sign, and those after it, each as an integer; 0 without any.
     virtual std::int64_t intPart() const noexcept = 0;
     virtual std::uint64_t fracPart() const noexcept = 0;
 

@@ -8,7 +8,7 @@ namespace Libraries::Files::PDF {
 // A number that an application makes.
 class EXPORTED NumberObj final : public ValueObj, public virtual Number {
 public:
-    // Of the digits before the point, with the sign, and those behind it, as two integers: 12.50 is 12 and 50.
+    // Of the digits before the point, with the sign, and those after it, as two integers: 12.50 is 12 and 50.
     NumberObj(std::int64_t intPart, std::uint64_t fracPart) noexcept
         : ValueObj(kind), _intPart(intPart), _fracPart(fracPart)
     {

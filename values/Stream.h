@@ -7,7 +7,7 @@ namespace Libraries::Files::PDF {
 
 class Dictionary;
 
-// A dictionary plus a run of data, which lies in the file or is held by the object. To get at the
+// A dictionary plus a run of data, which is in the file or held by the object. To get at the
 // data, ask `Document::streamData`.
 class EXPORTED Stream : public virtual Value {
 public:

@@ -15,7 +15,7 @@ namespace Libraries::Files::PDF {
 // `ErrWriteObject`, and so does the cloning of the stream. Who reads the data moves its position.
 class EXPORTED StreamObj final : public ValueObj, public virtual Stream {
 public:
-    // A stream whose data lies in the document's file. `dict` must not be null.
+    // A stream whose data is in the document's file. `dict` must not be null.
     StreamObj(Ref<Dictionary> dict, std::uint64_t offset) noexcept;
     // A stream with its data in hand, stored as its dictionary says. This is no change.
     StreamObj(Ref<Dictionary> dict, Ref<Interfaces::Stripe> data) noexcept;

@@ -36,13 +36,13 @@ Ref<TConstArray<std::uint8_t>> toBigEndianUtf16(const ::String& text)
     return TConstArray<std::uint8_t>::create(bytes.data(), bytes.size());
 }
 
-// Whether these are 16-bit units behind this mark.
+// Whether these are 16-bit units after this mark.
 bool beginsWith(const TConstArray<std::uint8_t>& bytes, std::uint8_t first, std::uint8_t second)
 {
     return bytes.size() >= 2 && bytes.size() % 2 == 0 && bytes.data()[0] == first && bytes.data()[1] == second;
 }
 
-// The 16-bit units behind the byte order mark.
+// The 16-bit units after the byte order mark.
 Ref<::String> fromUtf16(const TConstArray<std::uint8_t>& bytes, bool isBigEndian)
 {
     std::vector<unsigned short> units;

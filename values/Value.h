@@ -36,8 +36,8 @@ public:
     // Deep comparison. Values of different kinds are never equal, a reference is never resolved, and
     // a stream is equal to nothing, itself included. False for null.
     virtual bool equal(Ref<Value> other) const noexcept = 0;
-    // Whether the value was changed since it was read. Only dictionaries and streams tell; what lies
-    // behind an array does not count.
+    // Whether the value was changed since it was read. Only dictionaries and streams tell; what is
+    // in an array does not count.
     virtual bool changed() const noexcept = 0;
 };
 
