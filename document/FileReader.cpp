@@ -169,7 +169,7 @@ bool FileReader::readRow(std::u32string_view line) noexcept
         return false;
     const bool inUse = pieces[2] == U"n";
     // Deliberate: 65536 passes, and is kept as 0.
-    if (generation > Syntax::highestGeneration + 1 || (!inUse && pieces[2] != U"f"))
+    if (generation > Syntax::maxGeneration + 1 || (!inUse && pieces[2] != U"f"))
         return false;
     _rows.push_back({offset, static_cast<std::uint16_t>(generation), inUse});
     return true;

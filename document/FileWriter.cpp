@@ -14,7 +14,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-constexpr std::size_t longestLineEnding = 2;
+constexpr std::size_t maxLineEnding = 2;
 
 // A list of its own, so that the table may grow while it is written.
 std::vector<Ref<Object>> inOrderOfIds(std::vector<Ref<Object>> objects)
@@ -34,7 +34,7 @@ bool FileWriter::write(const FileParts& parts) noexcept
         return report.fail(ErrWriteVersion, "Failed to write PDF version");
     const std::vector<Ref<Object>> objects = inOrderOfIds(parts.objects);
     _rows.reserve(objects.size() + 1);
-    _rows.push_back({0, Syntax::highestGeneration, 'f'});
+    _rows.push_back({0, Syntax::maxGeneration, 'f'});
     for (const Ref<Object>& object : objects) {
         _rows.push_back({_offset, object->generation(), 'n'});
         writeObject(*object);
@@ -123,12 +123,12 @@ void FileWriter::writeLineEnding() noexcept
 {
     if (_hasFailed)
         return;
-    if (_lineEnding.length() > longestLineEnding)
+    if (_lineEnding.length() > maxLineEnding)
         Reporter::write(0, LogLevel::failure,
             {"ASSERT CONDITION _lineEnding->length() <= 2 FAILED IN LINE ", __LINE__, ", FUNCTION ",
                 "Libraries::Files::PDF::DocumentObj::writeLine"});
-    std::uint32_t ending[longestLineEnding];
-    const std::size_t count = _lineEnding.copy(0, longestLineEnding, ending);
+    std::uint32_t ending[maxLineEnding];
+    const std::size_t count = _lineEnding.copy(0, maxLineEnding, ending);
     if (!put(ending, count))
         fail("Failed to write line ending");
 }
@@ -156,7 +156,7 @@ void FileWriter::writeRow(const Row& row, const Message& failure) noexcept
     line.appendNumber(row.generation, Syntax::generationDigits);
     line.append(' ');
     line.append(row.kind);
-    if (_lineEnding.length() < longestLineEnding)
+    if (_lineEnding.length() < maxLineEnding)
         line.append(' ');
     writeLine(line, failure);
 }

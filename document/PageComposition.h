@@ -19,10 +19,9 @@ namespace Libraries::Files::PDF {
 
 class CloningStep;
 
-// Copies values of the source document into the target. A reference is followed: what it leads to
-// becomes a new object of the target, each time anew. Unless the source is the target: its references
-// stay as they are. What a failure leaves in the table of objects is told at each operation; ids that
-// were given out are not taken back.
+// Copies values of the source document into the target. A reference is followed: what it leads to becomes a
+// new object of the target, each time anew. Where the source is the target, references stay as they are. What a
+// failure leaves in the table of objects is told at each operation; ids that were given out are not taken back.
 class DocumentObj::Cloning {
 public:
     Cloning(DocumentObj& target, Ref<Document> source) noexcept;

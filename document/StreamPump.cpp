@@ -59,7 +59,7 @@ private:
 };
 
 // Feeds one block to the filter: `count` bytes that follow `carried` ones, which are the rest of the block
-// before. The result is in `count`: what is left over. Deliberate: the filter is first shown
+// before. Afterwards `count` is what is left over. Deliberate: the filter is first shown
 // the new bytes alone, and what it leaves moves to the front together with the carried ones.
 PumpEnd feed(BlockFilter& filter, Block& in, std::size_t carried, std::size_t& count, Outlet& out)
 {

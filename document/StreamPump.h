@@ -19,7 +19,7 @@ struct PumpResult {
 // The beginning of the line for a pump that stopped, which goes on with the name of the stream.
 const char* pumpFailure(PumpEnd end) noexcept;
 
-// Moves `amount` bytes from `source` to `target`, both of 1-byte elements and at their present places, in
+// Moves `amount` bytes from `source` to `target`, both of 1-byte elements and at their present positions, in
 // blocks of up to 65,536 bytes, through the filter if there is one, which is flushed at the end. Input
 // that the filter leaves over is dropped.
 PumpResult pump(

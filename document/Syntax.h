@@ -35,7 +35,7 @@ constexpr bool isLineEnd(std::uint32_t c)
 }
 
 // Numbers that have a fixed width in references and in the cross-reference table.
-constexpr std::uint32_t highestGeneration = 65535;
+constexpr std::uint32_t maxGeneration = 65535;
 constexpr std::size_t offsetDigits = 10;
 constexpr std::size_t generationDigits = 5;
 

@@ -35,7 +35,7 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-constexpr std::int64_t highestId = 0xFFFFFFFF;
+constexpr std::int64_t maxId = 0xFFFFFFFF;
 
 bool isHexDigit(std::uint32_t c)
 {
@@ -215,7 +215,7 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
     if (!StrConv::num(pieces[0], &gotId))
         return report.line("Object id is invalid: ", ::String::create(pieces[0]), "; offset: ", offset);
     unsigned gotGeneration = 0;
-    if (!StrConv::num(pieces[1], &gotGeneration) || gotGeneration > Syntax::highestGeneration)
+    if (!StrConv::num(pieces[1], &gotGeneration) || gotGeneration > Syntax::maxGeneration)
         return report.line("Object generation is invalid: ", ::String::create(pieces[1]), "; offset: ", offset);
     if (gotId != id)
         return report.line("ID for object at ", offset, " differs; expected ", id, ", but got ", gotId);
@@ -263,7 +263,7 @@ Ref<Value> ValueParser::readValue() noexcept
     return nullptr;
 }
 
-// The value of a word that ended just before the present place. Deliberately neither "null" nor a
+// The value of a word that ended just before the present position. Deliberately neither "null" nor a
 // reference: the first is refused, of the second the number is read and the rest left alone.
 Ref<Value> ValueParser::readTopWord(const std::u32string& word) noexcept
 {
@@ -495,8 +495,8 @@ bool ValueParser::addReference(const List& list, std::uint64_t position) noexcep
         return number.intPart() <= limit && number.fracPart() == 0;
     };
     const std::size_t count = _values.size();
-    if (count < list.firstValue + 2 || !isWhole(_values[count - 1], Syntax::highestGeneration)
-        || !isWhole(_values[count - 2], highestId))
+    if (count < list.firstValue + 2 || !isWhole(_values[count - 1], Syntax::maxGeneration)
+        || !isWhole(_values[count - 2], maxId))
         return report.line("Invalid object reference in array before ", position);
     const auto& id = static_cast<const NumberObj&>(*_values[count - 2]);
     const auto& generation = static_cast<const NumberObj&>(*_values[count - 1]);

@@ -17,18 +17,16 @@ class NameObj;
 
 // Reads indirect objects and the values in them, one element at a time. Every reading starts at the
 // elements' present position and leaves it after what it consumed. A failure is null or false with a line at each
-// level; the codes are the caller's. An object, and what is read without one, may
-// take three times the elements that the file says it has, then it counts as at its end. The grammar
-// is in the source.
+// level; the codes are the caller's. What a single object, or the trailer, may take is limited (platform/Limits.h):
+// then the file counts as at its end. The grammar is in the source.
 class ValueParser {
 public:
     // `elements` must outlive the parser.
     explicit ValueParser(ElementReader& elements) noexcept;
     ~ValueParser() noexcept;
 
-    // The object at `offset`, whose header must show this id and generation. Objects that lie inside each
-    // other are read as often as the table names them; once the objects have taken more than 16 times
-    // the elements of the file, it is null, with a line.
+    // The object at `offset`, whose header must show this id and generation. Objects inside each other are read
+    // as often as the table names them; once they have taken too much (platform/Limits.h), it is null, with a line.
     Ref<Object> readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept;
     // The dictionary that follows, wherever its "<<" is.
     Ref<DictionaryObj> readDictionary() noexcept;
@@ -43,7 +41,7 @@ private:
         std::size_t firstOfWord;
     };
 
-    // The next element, giving some back, the present place.
+    // The next element, giving some back, the present position.
     bool next(std::uint32_t& c) noexcept { return _elements.next(c); }
     bool giveBack(std::uint64_t count) noexcept { return _elements.seek(here() - count); }
     bool isAt(std::uint64_t position, std::uint32_t c) noexcept;

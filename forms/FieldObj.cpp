@@ -105,7 +105,7 @@ Field::Quadding FieldObj::quadding() const noexcept
 
 Ref<::String> FieldObj::fieldLogName() const noexcept
 {
-    // The lookup is none of the caller's, so its code isn't either.
+    // The caller asked for no lookup, and must not find the code of one.
     const std::uint32_t code = Error::get();
     const Ref<String> ownName = name();
     Ref<::String> text = ownName ? ownName->asText() : ::String::create("<unknown>");

@@ -46,7 +46,7 @@ public:
     // empty name. The fields are walked one by one, so a name costs time in the number of the fields.
     Ref<Field> fieldByName(Ref<::String> name) const noexcept;
     // The field at the end of a path of names with "." between them, each sought among the children of
-    // the one before. Empty pieces are passed over, so "a..b" is "a.b"; a name with a "." in it can't be
+    // the one before. Empty pieces are skipped, so "a..b" is "a.b"; a name with a "." in it can't be
     // reached. Null with `ErrNoEntry` when a piece isn't found, with `ErrNullArgument` for null, with
     // `ErrInvalidArgument` for a path without any piece.
     Ref<Field> fieldByPath(Ref<::String> path) const noexcept;

@@ -6,9 +6,8 @@
 // Reads the lines of a stripe of 4-byte elements, one element per character.
 class EXPORTED CharReader final : public Object {
 public:
-    // Null when there is no stream, or it is no stripe: a character that was peeked at is given
-    // back by seeking, nothing is held back. The second argument is 0. No operation sets a code; the
-    // stripe may.
+    // Null for null, and for a stream that is no stripe: a character that was peeked at is given back by seeking.
+    // The second argument is 0. No operation sets a code; the stripe may.
     static Ref<CharReader> create(Ref<Interfaces::Stream> stream, std::size_t) noexcept;
 
     // As `create`, of a stripe, which must not be null.

@@ -5,9 +5,9 @@
 
 #include <string>
 
-// Reads the elements of a stripe of 4-byte elements one after the other: by `read`, one at a time, or, where
-// the stripe shows its bytes, from there. It begins where the stripe is. A stripe that is read moves
-// along; one that shows its bytes stays where it is until `settle`. In between nobody else may use the stripe.
+// Reads the elements of a stripe of 4-byte elements one after the other: one at a time by its `read` or, where it
+// shows its bytes, from those. It begins where the stripe is. A stripe that is read moves along; one that shows
+// its bytes stays where it is until `settle`. In between nobody else may use the stripe.
 class ElementReader {
 public:
     explicit ElementReader(Interfaces::Stripe& stripe) noexcept;
@@ -38,8 +38,8 @@ public:
     // input the last line, if it has a character, else false. False as well when a read fails before the end,
     // and for a line that is longer than the stripe.
     bool readLine(std::u32string& line) noexcept { return readPieces(line, ~std::size_t(0)); }
-    // The same, but no further than the blank after the `count`th of the line's pieces between blanks,
-    // which then stays out and is passed.
+    // The same for no more than the first `count` pieces of the line, between blanks; the blank after the last of
+    // them is passed and left out.
     bool readPieces(std::u32string& line, std::size_t count) noexcept;
 
 private:

@@ -59,9 +59,9 @@ private:
 
 Ref<BlockFilter> ZlibFilter::createCompressorStream(std::size_t level) noexcept
 {
-    constexpr std::size_t highestLevel = 9; // as zlib counts
+    constexpr std::size_t maxLevel = 9; // as zlib counts
     constexpr std::size_t usualLevel = 6;
-    if (level > highestLevel)
+    if (level > maxLevel)
         return nullptr;
     Ref<Compressor> filter = make<Compressor>(static_cast<int>(level == 0 ? usualLevel : level));
     return filter->isUsable() ? Ref<BlockFilter>(std::move(filter)) : nullptr;

@@ -18,7 +18,7 @@ public:
     static void* allocAligned(std::size_t size, std::size_t alignment, const void* caller) noexcept;
     // The block with a new size; what fits of its contents is kept, and the old address is gone.
     static void* resize(void* block, std::size_t size, Kind kind, const void* caller) noexcept;
-    // Releases a block; null is let pass.
+    // Releases a block; null is ignored.
     static void free(void* block, Kind kind, const void* caller) noexcept;
     static void free(void* block, Kind kind, const void* caller, std::size_t size) noexcept;
 };

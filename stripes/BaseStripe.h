@@ -30,7 +30,7 @@ public:
     std::uint64_t tell() const noexcept override;
 
 protected:
-    // What all is forwarded to.
+    // The stripe that everything is forwarded to.
     const Ref<Interfaces::Stripe>& wrapped() const noexcept { return _wrapped; }
 
 private:

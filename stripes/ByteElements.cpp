@@ -15,7 +15,7 @@ namespace {
 using Libraries::Strings::Encodings::ANSI::Windows_1252;
 
 constexpr std::uint64_t blockSize = 4096; // the bytes that are converted at a time
-constexpr std::uint64_t mostElements = ~std::uint64_t(0) / sizeof(std::uint32_t); // that can be widened
+constexpr std::uint64_t maxElements = ~std::uint64_t(0) / sizeof(std::uint32_t); // that can be widened
 
 unsigned char* memoryOf(const BufferDesc& area)
 {
@@ -89,12 +89,12 @@ std::uint64_t ByteElements::write(BufferDesc& area, std::uint64_t count, std::ui
 
 std::uint64_t ByteElements::limit() const noexcept
 {
-    return std::min(held().limit(), mostElements);
+    return std::min(held().limit(), maxElements);
 }
 
 std::uint64_t ByteElements::resize(std::uint64_t count) noexcept
 {
-    if (count <= mostElements)
+    if (count <= maxElements)
         return held().resize(count);
     Error::set(ErrOutOfRange);
     return size();

@@ -5,15 +5,15 @@
 namespace Libraries::Files::PDF {
 
 // A stripe of bytes seen as a stripe of 4-byte elements, one for each byte: its Windows-1252 code point. It
-// is what stream data in memory is held in. An element that stands for no byte can be written too, which
-// widens what is held to 4 bytes for each.
+// is what stream data in memory is held in. An element that stands for no byte can be written too; all
+// elements are then held in 4 bytes each.
 class ByteElements final : public ::Object, public virtual Interfaces::Stripe, public virtual Interfaces::ByteReading {
 public:
     // `bytes`, of width 1, must not be null.
     explicit ByteElements(Ref<Interfaces::Stripe> bytes) noexcept : _bytes(std::move(bytes)) {}
 
     // Interfaces::Stripe. Codes and short counts are those of the stripe of bytes. Plain memory alone is
-    // taken: `ErrInvalidArgument`. A size that 4 bytes for each couldn't hold is refused with `ErrOutOfRange`.
+    // taken: `ErrInvalidArgument`. A size whose elements couldn't have 4 bytes each is refused with `ErrOutOfRange`.
     std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;

@@ -82,11 +82,11 @@ private:
         I* const data;
     };
 
-    static constexpr std::uint64_t mostElements = ~std::uint64_t(0) / sizeof(I); // whose bytes can be counted
+    static constexpr std::uint64_t maxElements = ~std::uint64_t(0) / sizeof(I); // whose bytes can be counted
 
     bool isUsable(BufferDesc& area, std::uint64_t count) noexcept
     {
-        return (count <= mostElements && _shared->isUsable(area, count)) || refuse(ErrNoResource);
+        return (count <= maxElements && _shared->isUsable(area, count)) || refuse(ErrNoResource);
     }
 
     const Ref<Interfaces::Stream> _source;

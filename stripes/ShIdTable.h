@@ -22,7 +22,7 @@ public:
     }
     // The reference of an id; null when the id is not in use.
     Reference find(std::uint64_t id) const noexcept { return isUsed(id) ? _references[id] : Reference(); }
-    // Takes an id back and releases its reference; an id that is not in use is let pass.
+    // Takes an id back and releases its reference; an id that is not in use is ignored.
     void giveBack(std::uint64_t id) noexcept
     {
         if (!isUsed(id))

@@ -12,7 +12,7 @@ const Reporter report("PDF");
 
 } // namespace
 
-// Reads as many as there are of `count` elements by `read`, which is given their number.
+// Reads `count` elements, or as many as there are, by `read`, which is given their number.
 template <class Reading>
 std::uint64_t SubStripe::readThrough(std::uint64_t count, Reading read) noexcept
 {

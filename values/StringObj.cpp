@@ -9,13 +9,13 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
-constexpr unsigned int highestAscii = 127;
+constexpr unsigned int maxAscii = 127;
 constexpr unsigned short byteOrderMark = 0xFEFF;
 
 bool isAscii(const ::String& text)
 {
     bool result = true;
-    text.forEach([&result](unsigned int c) { result = result && c <= highestAscii; });
+    text.forEach([&result](unsigned int c) { result = result && c <= maxAscii; });
     return result;
 }
 

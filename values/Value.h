@@ -8,8 +8,8 @@ namespace Libraries::Files::PDF {
 
 // The root of the values that a PDF file is made of. Values are shared by `Ref`, never copied.
 // To use one as what it is, ask `type` and take it by `valueAs`, or use the typed accessors of `Array`,
-// `Dictionary` and `Object`. A value belongs to one thread at a
-// time, except that scalars may be read from any: only the `Length` number of a stream ever changes.
+// `Dictionary` and `Object`. A value belongs to one thread at a time, except that scalars may be read from
+// any: only the `Length` number of a stream ever changes.
 //
 // A value must not contain itself, and values that an application nests deeper than the 500 levels
 // that a file may have are its own risk: every walk, the release included, goes as deep as they do.

@@ -12,7 +12,7 @@ public:
     bool changed() const noexcept override { return false; }
 
 protected:
-    // Of a kind, which stays.
+    // The kind never changes.
     explicit ValueObj(Type type) noexcept : _type(type) {}
 
 private:
