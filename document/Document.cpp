@@ -1,10 +1,9 @@
 #include <document/Document.h>
 
 #include <document/DocumentObj.h>
-#include <document/Following.h>
 #include <document/Keys.h>
+#include <document/Lookup.h>
 #include <document/Report.h>
-#include <values/Array.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>
 #include <values/ObjectRef.h>
@@ -98,29 +97,6 @@ StackVector<Ref<Object>> Document::getPages() const noexcept
 {
     StackVector<Ref<Object>> pages;
     return readPages(*this, pages) ? pages : StackVector<Ref<Object>>();
-}
-
-bool readPages(const Document& document, StackVector<Ref<Object>>& pages) noexcept
-{
-    const Ref<Object> root = document.getPageCatalog();
-    if (!root)
-        return report.fail(ErrBadPages, "Failed to retrieve pages object");
-    const Ref<Dictionary> dictionary = root->valueAsDictionary();
-    if (!dictionary)
-        return report.fail(ErrBadPages, "Failed to retrieve pages object dictionary");
-    const Ref<Array> kids = dictionary->findAsArray(Keys::kids, false);
-    if (!kids)
-        return report.fail(ErrBadPages, "Pages object has no valid Kids entry");
-    for (std::uint64_t i = 0; i < kids->size(); ++i) {
-        const Ref<ObjectRef> reference = kids->getAsObjectRef(i);
-        if (!reference)
-            return report.fail(ErrBadPages, "Failed to retrieve pages object's Kids entry object reference ", i);
-        Ref<Object> page = document.object(reference);
-        if (!page)
-            return report.fail(ErrBadPages, "Failed to resolve page object reference entry ", i);
-        pages.push_back(std::move(page));
-    }
-    return true;
 }
 
 Ref<Dictionary> Document::valueAsDict(Ref<Value> value) const noexcept

@@ -1,7 +1,7 @@
 #include <document/PageComposition.h>
 
-#include <document/Following.h>
 #include <document/Keys.h>
+#include <document/Lookup.h>
 #include <document/Report.h>
 #include <values/ArrayObj.h>
 #include <values/DictionaryObj.h>

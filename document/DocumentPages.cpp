@@ -1,8 +1,8 @@
 #include <document/PageComposition.h>
 
 #include <document/BackgroundPages.h>
-#include <document/Following.h>
 #include <document/Keys.h>
+#include <document/Lookup.h>
 #include <document/Report.h>
 #include <values/ArrayObj.h>
 #include <values/DictionaryObj.h>

@@ -1,7 +1,7 @@
 #include <document/DocumentObj.h>
 
-#include <document/Following.h>
 #include <document/Keys.h>
+#include <document/Lookup.h>
 #include <document/Report.h>
 #include <document/Resolve.h>
 #include <document/StreamCopy.h>
