@@ -11,7 +11,7 @@ function(files_pdf_public_headers folder result)
     endforeach()
     set(needed
         platform/Mem platform/Ref platform/TConstArray platform/TVector values/Compression
-        host/base/Limits host/base/Refusal host/base/Result
+        platform/Limits host/base/Refusal host/base/Result
         host/files/Descriptor host/files/MemoryStripe host/files/StripeOver host/files/Target host/fields/FieldValue)
     list(FILTER needed INCLUDE REGEX "^${folder}/[^/]+$")
     foreach(name ${needed})

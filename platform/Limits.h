@@ -5,7 +5,8 @@
 #include <limits>
 
 // How much there may be, so that time and memory are bounded by a file's size whatever its bytes are. All limits
-// that are this library's own; SECURITY.md tells what comes when one is reached.
+// that are this project's own, those of the core first and those of the host library after them; SECURITY.md tells
+// what happens when one is reached. Sizes of buffers, and what the format itself limits, are where they are used.
 namespace Limits {
 
 // Arrays and dictionaries inside each other: every walk over values recurses, the release included, and needs no
@@ -43,5 +44,32 @@ constexpr std::uint64_t maxFields(std::uint64_t objectCount)
 {
     return 10000 + 16 * objectCount;
 }
+
+// An examination reads a file within `maxReadings`, once for its tables and once for its objects. For the objects it
+// counts as this many bytes larger: of a small file more is read at a time than there is.
+constexpr std::uint64_t readingAllowance = 1 << 16;
+
+// Digits of a whole number in a file that is examined: as many as 64 bits hold in any case.
+constexpr int maxDigits = 18;
+
+// What a loss shows of the file, in bytes, since each object may have one: of a value, and of data.
+constexpr std::size_t maxLossText = 200;
+constexpr std::size_t maxDataExcerpt = 40;
+
+// The path of a field, in bytes: each field below repeats it.
+constexpr std::size_t maxFieldPath = 4096;
+// Messages about parts of a form that were skipped. Each part could have one.
+constexpr std::size_t maxSkipped = 100;
+// The texts of one listing of fields, in bytes: fields may share long texts, and each gives them in full.
+constexpr std::size_t maxListedText = std::size_t(16) << 20;
+
+// References that lead from one to the next. Objects that hold nothing but a reference hardly occur, and a longer
+// chain counts as leading nowhere.
+constexpr int maxReferenceChain = 16;
+
+// Symbolic links that are followed to a target: as many as the system follows.
+constexpr int maxLinks = 40;
+// Random names that are tried for a new file. A second one is hardly ever needed.
+constexpr int maxNameAttempts = 16;
 
 } // namespace Limits

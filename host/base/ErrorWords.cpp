@@ -1,5 +1,6 @@
 #include <host/base/ErrorWords.h>
 
+#include <document/BackgroundPages.h>
 #include <platform/Error.h>
 #include <values/Object.h>
 
@@ -21,8 +22,8 @@ struct CodeMeaning {
 CodeMeaning meaningOf(std::uint32_t code)
 {
     using enum Reason;
-    constexpr std::uint32_t foreign = 0x100; // is added where the page list of a foreign document fails
-    if (code >= ErrNoTrailerDict + foreign && code <= ErrBadPages + foreign && code != ErrForeignPage)
+    using Libraries::Files::PDF::foreignCode;
+    if (code >= foreignCode(ErrNoTrailerDict) && code <= foreignCode(ErrBadPages) && code != ErrForeignPage)
         return {BrokenRule, "the pages of the other document can't be listed"};
     switch (static_cast<ErrorCode>(code)) {
     case ErrNoHeaderLine: return {BrokenRule, "the first line is missing or empty"};

@@ -21,7 +21,7 @@ enum class Reason : std::uint8_t {
     Damaged,          // the data of a stream can't be decoded
     Unsupported,      // the format has it and the library doesn't, such as a filter other than Flate
     Encrypted,        // the document is encrypted, and can't be used like this without being decrypted
-    LimitReached,     // a limit of the library's (host/base/Limits.h)
+    LimitReached,     // a limit of the library's (platform/Limits.h)
 
     // What would become of it
     Partial,    // only a part of the document is in memory, and the rest would be lost

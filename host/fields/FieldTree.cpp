@@ -4,10 +4,10 @@
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
-#include <host/base/Limits.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
 #include <host/losses/PartialMarks.h>
+#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Object.h>
 #include <values/String.h>
@@ -70,8 +70,8 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
         const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
             skip(i, place, "doesn't lead to a dictionary");
-        else if (place.level > Limits::maxFieldDepth)
-            skip(i, place, "is more than " + std::to_string(Limits::maxFieldDepth) + " levels deep");
+        else if (place.level > Limits::maxFieldLevels)
+            skip(i, place, "is more than " + std::to_string(Limits::maxFieldLevels) + " levels deep");
         else if (!_visited.insert(dictionary.get()).second)
             skip(i, place, "was listed before");
         else

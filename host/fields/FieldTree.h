@@ -31,7 +31,7 @@ struct FieldNode {
 //
 // A field is a dictionary of Fields, or one of Kids with a text under T; one of Kids without is a widget of
 // the field above. Fields of the same path and kind are one field, in the place of the first of them, as the standard
-// says. Whatever the form looks like, each dictionary is visited once, down to `Limits::maxFieldDepth` levels
+// says. Whatever the form looks like, each dictionary is visited once, down to `Limits::maxFieldLevels` levels
 // and with paths of up to `Limits::maxFieldPath` bytes.
 class FieldTree {
 public:

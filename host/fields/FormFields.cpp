@@ -2,11 +2,11 @@
 
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
-#include <host/base/Limits.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/FieldTree.h>
 #include <host/fields/TextString.h>
 #include <host/streams/StreamBytes.h>
+#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/Number.h>

@@ -4,7 +4,7 @@
 #include <host/base/ErrorWords.h>
 
 #include <fcntl.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 #include <sys/random.h>
 
 #include <cerrno>

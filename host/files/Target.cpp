@@ -1,7 +1,7 @@
 #include <host/files/Target.h>
 
 #include <host/base/ErrorWords.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 
 #include <fcntl.h>
 

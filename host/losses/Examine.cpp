@@ -2,12 +2,12 @@
 
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
-#include <host/base/Limits.h>
 #include <host/files/Open.h>
 #include <host/losses/FormatComparison.h>
 #include <host/losses/ObjectExamination.h>
 #include <host/losses/PartialMarks.h>
 #include <host/losses/ShiftedRows.h>
+#include <platform/Limits.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 

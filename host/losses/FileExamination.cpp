@@ -2,7 +2,7 @@
 
 #include <document/Inspection.h>
 #include <document/Syntax.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 #include <values/Object.h>
 
 namespace Host {

@@ -1,6 +1,6 @@
 #include <host/losses/FormatComparison.h>
 
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 
 #include <algorithm>
 

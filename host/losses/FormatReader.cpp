@@ -2,7 +2,7 @@
 
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 #include <platform/Limits.h>
 
 #include <algorithm>

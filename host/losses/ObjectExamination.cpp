@@ -3,8 +3,8 @@
 #include <document/Inspection.h>
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
-#include <host/base/Limits.h>
 #include <host/losses/FormatComparison.h>
+#include <platform/Limits.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 #include <values/Stream.h>

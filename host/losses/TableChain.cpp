@@ -1,7 +1,7 @@
 #include <host/losses/TableChain.h>
 
 #include <document/FileEnd.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 
 #include <algorithm>
 #include <set>

@@ -1,5 +1,6 @@
 #include <host/pages/Background.h>
 
+#include <document/BackgroundPages.h>
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
@@ -14,9 +15,6 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-// What `addBackground` adds to the code of a foreign page list.
-constexpr std::uint32_t foreignCodes = 0x100;
 
 // The refusal with the place that it is about.
 Refusal at(const std::string& place, const Refusal& refusal)
@@ -75,7 +73,6 @@ public:
     std::vector<std::string> warnings() const;
 
 private:
-    std::size_t foreignIndex(std::size_t page) const { return std::min(page, _foreignPages.size() - 1); }
     std::optional<Refusal> checkPage(std::size_t index, const Ref<Dictionary>& page);
     std::optional<Refusal> merge(std::size_t index, const Resources& foreign, const Dictionary& page);
     std::optional<Refusal> checkInheritingPages();
@@ -97,13 +94,10 @@ private:
 
 Preflight::Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
     : _document(document), _foreign(foreign), _pages(document->getPages()), _foreignPages(foreign->getPages()),
-      _pageCount(_pages.size()), _forecast(document, foreign)
+      _forecast(document, foreign)
 {
-    const bool isFirstOnly = mode == BackgroundMode::FirstPageOnly || mode == BackgroundMode::AllPages;
-    if (isFirstOnly && !_foreignPages.empty())
-        _foreignPages.resize(1);
-    if (mode == BackgroundMode::FirstPageOnly || mode == BackgroundMode::PagePairs)
-        _pageCount = std::min(_pageCount, _foreignPages.size());
+    _foreignPages.resize(foreignPagesRead(mode, _foreignPages.size()));
+    _pageCount = pagesWithBackground(mode, _pages.size(), _foreignPages.size());
 }
 
 std::optional<Refusal> Preflight::run()
@@ -126,7 +120,8 @@ std::optional<Refusal> Preflight::run()
 
 std::optional<Refusal> Preflight::checkPage(std::size_t index, const Ref<Dictionary>& page)
 {
-    const Ref<Dictionary> foreignPage = resolveAs<Dictionary>(*_foreign, _foreignPages[foreignIndex(index)]->value());
+    const std::size_t foreignIndex = foreignPageBeneath(index, _foreignPages.size());
+    const Ref<Dictionary> foreignPage = resolveAs<Dictionary>(*_foreign, _foreignPages[foreignIndex]->value());
     if (!foreignPage)
         return {};
     if (!page)
@@ -136,7 +131,7 @@ std::optional<Refusal> Preflight::checkPage(std::size_t index, const Ref<Diction
             "this is a branch of the page tree with pages of its own, and its content is not drawn"};
     Result<std::shared_ptr<Resources>> foreign = _forecast.resourcesOf(*_foreign, *foreignPage);
     if (!foreign)
-        return at(pageLabel(foreignIndex(index)) + " of the other document", foreign.refusal());
+        return at(pageLabel(foreignIndex) + " of the other document", foreign.refusal());
     if (*foreign)
         return merge(index, **foreign, *page);
     _inheriting.push_back(index);
@@ -242,7 +237,7 @@ Result<BackgroundResult> background(const Ref<Document>& document, const Ref<Doc
     const std::uint32_t code = Error::get();
     if (refusal)
         return Refusal{refusal->reason, refusal->message, code};
-    if (code == ErrBadPages + foreignCodes)
+    if (code == foreignCode(ErrBadPages))
         return Refusal{Reason::BrokenRule, std::string(errorWords(ErrBadPages)) + ", in the other document", code};
     // Collisions were found before, and this is what is left.
     if (code == ErrNoResource)

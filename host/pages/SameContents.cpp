@@ -1,7 +1,7 @@
 #include <host/pages/SameContents.h>
 
 #include <document/Resolve.h>
-#include <host/base/Limits.h>
+#include <platform/Limits.h>
 #include <platform/Mem.h>
 #include <values/Stream.h>
 
