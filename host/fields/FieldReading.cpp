@@ -3,12 +3,11 @@
 #include <document/Resolve.h>
 #include <forms/Field.h>
 #include <forms/FormKeys.h>
+#include <host/base/Keys.h>
 #include <host/fields/TextString.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/Number.h>
-
-#include <algorithm>
 
 namespace Host {
 
@@ -84,10 +83,8 @@ std::vector<Ref<::String>> statesOf(const Document& document, const Dictionary& 
     const auto normal = resolveEntryAs<Dictionary>(document, *appearance, FormKeys::normalAppearance);
     if (!normal)
         return {};
-    const Ref<TVector<Ref<::String>>> keys = normal->keys();
-    std::vector<Ref<::String>> states;
-    std::copy_if(keys->begin(), keys->end(), std::back_inserter(states),
-        [](const Ref<::String>& key) { return !key->equals("Off"); });
+    std::vector<Ref<::String>> states = keysOf(*normal);
+    std::erase_if(states, [](const Ref<::String>& key) { return key->equals("Off"); });
     return states;
 }
 

@@ -1,6 +1,7 @@
 #include <host/losses/PartialMarks.h>
 
 #include <host/base/Characters.h>
+#include <host/base/Keys.h>
 #include <host/base/Utf8.h>
 
 #include <algorithm>
@@ -25,8 +26,7 @@ const PartialMark* markAt(const Dictionary& trailer, const Ref<::String>& key)
 
 const PartialMark* findPartialMark(const Dictionary& trailer) noexcept
 {
-    const auto keys = trailer.keys();
-    for (const Ref<::String>& key : *keys)
+    for (const Ref<::String>& key : keysOf(trailer))
         if (const PartialMark* mark = markAt(trailer, key))
             return mark;
     return nullptr;
@@ -34,8 +34,8 @@ const PartialMark* findPartialMark(const Dictionary& trailer) noexcept
 
 bool isEncrypted(const Dictionary& trailer) noexcept
 {
-    const auto keys = trailer.keys();
-    return std::any_of(keys->begin(), keys->end(), [&trailer](const Ref<::String>& key) {
+    const auto keys = keysOf(trailer);
+    return std::any_of(keys.begin(), keys.end(), [&trailer](const Ref<::String>& key) {
         const PartialMark* mark = markAt(trailer, key);
         return mark && mark->reason == Reason::Encrypted;
     });

@@ -3,6 +3,7 @@
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
+#include <host/base/Keys.h>
 #include <host/base/Utf8.h>
 #include <values/Array.h>
 
@@ -23,8 +24,8 @@ bool holdsReference(const Ref<Value>& value)
             if (holdsReference(array->get(i)))
                 return true;
     } else if (const auto dictionary = valueAs<Dictionary>(value)) {
-        const auto keys = dictionary->keys();
-        return std::any_of(keys->begin(), keys->end(),
+        const auto keys = keysOf(*dictionary);
+        return std::any_of(keys.begin(), keys.end(),
             [&dictionary](const Ref<::String>& key) { return holdsReference(dictionary->find(key)); });
     }
     return false;
@@ -62,8 +63,7 @@ Result<std::shared_ptr<Resources>> MergeForecast::resourcesOf(
     if (resources)
         return resources;
     const auto read = std::make_shared<Resources>();
-    const auto keys = dictionary->keys();
-    for (const Ref<::String>& key : *keys) {
+    for (const Ref<::String>& key : keysOf(*dictionary)) {
         std::shared_ptr<Category> category = readCategory(document, dictionary->find(key));
         if (!category)
             return Refusal{Reason::BrokenRule, toUtf8(key) + " of the resources is neither a dictionary nor an array",
@@ -96,8 +96,7 @@ std::shared_ptr<Category> MergeForecast::readCategory(const Document& document, 
     category->isArray = isArray;
     if (isArray)
         return category;
-    const auto names = dictionary->keys();
-    for (const Ref<::String>& name : *names)
+    for (const Ref<::String>& name : keysOf(*dictionary))
         category->names.emplace(name, NamedValue{dictionary->find(name)});
     return category;
 }

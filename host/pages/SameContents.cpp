@@ -1,6 +1,7 @@
 #include <host/pages/SameContents.h>
 
 #include <document/Resolve.h>
+#include <host/base/Keys.h>
 #include <platform/Limits.h>
 #include <platform/Mem.h>
 #include <values/Stream.h>
@@ -92,10 +93,10 @@ bool SameContents::compareArrays(const Array& own, const Array& foreign) noexcep
 
 bool SameContents::compareDictionaries(const Dictionary& own, const Dictionary& foreign) noexcept
 {
-    const auto keys = own.keys();
-    if (keys->size() != foreign.keys()->size())
+    const auto keys = keysOf(own);
+    if (keys.size() != keysOf(foreign).size())
         return false;
-    for (const Ref<::String>& key : *keys)
+    for (const Ref<::String>& key : keys)
         _open.emplace_back(own.find(key), foreign.find(key)); // null, and so a difference, without the key
     return true;
 }

@@ -3,6 +3,7 @@
 #include <document/Inspection.h>
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
+#include <host/base/Keys.h>
 #include <host/files/MemoryStripe.h>
 #include <host/losses/ShiftedRows.h>
 #include <platform/CharReader.h>
@@ -145,8 +146,8 @@ std::optional<Refusal> compareTrailers(const Ref<Document>& before, const Ref<Do
 {
     const Ref<Dictionary> written = before->trailer();
     const Ref<Dictionary> read = after->trailer();
-    for (const auto& keys : {written->keys(), read->keys()})
-        for (const auto& key : *keys)
+    for (const auto& keys : {keysOf(*written), keysOf(*read)})
+        for (const auto& key : keys)
             if (!key->equals("Size") && !isSameText({before, written->find(key)}, {after, read->find(key)}))
                 return differs("the trailer", before, written);
     return {};

@@ -1,4 +1,5 @@
 #include <tests/support/FormText.h>
+#include <tests/support/KeysAlone.h>
 
 #include <forms/Button.h>
 #include <forms/Choice.h>
@@ -10,19 +11,6 @@ using namespace Tests;
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-// An application's own dictionary, which may answer as no other does.
-class KeysAlone final : public ValueObj, public virtual Dictionary {
-public:
-    explicit KeysAlone(Ref<TVector<Ref<::String>>> keys) : ValueObj(kind), _keys(std::move(keys)) {}
-
-    Ref<TVector<Ref<::String>>> keys() const noexcept override { return _keys; }
-    Ref<Value> find(Ref<::String>) const noexcept override { return nullptr; }
-    bool set(Ref<::String>, Ref<Value>) noexcept override { return false; }
-
-private:
-    const Ref<TVector<Ref<::String>>> _keys;
-};
 
 TEST(Button, ValueAndAppearanceStateAreSetApart)
 {

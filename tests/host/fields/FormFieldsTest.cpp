@@ -1,4 +1,5 @@
 #include <tests/support/FormText.h>
+#include <tests/support/KeysAlone.h>
 
 #include <host/fields/FormFields.h>
 
@@ -210,6 +211,22 @@ TEST(FormFields, everythingElseOfAField)
     EXPECT_EQ(button.options[1].exported, "two");
     EXPECT_EQ(button.widgetCount, 2u);
     EXPECT_EQ(button.quadding, PDF::Field::Quadding::Right);
+}
+
+TEST(FormFields, anApplicationsOwnDictionaryMayHaveNoKeys)
+{
+    using Keys = std::vector<Ref<::String>>;
+    const std::tuple<Ref<TVector<Ref<::String>>>, std::vector<std::string>> cases[] = {
+        {nullptr, {}},
+        {make<TVector<Ref<::String>>>(Keys{nullptr, ::String::create("On")}), {"On"}},
+    };
+    for (const auto& [keys, states] : cases) {
+        const OneField one("<< /FT /Btn /T (b) /AP << >> >>");
+        one.entries->findAsDictionary(::String::create("AP"), false)->set(::String::create("N"), make<KeysAlone>(keys));
+        const auto form = listFields(one.document);
+        ASSERT_EQ(form->fields.size(), 1u);
+        EXPECT_EQ(form->fields[0].states, states);
+    }
 }
 
 TEST(FormFields, theTextsOfAListingAreLimited)
