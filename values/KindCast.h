@@ -35,6 +35,12 @@ Class* exactly(Value& value) noexcept
     return typeid(value) == typeid(Class) ? static_cast<Class*>(dynamic_cast<void*>(&value)) : nullptr;
 }
 
+template <class Class>
+const Class* exactly(const Value& value) noexcept
+{
+    return exactly<Class>(const_cast<Value&>(value));
+}
+
 // The dynamic cast to the interface of a kind, with the library's own class tried first.
 template <class Kind>
 Kind* castKind(Value& value) noexcept
