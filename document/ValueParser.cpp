@@ -10,7 +10,7 @@
 #include <values/DictionaryObj.h>
 #include <values/NameObj.h>
 #include <values/NullObj.h>
-#include <values/NumberObj.h>
+#include <values/NumberText.h>
 #include <values/ObjectRefObj.h>
 #include <values/StreamObj.h>
 #include <values/StringObj.h>
@@ -61,20 +61,6 @@ bool endsName(std::uint32_t c)
     default:
         return Syntax::isSpace(c);
     }
-}
-
-// The number that a word makes; null when it is none. The text before a point and that after it are
-// each a whole number, sign and all, and either may be empty.
-Ref<ValueObj> numberOf(std::u32string_view word)
-{
-    const std::size_t point = word.find(U'.');
-    long long whole = 0;
-    long long fraction = 0;
-    if (!StrConv::num(word.substr(0, point), &whole))
-        return nullptr;
-    if (point != word.npos && !StrConv::num(word.substr(point + 1), &fraction))
-        return nullptr;
-    return make<NumberObj>(whole, static_cast<std::uint64_t>(fraction));
 }
 
 const char* invalidNumber(std::u32string_view word)
@@ -269,7 +255,7 @@ Ref<Value> ValueParser::readTopWord(const std::u32string& word) noexcept
 {
     if (word == U"true" || word == U"false")
         return make<BooleanObj>(word == U"true");
-    const Ref<ValueObj> number = numberOf(word);
+    const Ref<ValueObj> number = numberFrom(word);
     if (!number)
         return report.line(
             invalidNumber(word), ::String::create(word), " in object; offset: ", here() - 1 - word.size());
@@ -466,17 +452,18 @@ bool ValueParser::endWord(const List& list, std::uint64_t charactersAfter) noexc
 
 bool ValueParser::addToken(const List& list, std::u32string_view token, std::uint64_t charactersAfter) noexcept
 {
-    if (token == U"R")
+    const bool mayBeKeyword = token[0] >= U'A';
+    if (mayBeKeyword && token == U"R")
         return addReference(list, here() - charactersAfter);
-    if (token == U"true" || token == U"false") {
+    if (mayBeKeyword && (token == U"true" || token == U"false")) {
         _values.push_back(make<BooleanObj>(token == U"true"));
         return true;
     }
-    if (token == U"null") {
+    if (mayBeKeyword && token == U"null") {
         _values.push_back(make<NullObj>());
         return true;
     }
-    Ref<ValueObj> number = numberOf(token);
+    Ref<ValueObj> number = numberFrom(token);
     if (!number)
         return report.line(invalidNumber(token), ::String::create(token), " in value list; offset: ",
             here() - charactersAfter - token.size());

@@ -6,6 +6,7 @@
 #include <platform/Limits.h>
 #include <platform/StrConv.h>
 #include <values/KindCast.h>
+#include <values/NumberText.h>
 
 #include <algorithm>
 
@@ -104,11 +105,7 @@ bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
 // 1.5, and -0.5 without its sign.
 void ValueWriter::writeNumber(const Number& number) noexcept
 {
-    _out.appendNumber(number.intPart());
-    if (number.fracPart() != 0) {
-        _out.append('.');
-        _out.appendNumber(number.fracPart());
-    }
+    appendPlainly(number, _out);
 }
 
 void ValueWriter::writeReference(const ObjectRef& reference) noexcept
