@@ -110,4 +110,17 @@ bool String::equal(Ref<Value> other) const noexcept
         && Mem::equal(bytes->data(), otherBytes->data(), bytes->size());
 }
 
+Ref<StringObj> StringObj::copy() const noexcept
+{
+    switch (_memory) {
+    case Memory::Source:
+        return make<StringObj>(_text, _bytes);
+    case Memory::OddDigit:
+        return make<StringObj>(_bytes, OddDigit());
+    case Memory::None:
+        break;
+    }
+    return _text ? make<StringObj>(_text) : make<StringObj>(_bytes);
+}
+
 } // namespace Libraries::Files::PDF
