@@ -44,10 +44,14 @@ constexpr std::size_t generationDigits = 5;
 constexpr std::uint32_t firstMappedByte = 128;
 inline constexpr auto& mappedCharacters = Libraries::Strings::Encodings::ANSI::upperControls;
 
+constexpr bool isMapped(std::uint32_t byte)
+{
+    return byte >= firstMappedByte && byte < firstMappedByte + mappedCharacters.size();
+}
+
 constexpr std::uint32_t characterOfByte(std::uint32_t byte)
 {
-    const bool isMapped = byte >= firstMappedByte && byte < firstMappedByte + mappedCharacters.size();
-    return isMapped ? mappedCharacters[byte - firstMappedByte] : byte;
+    return isMapped(byte) ? mappedCharacters[byte - firstMappedByte] : byte;
 }
 
 } // namespace Libraries::Files::PDF::Syntax

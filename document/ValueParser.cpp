@@ -42,11 +42,6 @@ bool isHexDigit(std::uint32_t c)
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
 }
 
-bool isOctalDigit(std::uint32_t c)
-{
-    return c >= '0' && c <= '7';
-}
-
 // The value of a digit for which `isHexDigit` holds.
 unsigned digitValue(std::uint32_t c)
 {
@@ -68,54 +63,6 @@ const char* invalidNumber(std::u32string_view word)
     return word.find(U'.') == word.npos ? "Invalid integer value " : "Invalid real value ";
 }
 
-// The octal digits of an escape, up to three of them.
-class Octal {
-public:
-    // Begins with the first digit; false when `c` is none.
-    bool begin(std::uint32_t c) noexcept
-    {
-        if (!isOctalDigit(c))
-            return false;
-        _value = digitValue(c);
-        _digits = 1;
-        return true;
-    }
-    // Adds a digit, if some are pending and `c` is one more.
-    bool take(std::uint32_t c) noexcept
-    {
-        if (_digits == 0 || _digits == 3 || !isOctalDigit(c))
-            return false;
-        _value = _value << 3 | digitValue(c);
-        ++_digits;
-        return true;
-    }
-    // Adds the character of the pending digits, of which the low 8 bits count.
-    void endInto(std::u32string& text) noexcept
-    {
-        if (_digits != 0)
-            text += char32_t(Syntax::characterOfByte(_value & 0xFF));
-        _digits = 0;
-    }
-
-private:
-    unsigned _value = 0;
-    unsigned _digits = 0;
-};
-
-// Adds what a character stands for after a backslash; false when it stands for nothing.
-bool addEscaped(std::u32string& text, std::uint32_t c)
-{
-    switch (c) {
-    case '(': case ')': text += char32_t(c); return true;
-    case 'b': text += Syntax::backspace; return true;
-    case 'f': text += Syntax::formFeed; return true;
-    case 'n': text += Syntax::lineFeed; return true;
-    case 'r': text += Syntax::carriageReturn; return true;
-    case 't': text += Syntax::tab; return true;
-    default: return false;
-    }
-}
-
 // The string of the bytes. Deliberate: a last digit without a second one gets a "0" after it, and the
 // two are read as a decimal number, so "5" is the byte 50 and "A" is refused.
 Ref<ValueObj> endHexString(std::vector<std::uint8_t> bytes, std::uint32_t pending)
@@ -125,7 +72,8 @@ Ref<ValueObj> endHexString(std::vector<std::uint8_t> bytes, std::uint32_t pendin
             "Failed to convert string to hexadecimal value: ", ::String::create(pending)->append('0'));
     if (pending)
         bytes.push_back(static_cast<std::uint8_t>(digitValue(pending) * 10));
-    return make<StringObj>(TConstArray<std::uint8_t>::create(bytes.data(), bytes.size()));
+    Ref<TConstArray<std::uint8_t>> array = TConstArray<std::uint8_t>::create(bytes.data(), bytes.size());
+    return pending ? make<StringObj>(std::move(array), StringObj::OddDigit()) : make<StringObj>(std::move(array));
 }
 
 Ref<Value> valueOr(Ref<ValueObj> value, const char* message, std::uint64_t position)
@@ -519,38 +467,17 @@ Ref<ValueObj> ValueParser::readName() noexcept
 // Starts after "(", ends after the ")" that closes it.
 Ref<ValueObj> ValueParser::readLiteralString() noexcept
 {
-    _text.clear();
-    std::uint64_t depth = 0;
-    Octal octal;
-    bool isEscape = false;
-    bool isAfterCarriageReturn = false; // of a line continuation
+    _literal.begin();
     for (std::uint32_t c = 0; next(c);) {
-        if (Syntax::isLineEnd(c)) {
-            if (!isEscape && !(c == Syntax::lineFeed && isAfterCarriageReturn))
-                return nullptr;
-            isAfterCarriageReturn = c == Syntax::carriageReturn;
-            isEscape = false;
-            continue;
-        }
-        isAfterCarriageReturn = false;
-        if (octal.take(c))
-            continue;
-        octal.endInto(_text);
-        if (c == '\\') {
-            // Deliberate: the second of two is lost, and what follows it is still escaped.
-            isEscape = true;
-        } else if (isEscape) {
-            isEscape = false;
-            if (!octal.begin(c) && !addEscaped(_text, c))
-                return report.line("Invalid escape character ", c, " at offset ", here() - 1);
-        } else if (c == ')' && depth == 0) {
-            return make<StringObj>(::String::create(_text));
-        } else {
-            // Deliberate: of a character its low 8 bits count. So bytes from 128 to 159, which stand for
-            // characters above, don't come back as they were; their octal forms do.
-            depth += c == '(' ? 1 : 0;
-            depth -= c == ')' ? 1 : 0;
-            _text += char32_t(Syntax::characterOfByte(c & 0xFF));
+        switch (_literal.take(c)) {
+        case LiteralString::Step::More:
+            break;
+        case LiteralString::Step::End:
+            return _literal.finish();
+        case LiteralString::Step::LineEnd:
+            return nullptr;
+        case LiteralString::Step::BadEscape:
+            return report.line("Invalid escape character ", c, " at offset ", here() - 1);
         }
     }
     return nullptr;

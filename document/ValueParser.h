@@ -1,8 +1,8 @@
 #pragma once
 
+#include <document/LiteralString.h>
 #include <platform/ElementReader.h>
 #include <values/ObjectObj.h>
-#include <values/ValueObj.h>
 
 #include <array>
 #include <string>
@@ -67,8 +67,9 @@ private:
     std::vector<Ref<ValueObj>> _values; // of the lists that are being read, the outermost first
     std::u32string _words;              // the pending words of these lists
     std::array<Ref<NameObj>, 1024> _names;
-    std::u32string _line; // these two are kept for their memory alone
+    std::u32string _line; // these three are kept for their memory alone
     std::u32string _text;
+    LiteralString _literal;
     std::uint64_t _taken = 0; // elements that objects were read from
     unsigned _depth = 0; // of the arrays and dictionaries that are being read
 };
