@@ -3,15 +3,8 @@
 #include <document/Report.h>
 #include <document/StreamCopy.h>
 #include <stripes/ElementSizeStripe.h>
-#include <values/ArrayObj.h>
-#include <values/BooleanObj.h>
-#include <values/DictionaryObj.h>
-#include <values/NameObj.h>
-#include <values/NullObj.h>
-#include <values/NumberObj.h>
-#include <values/ObjectRef.h>
-#include <values/StreamObj.h>
-#include <values/StringObj.h>
+#include <values/KindCast.h>
+#include <values/NumberText.h>
 
 #include <utility>
 
@@ -51,16 +44,18 @@ Ref<Value> cloneOf(const Boolean& boolean)
 
 Ref<Value> cloneOf(const Number& number)
 {
-    return make<NumberObj>(number.intPart(), number.fracPart());
+    return copyExactly(number);
 }
 
 Ref<Value> cloneOf(const String& string)
 {
-    if (Ref<::String> text = string.value())
-        return make<StringObj>(std::move(text));
-    if (Ref<TConstArray<std::uint8_t>> bytes = string.data())
-        return make<StringObj>(std::move(bytes));
-    return report.fail(ErrInvalidArgument, "Invalid String value to be cloned");
+    Ref<::String> text = string.value();
+    Ref<TConstArray<std::uint8_t>> bytes = string.data();
+    if (!text && !bytes)
+        return report.fail(ErrInvalidArgument, "Invalid String value to be cloned");
+    if (const StringObj* own = exactly<StringObj>(string))
+        return own->copy();
+    return text ? make<StringObj>(std::move(text)) : make<StringObj>(std::move(bytes));
 }
 
 Ref<Value> cloneOf(const Null&)

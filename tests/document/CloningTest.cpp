@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <values/Exact.h>
+
 #include <functional>
 
 using namespace Tests;
@@ -40,6 +42,17 @@ TEST(Cloning, everyKindOfValueIsCopiedAndEachReferenceMakesAnObject)
     for (std::uint32_t i = 0; i < std::size(expected); ++i)
         EXPECT_EQ(objectText(document, firstNewId + i).find(expected[i]), 0u) << expected[i];
     EXPECT_FALSE(objectOf(document, 9)->value()->changed());
+}
+
+TEST(Cloning, copiesRememberHowTheirSourceIsWritten)
+{
+    const Ref<PDF::Document> document = target();
+    const Ref<PDF::Document> foreign = open(foreignWith("/N [ 1.05 -0.5 1.-5 ] /S [ (a\\\\b) <5> ]"));
+    ASSERT_TRUE(addBeneath(document, foreign));
+    const auto dictionaryOf = [](const Ref<PDF::Object>& object) -> Ref<PDF::Value> {
+        return object->valueAsStream()->dict();
+    };
+    EXPECT_TRUE(PDF::isSameExactly(dictionaryOf(objectOf(foreign, 4)), dictionaryOf(objectOf(document, firstNewId))));
 }
 
 TEST(Cloning, aFailureIsToldAtEachLevelAndTakesTheTableBack)
