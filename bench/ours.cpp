@@ -64,7 +64,7 @@ bool toBytes(const unsigned char* elements, std::uint64_t count, std::uint8_t* b
 }
 
 // A file to be written, and neither synced nor renamed: the other libraries' files aren't either.
-class Output final : public Object, public virtual Interfaces::Stream {
+class Output final : public Object, public virtual Interfaces::Stream, public virtual Interfaces::ByteWriting {
 public:
     explicit Output(const std::string& path) : _file(path) {}
 
@@ -85,6 +85,14 @@ public:
             if (_used == _block.size())
                 flush();
         }
+        return count;
+    }
+    // Interfaces::ByteWriting
+    bool takesBytes() const noexcept override { return true; }
+    std::uint64_t writeBytes(const void* bytes, std::uint64_t count) noexcept override
+    {
+        flush();
+        _file.write(bytes, count);
         return count;
     }
 

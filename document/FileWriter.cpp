@@ -138,10 +138,11 @@ void FileWriter::writeValue(const Ref<Value>& value, const Message& failure) noe
     if (_hasFailed)
         return;
     _value.clear();
-    if (!ValueWriter(_document, _lineEnding, _value).writeValue(value))
+    const bool isText = ValueWriter(_document, _lineEnding, _value, _bytesOut ? this : nullptr).writeValue(value);
+    if (!isText && !_hasFailed)
         fail("Failed to convert value to buffer");
-    else if (!put(_value.data(), _value.size()))
-        fail("Failed to write buffer of size ", _value.size());
+    if (isText)
+        send(_value);
     endStep(failure);
 }
 
@@ -167,6 +168,22 @@ void FileWriter::updateSize(Dictionary& trailer) noexcept
         return;
     if (!trailer.set(Keys::size, make<NumberObj>(static_cast<std::int64_t>(_rows.size()), 0)))
         fail("Failed to update trailer dictionary Size entry");
+}
+
+bool FileWriter::send(MemOutStrm& text) noexcept
+{
+    if (!put(text.data(), text.size()))
+        fail("Failed to write buffer of size ", text.size());
+    text.clear();
+    return !_hasFailed;
+}
+
+bool FileWriter::send(const std::uint8_t* bytes, std::uint64_t count) noexcept
+{
+    if (_bytesOut->writeBytes(bytes, count) != count)
+        fail("Failed to write buffer of size ", count);
+    _offset += count;
+    return !_hasFailed;
 }
 
 bool FileWriter::put(const std::uint32_t* elements, std::uint64_t count) noexcept

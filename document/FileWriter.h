@@ -1,5 +1,6 @@
 #pragma once
 
+#include <document/ValueWriter.h>
 #include <platform/MemOutStrm.h>
 #include <platform/Stripe.h>
 #include <values/Object.h>
@@ -21,11 +22,12 @@ struct FileParts {
 
 // Writes a file in its order: header, objects, cross-reference table, trailer. The first step that fails writes
 // its line, and those after it do nothing, so that each part of the file reads as it will look.
-class FileWriter {
+class FileWriter final : private ByteOutlet {
 public:
     // All must outlive the writer. `document` gives the data of streams. Every line ends in `lineEnding`.
+    // Stream data goes out as bytes, a block at a time, where `out` takes them (`Interfaces::ByteWriting`).
     FileWriter(Document& document, const ::String& lineEnding, Interfaces::Stream& out) noexcept
-        : _document(document), _lineEnding(lineEnding), _out(out)
+        : _document(document), _lineEnding(lineEnding), _out(out), _bytesOut(byteWritingOf(out))
     {
     }
 
@@ -57,6 +59,10 @@ private:
     void writeRow(const Row& row, const Message& failure) noexcept;
     void updateSize(Dictionary& trailer) noexcept;
 
+    // ByteOutlet
+    bool send(MemOutStrm& text) noexcept override;
+    bool send(const std::uint8_t* bytes, std::uint64_t count) noexcept override;
+
     // What steps are made of
     bool put(const std::uint32_t* elements, std::uint64_t count) noexcept;
     template <class... Pieces>
@@ -68,6 +74,7 @@ private:
     Document& _document;
     const ::String& _lineEnding;
     Interfaces::Stream& _out;
+    Interfaces::ByteWriting* const _bytesOut; // the same, if it takes bytes
     bool _hasFailed = false;
     std::uint64_t _offset = 0; // the elements that went out
     std::vector<Row> _rows;    // of the objects that went out, after that of the free list's head

@@ -9,10 +9,13 @@
 #include <values/NumberText.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace Libraries::Files::PDF {
 
 namespace {
+
+constexpr std::uint64_t blockSize = 65536; // of the bytes that are read and sent at a time
 
 // The letter that stands for the character after a backslash; 0 when none does.
 char escapeLetter(unsigned int c)
@@ -257,12 +260,39 @@ bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
     if (data.seek(0) != 0)
         return report.fail(ErrNoResource, "Failed to navigate stream data");
     _out.append(_lineEnding);
+    Interfaces::ByteReading* const bytes = _outlet ? byteReadingOf(data) : nullptr;
+    return bytes ? sendBytes(*bytes, count) : writeElements(data, count);
+}
+
+bool ValueWriter::writeElements(Interfaces::Stripe& data, std::uint64_t count) noexcept
+{
     const bool isReadable = data.elementSize() == sizeof(std::uint32_t);
     std::uint32_t* elements = _out.grow(isReadable ? count : 0);
     BufferDesc area = BufferDesc::plain(elements);
     if (!isReadable || data.read(area, count, waitForever) != count)
         return report.fail(ErrNoResource, "Failed to retrieve stream data");
     if (!Syntax::isLineEnd(elements[count - 1]))
+        _out.append(_lineEnding);
+    return true;
+}
+
+// The same past the text, a block at a time.
+bool ValueWriter::sendBytes(Interfaces::ByteReading& data, std::uint64_t count) noexcept
+{
+    if (!_outlet->send(_out))
+        return false;
+    std::vector<std::uint8_t> block(std::min(count, blockSize));
+    std::uint8_t last = 0;
+    for (std::uint64_t left = count; left != 0;) {
+        const std::uint64_t chunk = std::min<std::uint64_t>(left, block.size());
+        if (data.readBytes(block.data(), chunk) != chunk)
+            return report.fail(ErrNoResource, "Failed to retrieve stream data");
+        if (!_outlet->send(block.data(), chunk))
+            return false;
+        last = block[chunk - 1];
+        left -= chunk;
+    }
+    if (!Syntax::isLineEnd(last))
         _out.append(_lineEnding);
     return true;
 }

@@ -16,14 +16,26 @@ class ObjectRef;
 class Stream;
 class String;
 
+// Where a text goes that takes the data of streams as bytes.
+class ByteOutlet {
+public:
+    // Sends what there is of the text, which is empty afterwards. False when it can't be written.
+    virtual bool send(MemOutStrm& text) noexcept = 0;
+    virtual bool send(const std::uint8_t* bytes, std::uint64_t count) noexcept = 0;
+
+protected:
+    ~ByteOutlet() noexcept = default;
+};
+
 // Turns values into the characters that stand for them in a file, appended to a text. A failure is
 // false with a line and a code at each level, the outermost composite value deciding the code; what
 // was appended up to then is of no use.
 class ValueWriter {
 public:
-    // All must outlive the writer. `document` gives the data of streams.
-    ValueWriter(Document& document, const ::String& lineEnding, MemOutStrm& out) noexcept
-        : _document(document), _lineEnding(lineEnding), _out(out)
+    // All must outlive the writer. `document` gives the data of streams. If there is an outlet, data that can be
+    // had as bytes goes there, with the text before it; a failure of the outlet is false without a line.
+    ValueWriter(Document& document, const ::String& lineEnding, MemOutStrm& out, ByteOutlet* outlet = nullptr) noexcept
+        : _document(document), _lineEnding(lineEnding), _out(out), _outlet(outlet)
     {
     }
 
@@ -44,10 +56,13 @@ private:
     bool writeEntry(const Ref<::String>& key, const Ref<Value>& value) noexcept;
     bool writeStream(Stream& stream) noexcept;
     bool writeStreamData(Interfaces::Stripe& data) noexcept;
+    bool writeElements(Interfaces::Stripe& data, std::uint64_t count) noexcept;
+    bool sendBytes(Interfaces::ByteReading& data, std::uint64_t count) noexcept;
 
     Document& _document;
     const ::String& _lineEnding;
     MemOutStrm& _out;
+    ByteOutlet* const _outlet;
 };
 
 } // namespace Libraries::Files::PDF

@@ -125,6 +125,15 @@ public:
     virtual std::uint64_t readBytes(void* bytes, std::uint64_t count) noexcept = 0;
 };
 
+// The counterpart of a stream of 4-byte elements that a file is written to.
+class EXPORTED ByteWriting : public virtual RefCount {
+public:
+    // Whether it takes bytes; else `writeBytes` must not be called.
+    virtual bool takesBytes() const noexcept = 0;
+    // As `write` from plain memory, but is given the bytes that the elements stand for.
+    virtual std::uint64_t writeBytes(const void* bytes, std::uint64_t count) noexcept = 0;
+};
+
 } // namespace Interfaces
 
 // How a stripe of 4-byte elements gives its bytes; null where it has elements of another width, or doesn't give
@@ -133,6 +142,13 @@ inline Interfaces::ByteReading* byteReadingOf(Interfaces::Stripe& stripe) noexce
 {
     auto* const reading = dynamic_cast<Interfaces::ByteReading*>(&stripe);
     return reading && reading->hasBytes() && stripe.elementSize() == sizeof(std::uint32_t) ? reading : nullptr;
+}
+
+// How a stream of 4-byte elements takes bytes; null where it has elements of another width, or takes none.
+inline Interfaces::ByteWriting* byteWritingOf(Interfaces::Stream& stream) noexcept
+{
+    auto* const writing = dynamic_cast<Interfaces::ByteWriting*>(&stream);
+    return writing && writing->takesBytes() && stream.elementSize() == sizeof(std::uint32_t) ? writing : nullptr;
 }
 
 // The next element of a stripe of 4-byte elements; false when there is none, or none can be had.

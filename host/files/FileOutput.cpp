@@ -130,6 +130,19 @@ std::uint64_t FileOutput::write(BufferDesc& area, std::uint64_t count, std::uint
     return count;
 }
 
+std::uint64_t FileOutput::writeBytes(const void* bytes, std::uint64_t count) noexcept
+{
+    if (!isWritable() || (count > bufferSize - _buffer.size() && !flush()))
+        return 0;
+    const auto* const first = static_cast<const std::uint8_t*>(bytes);
+    if (count < bufferSize)
+        _buffer.insert(_buffer.end(), first, first + count);
+    else if (!writeAll(_file.number(), first, count))
+        return fail(systemFailure("can't be written", errno));
+    _count += count;
+    return count;
+}
+
 Result<Ref<FileStripe>> FileOutput::reopen() noexcept
 {
     if (!flush())

@@ -24,7 +24,8 @@ enum class Durability {
 // The new file gets the mode and owner of the old one. Other hard links to the old file
 // keep the old contents, and extended attributes and access lists are not copied. A process
 // that runs under a limit of file sizes should ignore SIGXFSZ: then the limit is an error like others.
-class EXPORTED FileOutput final : public ::Object, public virtual Interfaces::Stream {
+class EXPORTED FileOutput final
+    : public ::Object, public virtual Interfaces::Stream, public virtual Interfaces::ByteWriting {
 public:
     // Follows symbolic links to the target, which need not exist. Refused with `Reason::UnusableTarget`, before
     // anything is written: a folder, FIFO, socket or device, a file that the caller may not write, and a folder in
@@ -41,6 +42,10 @@ public:
     std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
     std::uint64_t read(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
     std::uint64_t write(BufferDesc& area, std::uint64_t count, std::uint32_t timeout) noexcept override;
+
+    // Interfaces::ByteWriting, with the failures of `write`.
+    bool takesBytes() const noexcept override { return true; }
+    std::uint64_t writeBytes(const void* bytes, std::uint64_t count) noexcept override;
 
     // How many bytes were accepted so far.
     std::uint64_t count() const noexcept { return _count; }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <host/files/MemoryStripe.h>
+#include <stripes/ByteElements.h>
+
 using namespace Tests;
 
 namespace {
@@ -20,6 +23,32 @@ Ref<PDF::Value> literal(std::u32string_view characters)
 Ref<PDF::StreamObj> stream(const std::string& data, Fault fault = {}, std::uint64_t width = 4)
 {
     return make<PDF::StreamObj>(make<PDF::DictionaryObj>(), make<TestStripe>(data, fault, width));
+}
+
+// A file that takes bytes, which fail as other writes do.
+class ByteTaker final : public TestStripe, public virtual Interfaces::ByteWriting {
+public:
+    using TestStripe::TestStripe;
+
+    bool takesBytes() const noexcept override { return true; }
+    std::uint64_t writeBytes(const void* bytes, std::uint64_t count) noexcept override
+    {
+        mostBytes = std::max(mostBytes, count);
+        byteCount += count;
+        std::u32string wide;
+        for (std::uint64_t i = 0; i < count; ++i)
+            wide += encoding().codePoint(static_cast<const std::uint8_t*>(bytes)[i]);
+        BufferDesc area = BufferDesc::plain(wide.data());
+        return write(area, count, waitForever);
+    }
+
+    std::uint64_t mostBytes = 0;
+    std::uint64_t byteCount = 0;
+};
+
+Ref<PDF::Document> openBytes(const std::string& file)
+{
+    return PDF::Document::create(make<Host::MemoryStripe>(std::vector<std::uint8_t>(file.begin(), file.end())));
 }
 
 } // namespace
@@ -141,4 +170,48 @@ TEST(Writing, everyFailingWriteEndsItWithTheCodeOfItsStage)
     const Ref<PDF::Document> withoutData = open(PdfText().pages().object(3, "<< /Length 9999 >> stream\nx"));
     EXPECT_EQ(codeOf(withoutData->write(make<TestStripe>(""))), ErrWriteObject);
     EXPECT_EQ(log.take().back(), "Failed to write object 3 (0)");
+}
+
+TEST(Writing, streamDataGoesOutAsBytesWhereTheyAreTaken)
+{
+    const std::string large = incompressible(150000) + "\x80";
+    const PdfText file = PdfText("\r\n").pages().stream(3, large).stream(4, "").stream(5, "a\n").stream(6, "b\r");
+    const Ref<PDF::Document> documents[] = {openBytes(file), openBytes(file), openBytes(file)};
+    ASSERT_TRUE(documents[1]->cacheStreams());
+    ASSERT_TRUE(documents[2]->setStreamData(streamOf(documents[2]), narrow(large), false));
+    for (const Ref<PDF::Document>& document : documents) {
+        const Ref<ByteTaker> out = make<ByteTaker>("");
+        ASSERT_TRUE(document->write(out));
+        EXPECT_TRUE(out->bytes() == written(document));
+        EXPECT_EQ(out->byteCount, large.size() + 4);
+        EXPECT_LE(out->mostBytes, 65536u);
+    }
+    // A stripe that has no bytes to give, and a stream among other values.
+    const Ref<PDF::Document> document = openBytes(file);
+    document->trailer()->set(text("Own"), PDF::Array::create({stream("x"), streamOf(documents[2])}));
+    const Ref<ByteTaker> out = make<ByteTaker>("");
+    ASSERT_TRUE(document->write(out));
+    EXPECT_TRUE(out->bytes() == written(document));
+}
+
+TEST(Writing, takenBytesFailAsElementsDo)
+{
+    const Ref<PDF::Document> document = openBytes(PdfText().pages().stream(3, "data"));
+    LogCapture log;
+    failOneByOne(&Fault::write, 0, [&](Fault fault) {
+        const Ref<ByteTaker> out = make<ByteTaker>("", fault);
+        const std::uint32_t code = codeOf(document->write(out));
+        const Lines lines = log.take();
+        EXPECT_EQ(code != 0, out->hasFailed);
+        if (out->bytes().ends_with("\nstream\n")) {
+            EXPECT_EQ(code, ErrWriteObject);
+            EXPECT_EQ(lines, (Lines{"Failed to write buffer of size 4h (4)", "Failed to write value of object 3 (0)",
+                "Failed to write object 3 (0)"}));
+        }
+        return out->hasFailed;
+    });
+    const Ref<PDF::ByteElements> unreadable = make<PDF::ByteElements>(narrow("x", {.read = 0}));
+    document->trailer()->set(text("Own"), make<PDF::StreamObj>(make<PDF::DictionaryObj>(), unreadable));
+    EXPECT_EQ(codeOf(document->write(make<ByteTaker>(""))), ErrWriteTrailer);
+    EXPECT_EQ(log.take().front(), "Failed to retrieve stream data");
 }

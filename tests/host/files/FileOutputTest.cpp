@@ -21,6 +21,11 @@ bool write(FileOutput& out, std::u32string text)
     return out.write(area, text.size(), waitForever) == text.size();
 }
 
+bool writeBytes(FileOutput& out, const std::string& bytes)
+{
+    return out.writeBytes(bytes.data(), bytes.size()) == bytes.size();
+}
+
 mode_t modeOf(const std::string& path)
 {
     struct stat found = {};
@@ -72,6 +77,22 @@ TEST(FileOutput, theTargetChangesOnlyWithTheCommit)
     ASSERT_TRUE((*FileOutput::create(folder.path("new")))->commit());
     ::umask(mask);
     EXPECT_EQ(modeOf(folder.path("new")), mode_t(0640)) << "a new file has the mode of new files";
+}
+
+TEST(FileOutput, bytesAndElementsComeOutInTheirOrder)
+{
+    const TestFolder folder;
+    auto out = *FileOutput::create(folder.path("target"));
+    std::string expected;
+    for (const std::size_t size : {0, 1, 65535, 1, 65536, 3, 65533, 200000, 65535}) {
+        const std::string bytes = incompressible(size);
+        ASSERT_TRUE(writeBytes(*out, bytes) && write(*out, U"\u20AC"));
+        expected += bytes + "\x80";
+    }
+    EXPECT_EQ(out->count(), expected.size());
+    ASSERT_TRUE(out->commit());
+    EXPECT_TRUE(folder.get("target") == expected);
+    EXPECT_FALSE(writeBytes(*out, "more"));
 }
 
 TEST(FileOutput, linksAreFollowedToTheTarget)
@@ -146,7 +167,7 @@ TEST(FileOutput, afterAFailureNothingIsLeft)
         auto out = *FileOutput::create(path);
         EXPECT_TRUE(write(*out, U"fine"));
         EXPECT_EQ(codeOf(write(*out, U"\x0141")), ErrInvalidArgument);
-        EXPECT_FALSE(write(*out, U"fine") || out->reopen());
+        EXPECT_FALSE(write(*out, U"fine") || writeBytes(*out, "fine") || out->reopen());
         EXPECT_EQ(out->commit().refusal().code, ErrInvalidArgument);
         EXPECT_EQ(folder.count(), 1); // also while the output is still there
     }
