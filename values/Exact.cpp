@@ -156,17 +156,39 @@ bool isSame(const Name& a, const Name& b)
     return isSameText(a.value().get(), b.value().get());
 }
 
+// The text that this library reads where it was written as bytes: those from 128 to 159 stand for characters above,
+// or, the undefined ones, for 0.
+std::u32string readBack(const ::String& text)
+{
+    using Libraries::Strings::Encodings::ANSI::upperControls;
+    constexpr std::uint32_t first = 128;
+    std::u32string result;
+    text.forEach([&result](std::uint32_t c) {
+        result += char32_t(c >= first && c < first + upperControls.size() ? upperControls[c - first] : c);
+    });
+    return result;
+}
+
+// Two texts of which not both have a source.
+bool isSameWhenWritten(const String& a, const String& b)
+{
+    return readBack(*a.value()) == readBack(*b.value()) && exactBytes(a) == exactBytes(b);
+}
+
 bool isSame(const String& a, const String& b)
 {
     const StringObj* own = exactly<StringObj>(a);
     const StringObj* other = exactly<StringObj>(b);
     const bool hasSource = own && own->hasSource();
-    const bool hasOddDigit = own && own->hasOddDigit();
-    if (hasSource != (other && other->hasSource()) || hasOddDigit != (other && other->hasOddDigit()))
-        return false;
-    if (hasSource)
+    const bool hasOtherSource = other && other->hasSource();
+    if (hasSource && hasOtherSource)
         return isSameData(own->source().get(), other->source().get());
-    return isSameText(a.value().get(), b.value().get()) && isSameData(a.data().get(), b.data().get());
+    const Ref<::String> text = a.value();
+    const Ref<::String> otherText = b.value();
+    if (text && otherText)
+        return (!hasSource && !hasOtherSource && text->compare(*otherText) == 0) || isSameWhenWritten(a, b);
+    return !text && !otherText && isSameData(a.data().get(), b.data().get())
+        && (own && own->hasOddDigit()) == (other && other->hasOddDigit());
 }
 
 bool isSame(const ObjectRef& a, const ObjectRef& b)

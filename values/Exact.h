@@ -21,8 +21,8 @@ EXPORTED Ref<::String> exactDecimal(const Number& number) noexcept;
 EXPORTED double exactDouble(const Number& number) noexcept;
 // The bytes of the string; none when a character of it has no byte, or it has neither text nor bytes. Sets no code.
 EXPORTED std::optional<std::vector<std::uint8_t>> exactBytes(const String& string) noexcept;
-// Whether the two are the same in an exact file, digit by digit and escape by escape: 1.5 and 1.50 differ, and so do
-// .5 and 0.5. Deep; of streams the dictionaries are compared. False when one is null.
+// Whether the two are the same in an exact file, for the format and for this library: numbers digit by digit, so that
+// 1.5 and 1.50 differ, and so do .5 and 0.5. Deep; of streams the dictionaries are compared. False when one is null.
 EXPORTED bool isSameExactly(const Ref<Value>& a, const Ref<Value>& b) noexcept;
 
 } // namespace Libraries::Files::PDF

@@ -78,6 +78,19 @@ TEST(Exact, stringsAreWhatTheFormatMeans)
         (std::vector<std::uint8_t>{0xFE, 0xFF, 0x4E, 0x2D}));
 }
 
+TEST(Exact, stringsAreTheSameWhenTheyAreReadBackTheSame)
+{
+    const auto made = [](std::u32string_view text) -> Ref<PDF::Value> {
+        return make<PDF::StringObj>(::String::create(text));
+    };
+    EXPECT_TRUE(PDF::isSameExactly(made(U"\u0080"), inFile("(\\200)")));
+    EXPECT_TRUE(PDF::isSameExactly(made(U"\u0081"), inFile("(\\201)")));
+    EXPECT_FALSE(PDF::isSameExactly(made(U"\u0081"), inFile("(\\000)")));
+    EXPECT_TRUE(PDF::isSameExactly(made(U"a\\b"), inFile("(a\\134b)")));
+    EXPECT_FALSE(PDF::isSameExactly(made(U"a\\b"), inFile("(a\\\\b)")));
+    EXPECT_FALSE(PDF::isSameExactly(made(U"A"), inFile("<41>")));
+}
+
 TEST(Exact, holdersAreComparedInDepth)
 {
     const std::string values[] = {"[ 1.05 ]", "[ 1.5 ]", "[ 1.05 2 ]", "<< /K [ (a\\\\b) ] >>", "<< /K [ (a\\b) ] >>",
