@@ -180,7 +180,9 @@ bool FileReader::readObjects(FileContent& content) noexcept
     std::uint32_t id = content.firstObjectId;
     for (const Row& row : _rows) {
         if (!row.inUse) {
-            content.freeRows.push_back({id++, row.generation});
+            if (row.generation != FreeRow::usualGeneration(id))
+                content.freeRows.push_back({id, row.generation});
+            ++id;
             continue;
         }
         if (row.offset == 0)

@@ -4,10 +4,12 @@
 
 namespace Libraries::Files::PDF {
 
-// A free row of the cross-reference table.
+// A free row of the cross-reference table whose generation isn't the usual one.
 struct FreeRow {
     std::uint32_t id;
     std::uint16_t generation;
+
+    static constexpr std::uint16_t usualGeneration(std::uint32_t id) { return id == 0 ? 65535 : 0; }
 };
 
 // What a file holds.
@@ -18,7 +20,7 @@ struct FileContent {
     std::uint32_t firstObjectId = 0;  // of the table's subsection
     std::uint32_t nextObjectId = 0;   // one past the last of the subsection
     std::vector<Ref<Object>> objects; // those in use, in table order
-    std::vector<FreeRow> freeRows;    // the others, in table order
+    std::vector<FreeRow> freeRows;    // of the others, in table order
 };
 
 // Opens a file: the header line, then from the end of the file backwards to the trailer, then the
