@@ -138,7 +138,7 @@ void FileWriter::writeValue(const Ref<Value>& value, const Message& failure) noe
     if (_hasFailed)
         return;
     _value.clear();
-    const bool isText = ValueWriter(_document, _lineEnding, _value, _bytesOut ? this : nullptr).writeValue(value);
+    const bool isText = ValueWriter(_document, _lineEnding, Dialect::Plain, _value, _bytesOut ? this : nullptr).writeValue(value);
     if (!isText && !_hasFailed)
         fail("Failed to convert value to buffer");
     if (isText)

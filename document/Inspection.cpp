@@ -46,7 +46,7 @@ Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const
 {
     const Ref<DocumentObj> held = implementation(document);
     MemOutStrm text;
-    if (!held || !ValueWriter(*held, *held->lineEnding(), text).writeValue(value))
+    if (!held || !ValueWriter(*held, *held->lineEnding(), Dialect::Plain, text).writeValue(value))
         return nullptr;
     return TConstArray<std::uint32_t>::create(text.data(), text.size());
 }

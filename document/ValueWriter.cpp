@@ -104,11 +104,14 @@ bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
     return report.fail(ErrInvalidArgument, "Writing not supported for value of type ", value->type());
 }
 
-// Deliberate: the text is made of the two integers that are kept, so 1.05, read as 1 and 5, goes out as
-// 1.5, and -0.5 without its sign.
+// Deliberate: the plain text is made of the two integers, so 1.05, read as 1 and 5, goes out as 1.5, and -0.5
+// without its sign.
 void ValueWriter::writeNumber(const Number& number) noexcept
 {
-    appendPlainly(number, _out);
+    if (_dialect == Dialect::Plain)
+        appendPlainly(number, _out);
+    else
+        appendExactly(number, _out);
 }
 
 void ValueWriter::writeReference(const ObjectRef& reference) noexcept
@@ -121,6 +124,8 @@ void ValueWriter::writeReference(const ObjectRef& reference) noexcept
 
 bool ValueWriter::writeString(const String& string) noexcept
 {
+    if (_dialect != Dialect::Plain && writeRemembered(string))
+        return true;
     if (const Ref<::String> text = string.value()) {
         if (!writeLiteral(*text))
             return report.fail(ErrInvalidArgument, "Failed to convert string to PDF compatible string");
@@ -129,8 +134,22 @@ bool ValueWriter::writeString(const String& string) noexcept
     const Ref<TConstArray<std::uint8_t>> bytes = string.data();
     if (!bytes)
         return report.fail(ErrInvalidArgument, "Invalid Stirng value");
-    writeHexadecimal(*bytes);
+    writeHexadecimal(*bytes, false);
     return true;
+}
+
+// Writes a string that remembers how its file had it; false for any other.
+bool ValueWriter::writeRemembered(const String& string) noexcept
+{
+    const StringObj* own = exactly<StringObj>(string);
+    const bool hasOddDigit = own && own->hasOddDigit();
+    if (hasOddDigit)
+        writeHexadecimal(*own->data(), true);
+    const Ref<TConstArray<std::uint8_t>> source = own ? own->source() : nullptr;
+    if (source)
+        std::transform(source->data(), source->data() + source->size(), _out.grow(source->size()),
+            Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint);
+    return hasOddDigit || source;
 }
 
 bool ValueWriter::writeLiteral(const ::String& text) noexcept
@@ -138,33 +157,52 @@ bool ValueWriter::writeLiteral(const ::String& text) noexcept
     _out.append('(');
     for (std::size_t i = 0; i < text.length(); ++i) {
         const unsigned int c = text.charAt(i);
-        if (const char letter = escapeLetter(c)) {
+        if (isOctal(c)) {
+            if (!writeOctal(c))
+                return false;
+        } else if (const char letter = escapeLetter(c)) {
             _out.append('\\');
             _out.append(letter);
-        } else if (c < 127) {
-            _out.append(static_cast<char>(c));
         } else {
-            const int byte = byteOf(c);
-            if (byte < 0)
-                return report.line("Failed to convert character: ", c);
-            // A byte from 128 up reaches the printer as a negative number, deliberately, and comes
-            // out of it as the three digits of the byte.
-            _out.append('\\');
-            _out.append(*StrConv::str(int(static_cast<std::int8_t>(byte)), 8, 3));
+            _out.append(static_cast<char>(c));
         }
     }
     _out.append(')');
     return true;
 }
 
-void ValueWriter::writeHexadecimal(const TConstArray<std::uint8_t>& bytes) noexcept
+// Whether a character is written as the digits of its byte. A backslash is where it must come back: two of them
+// represent one in the format, but not for this library.
+bool ValueWriter::isOctal(unsigned int c) const noexcept
+{
+    return c >= 127 || (c == '\\' && _dialect != Dialect::Plain)
+        || ((c == '<' || c == '>') && _dialect == Dialect::ExactTrailer);
+}
+
+bool ValueWriter::writeOctal(unsigned int c) noexcept
+{
+    const int byte = byteOf(c);
+    if (byte < 0)
+        return report.line("Failed to convert character: ", c);
+    // A byte from 128 up reaches the printer as a negative number, deliberately, and comes out of it as the three
+    // digits of the byte.
+    _out.append('\\');
+    _out.append(*StrConv::str(int(static_cast<std::int8_t>(byte)), 8, 3));
+    return true;
+}
+
+// Of an odd digit the last byte is ten times its value.
+void ValueWriter::writeHexadecimal(const TConstArray<std::uint8_t>& bytes, bool hasOddDigit) noexcept
 {
     constexpr const char* digits = "0123456789ABCDEF";
+    const std::size_t pairs = bytes.size() - (hasOddDigit ? 1 : 0);
     _out.append('<');
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (std::size_t i = 0; i < pairs; ++i) {
         _out.append(digits[bytes.data()[i] >> 4]);
         _out.append(digits[bytes.data()[i] & 15]);
     }
+    if (hasOddDigit)
+        _out.append(digits[bytes.data()[pairs] / 10]);
     _out.append('>');
 }
 
@@ -254,14 +292,22 @@ bool ValueWriter::writeStreamData(Interfaces::Stripe& data) noexcept
     if (count > Limits::maxStreamSize)
         return report.fail(ErrOutOfRange, "Stream is too large");
     if (count == 0) {
-        _out.append(_lineEnding);
+        endStreamKeyword();
         return true;
     }
     if (data.seek(0) != 0)
         return report.fail(ErrNoResource, "Failed to navigate stream data");
-    _out.append(_lineEnding);
+    endStreamKeyword();
     Interfaces::ByteReading* const bytes = _outlet ? byteReadingOf(data) : nullptr;
     return bytes ? sendBytes(*bytes, count) : writeElements(data, count);
+}
+
+// The format has no CR alone there, and reads a LF that the data begins with as a part of it.
+void ValueWriter::endStreamKeyword() noexcept
+{
+    _out.append(_lineEnding);
+    if (_dialect != Dialect::Plain && _lineEnding.equals("\r"))
+        _out.append('\n');
 }
 
 bool ValueWriter::writeElements(Interfaces::Stripe& data, std::uint64_t count) noexcept

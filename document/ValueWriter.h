@@ -16,6 +16,13 @@ class ObjectRef;
 class Stream;
 class String;
 
+// How a file is written.
+enum class Dialect {
+    Plain,       // by what this library's reading keeps of values
+    Exact,       // so that the format and this library read what they read in the source
+    ExactTrailer // the same without a bracket pair in strings, which the way back over the trailer would count
+};
+
 // Where a text goes that takes the data of streams as bytes.
 class ByteOutlet {
 public:
@@ -34,8 +41,9 @@ class ValueWriter {
 public:
     // All must outlive the writer. `document` gives the data of streams. If there is an outlet, data that can be
     // had as bytes goes there, with the text before it; a failure of the outlet is false without a line.
-    ValueWriter(Document& document, const ::String& lineEnding, MemOutStrm& out, ByteOutlet* outlet = nullptr) noexcept
-        : _document(document), _lineEnding(lineEnding), _out(out), _outlet(outlet)
+    ValueWriter(Document& document, const ::String& lineEnding, Dialect dialect, MemOutStrm& out,
+        ByteOutlet* outlet = nullptr) noexcept
+        : _document(document), _lineEnding(lineEnding), _dialect(dialect), _out(out), _outlet(outlet)
     {
     }
 
@@ -47,8 +55,11 @@ private:
     void writeNumber(const Number& number) noexcept;
     void writeReference(const ObjectRef& reference) noexcept;
     bool writeString(const String& string) noexcept;
+    bool writeRemembered(const String& string) noexcept;
     bool writeLiteral(const ::String& text) noexcept;
-    void writeHexadecimal(const TConstArray<std::uint8_t>& bytes) noexcept;
+    bool writeOctal(unsigned int c) noexcept;
+    bool isOctal(unsigned int c) const noexcept;
+    void writeHexadecimal(const TConstArray<std::uint8_t>& bytes, bool hasOddDigit) noexcept;
     bool writeArray(const Array& array) noexcept;
     bool writeDictionary(Dictionary& dictionary) noexcept;
     bool writeEntries(const DictionaryObj& dictionary) noexcept;
@@ -56,11 +67,13 @@ private:
     bool writeEntry(const Ref<::String>& key, const Ref<Value>& value) noexcept;
     bool writeStream(Stream& stream) noexcept;
     bool writeStreamData(Interfaces::Stripe& data) noexcept;
+    void endStreamKeyword() noexcept;
     bool writeElements(Interfaces::Stripe& data, std::uint64_t count) noexcept;
     bool sendBytes(Interfaces::ByteReading& data, std::uint64_t count) noexcept;
 
     Document& _document;
     const ::String& _lineEnding;
+    const Dialect _dialect;
     MemOutStrm& _out;
     ByteOutlet* const _outlet;
 };
