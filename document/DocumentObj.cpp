@@ -48,6 +48,13 @@ bool DocumentObj::write(Ref<Interfaces::Stream> out) noexcept
     return FileWriter(*this, *_lineEnding, *out).write({_version, _objects, _trailer, _firstObjectId});
 }
 
+Ref<Dictionary> DocumentObj::writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept
+{
+    const ExactParts exact{_nextObjectId, _freeRows, _stripe->size(), isIdKept};
+    FileWriter writer(*this, *_lineEnding, out);
+    return writer.write({_version, _objects, _trailer, 0, &exact}) ? writer.trailer() : nullptr;
+}
+
 bool DocumentObj::changed() const noexcept
 {
     return _changed || std::any_of(_objects.begin(), _objects.end(), [](const Ref<PDF::Object>& object) {

@@ -36,9 +36,11 @@ public:
 
     // All objects, in table order.
     const std::vector<Ref<PDF::Object>>& objects() const noexcept { return _objects; }
-    // The free rows of the table that was read. What they say of their ids is lost in a written file.
+    // Of the table that was read, as `FileContent` has them.
     const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
+    // As `PDF::writeExactly`, to a stream of 4-byte elements.
+    Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
 
 private:
     // Stream data

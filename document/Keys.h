@@ -7,6 +7,7 @@ namespace Libraries::Files::PDF::Keys {
 
 inline const Ref<::String> acroForm = ::String::create("AcroForm");
 inline const Ref<::String> contents = ::String::create("Contents");
+inline const Ref<::String> id = ::String::create("ID");
 inline const Ref<::String> kids = ::String::create("Kids");
 inline const Ref<::String> length = ::String::create("Length");
 inline const Ref<::String> pages = ::String::create("Pages");

@@ -35,6 +35,15 @@ constexpr std::size_t lineStep = 65536;
 // The stored data of one stream that is cached, copied or written, in elements: 32 bits count it.
 constexpr std::uint64_t maxStreamSize = std::numeric_limits<std::uint32_t>::max();
 
+// The free rows of a table that is written for ids with gaps, 20 bytes each: as many times the source's bytes,
+// and as many bytes in any case. A file of one object may have the highest id there is.
+constexpr std::uint64_t maxFreeRows(std::uint64_t fileSize)
+{
+    constexpr std::uint64_t rowSize = 20;
+    constexpr std::uint64_t alwaysAllowed = 1 << 20;
+    return (fileSize < alwaysAllowed / maxReadings ? alwaysAllowed : maxReadings * fileSize) / rowSize;
+}
+
 // Levels of form fields, a field at the top being at level 1: building and releasing a tree recurses.
 constexpr std::size_t maxFieldLevels = 500;
 
