@@ -29,6 +29,13 @@ constexpr bool isSpace(std::uint32_t c)
     return c < 33;
 }
 
+// Of which these are what the standard names.
+constexpr bool isStandardSpace(std::uint32_t c)
+{
+    constexpr std::uint64_t six = 1ull << 0 | 1ull << 9 | 1ull << 10 | 1ull << 12 | 1ull << 13 | 1ull << 32;
+    return c < 33 && (six >> c & 1) != 0;
+}
+
 constexpr bool isLineEnd(std::uint32_t c)
 {
     return c == lineFeed || c == carriageReturn;

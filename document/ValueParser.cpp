@@ -104,7 +104,7 @@ private:
 
 } // namespace
 
-ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements)
+ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements), _aheadLeft(elements.size())
 {
     _elements.limit(Limits::maxElementsAtOnce(_elements.size()));
 }
@@ -124,12 +124,16 @@ Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, 
     if (Limits::isReadTooOften(_taken, size))
         return report.line("Objects overlap too often; offset: ", offset);
     _elements.limit(Limits::maxElementsAtOnce(size));
+    _id = id;
+    _trueEnd = 0;
     if (!readHeader(id, generation, offset))
         return nullptr;
     Ref<Value> value = readValue();
     if (!value)
         return report.line("Failed to read value of object ", id, " at ", offset);
     _taken += here() - offset;
+    if (value->type() != Value::Type::Dictionary && value->type() != Value::Type::Stream)
+        noteRest(_trueEnd ? _trueEnd : here(), value->type() == Value::Type::Number);
     return make<ObjectObj>(id, static_cast<std::uint16_t>(generation), std::move(value));
 }
 
@@ -160,7 +164,14 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
         return true;
     // Deliberate: the piece is looked for from the start of the line, so one that also appears in
     // the header is found there.
-    return _elements.seek(offset + _line.find(pieces[3]));
+    const std::size_t found = _line.find(pieces[3]);
+    const auto place = static_cast<std::size_t>(pieces[3].data() - _line.data());
+    if (found != place) {
+        _trueEnd = offset + place + pieces[3].size();
+        if (std::u32string_view(_line).substr(found, _line.find(U' ', found) - found) != pieces[3])
+            _notes.add(ReadingNote::HeaderValue, id, offset + place);
+    }
+    return _elements.seek(offset + found);
 }
 
 // Starts after the object header. A word leaves the stripe after the white space that ended it.
@@ -178,6 +189,8 @@ Ref<Value> ValueParser::readValue() noexcept
         const std::uint64_t position = here();
         if (previous == '<' && isHexDigit(c))
             return valueOr(readHexString(c), "Failed to read hex string in object at ", position - 1);
+        if (!word.empty() && (c == '<' || c == '(' || c == '/' || c == '['))
+            note(ReadingNote::GluedWord);
         if (previous == '<' && c == '<')
             return giveBack(2) ? readDictionaryOrStream() : nullptr;
         switch (c) {
@@ -232,11 +245,16 @@ Ref<DictionaryObj> ValueParser::readDictionary() noexcept
         return nullptr;
     std::uint32_t previous = 0;
     std::uint32_t c = 0;
-    do {
+    bool isAtStart = true;
+    while (c != '<' || previous != '<') {
+        // Right after another dictionary the search begins with its last ">".
+        if (previous != 0 && !Syntax::isSpace(previous) && !(isAtStart && previous == '>'))
+            note(ReadingNote::SkippedText);
+        isAtStart = isAtStart && previous == 0;
         previous = c;
         if (!next(c))
             return nullptr;
-    } while (c != '<' || previous != '<');
+    }
     const std::size_t first = _values.size();
     return readValueList(ListEnd::Dictionary) ? makeDictionary(first, position) : nullptr;
 }
@@ -255,7 +273,10 @@ Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t 
         entries.push_back({static_cast<const NameObj&>(*_values[i]).value(), std::move(_values[i + 1])});
     }
     _values.resize(first);
-    return make<DictionaryObj>(std::move(entries));
+    Ref<DictionaryObj> dictionary = make<DictionaryObj>(std::move(entries));
+    for (std::size_t i = dictionary->entries().size(); i < count / 2; ++i)
+        _notes.add(ReadingNote::RepeatedKey, _id, position);
+    return dictionary;
 }
 
 // Starts after "[", ends after "]".
@@ -276,16 +297,26 @@ Ref<ValueObj> ValueParser::readArray() noexcept
 Ref<Value> ValueParser::readStreamTail(Ref<Dictionary> dictionary) noexcept
 {
     constexpr std::u32string_view keyword = U"stream";
+    constexpr std::u32string_view end = U"endobj";
+    const std::uint64_t start = here();
+    std::uint64_t first = 0; // after the first of the characters
     std::u32string word;
     std::uint32_t c = 0;
     while (word.size() < keyword.size()) {
         if (!next(c))
             return nullptr;
-        if (!Syntax::isSpace(c))
+        if (!Syntax::isSpace(c)) {
+            first = word.empty() ? here() : first;
             word += char32_t(c);
+        }
     }
-    if (word != keyword)
+    if (word != keyword) {
+        if (word != end)
+            noteRest(start, false);
         return dictionary;
+    }
+    if (here() - first != keyword.size() - 1)
+        note(ReadingNote::StreamStart);
     std::uint64_t offset = 0;
     if (!readStreamStart(offset))
         return nullptr;
@@ -299,6 +330,8 @@ bool ValueParser::readStreamStart(std::uint64_t& offset) noexcept
     std::uint32_t c = 0;
     if (!next(c))
         return false;
+    if (c == ' ' || c == Syntax::tab)
+        note(ReadingNote::StreamStart);
     if (c == Syntax::lineFeed)
         offset += 1;
     if (c != Syntax::carriageReturn)
@@ -320,6 +353,8 @@ bool ValueParser::readValueList(ListEnd end) noexcept
         if (isComment) {
             isComment = !Syntax::isLineEnd(c);
         } else if (Syntax::isSpace(c)) {
+            if (!Syntax::isStandardSpace(c))
+                note(ReadingNote::ControlCharacter);
             if (!endWord(list, 1))
                 return false;
         } else if (c == '%') {
@@ -331,6 +366,7 @@ bool ValueParser::readValueList(ListEnd end) noexcept
                 return false;
         } else if (c == '<' || c == '(' || c == '[' || (previous == '<' && isHexDigit(c))) {
             // A pending word is not ended by these, and goes on after them.
+            noteOpener(list, c, previous);
             if (!readNested(c, previous))
                 return false;
         } else if (end == ListEnd::Dictionary && c == '>' && previous == '>') {
@@ -383,7 +419,18 @@ bool ValueParser::readNested(std::uint32_t opener, std::uint32_t previous) noexc
     if (!value)
         return report.line(message, position);
     _values.push_back(std::move(value));
+    if (_elements.isShown())
+        _nestedEnd = here();
     return true;
+}
+
+// Notes an opener that the format takes otherwise: one at a word, and a digit after a dictionary.
+void ValueParser::noteOpener(const List& list, std::uint32_t opener, std::uint32_t previous) noexcept
+{
+    const bool opens = opener != '<' || previous == '<';
+    const bool isDigit = opener != '<' && opener != '(' && opener != '[';
+    if ((opens && _words.size() != list.firstOfWord) || (isDigit && _elements.isShown() && here() - 1 == _nestedEnd))
+        note(ReadingNote::GluedWord);
 }
 
 // Adds the pending word of the list, if there is one, which ended `charactersAfter` before the present
@@ -429,12 +476,18 @@ bool ValueParser::addReference(const List& list, std::uint64_t position) noexcep
         const auto& number = static_cast<const NumberObj&>(*value);
         return number.intPart() <= limit && number.fracPart() == 0;
     };
+    const auto isOdd = [](const NumberObj& number) {
+        const NumberObj::Spelling spelling = number.spelling();
+        return number.intPart() < 0 || spelling.flags != 0 || spelling.fractionZeros != 0;
+    };
     const std::size_t count = _values.size();
     if (count < list.firstValue + 2 || !isWhole(_values[count - 1], Syntax::maxGeneration)
         || !isWhole(_values[count - 2], maxId))
         return report.line("Invalid object reference in array before ", position);
     const auto& id = static_cast<const NumberObj&>(*_values[count - 2]);
     const auto& generation = static_cast<const NumberObj&>(*_values[count - 1]);
+    if (isOdd(id) || isOdd(generation))
+        note(ReadingNote::Reference);
     Ref<ValueObj> reference = make<ObjectRefObj>(
         static_cast<std::uint32_t>(id.intPart()), static_cast<std::uint16_t>(generation.intPart()));
     _values.pop_back();
@@ -473,6 +526,8 @@ Ref<ValueObj> ValueParser::readLiteralString() noexcept
         case LiteralString::Step::More:
             break;
         case LiteralString::Step::End:
+            if (!_literal.endsAsMeant())
+                note(ReadingNote::StringEnd);
             return _literal.finish();
         case LiteralString::Step::LineEnd:
             return nullptr;
@@ -492,13 +547,72 @@ Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
     while (next(c)) {
         if (c == '>')
             return endHexString(std::move(bytes), pending);
-        if (!isHexDigit(c))
+        if (!isHexDigit(c)) {
+            if (!Syntax::isSpace(c))
+                note(ReadingNote::HexCharacter);
             continue;
+        }
         if (pending)
             bytes.push_back(static_cast<std::uint8_t>(digitValue(pending) << 4 | digitValue(c)));
         pending = pending ? 0 : c;
     }
     return nullptr;
+}
+
+std::uint32_t ValueParser::nextAhead() noexcept
+{
+    bool isComment = false;
+    for (std::uint32_t c = 0; _aheadLeft != 0 && next(c);) {
+        --_aheadLeft;
+        if (isComment)
+            isComment = !Syntax::isLineEnd(c);
+        else if (c == '%')
+            isComment = true;
+        else if (!Syntax::isSpace(c))
+            return c;
+    }
+    return 0;
+}
+
+bool ValueParser::passAhead(std::string_view keyword) noexcept
+{
+    std::uint32_t c = nextAhead();
+    std::size_t i = 0;
+    while (i < keyword.size() && c == static_cast<unsigned char>(keyword[i]))
+        if (++i < keyword.size() && !next(c))
+            return false;
+    return i == keyword.size();
+}
+
+// Notes what comes after the value of an object, which ends at `end`, unless that is the end of the object. Leaves
+// the elements where they are.
+void ValueParser::noteRest(std::uint64_t end, bool isNumber) noexcept
+{
+    if (!_elements.isShown())
+        return;
+    const std::uint64_t position = here();
+    _elements.seek(end);
+    if (!passAhead(Syntax::objectEnd)) {
+        _elements.seek(end);
+        const bool isStream = !isNumber && passAhead(Syntax::streamKeyword);
+        _elements.seek(end);
+        const bool isReference = isNumber && isReferenceAhead();
+        _notes.add(isStream ? ReadingNote::LostStream
+                : isReference ? ReadingNote::ObjectReference : ReadingNote::SecondValue, _id, end);
+    }
+    _elements.seek(position);
+}
+
+// Whether a generation and "R" come next.
+bool ValueParser::isReferenceAhead() noexcept
+{
+    std::uint32_t c = nextAhead();
+    if (c < '0' || c > '9')
+        return false;
+    while (c >= '0' && c <= '9')
+        if (!next(c))
+            return false;
+    return (Syntax::isSpace(c) ? nextAhead() : c) == 'R';
 }
 
 } // namespace Libraries::Files::PDF

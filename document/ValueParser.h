@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/LiteralString.h>
+#include <document/ReadingNotes.h>
 #include <platform/ElementReader.h>
 #include <values/ObjectObj.h>
 
@@ -19,6 +20,9 @@ class NameObj;
 // elements' present position and leaves it after what it consumed. A failure is null or false with a line at each
 // level; the codes are the caller's. What a single object, or the trailer, may take is limited (platform/Limits.h):
 // then the file counts as at its end. The grammar is in the source.
+//
+// What the format takes apart otherwise is noted on the way, and changes nothing. What comes after a value is looked
+// at only where the stripe shows its bytes.
 class ValueParser {
 public:
     // `elements` must outlive the parser.
@@ -32,6 +36,14 @@ public:
     Ref<DictionaryObj> readDictionary() noexcept;
     // The single value of an indirect object.
     Ref<Value> readValue() noexcept;
+
+    // Of all that was read.
+    ReadingNotes& notes() noexcept { return _notes; }
+    // The next element that is neither white space nor in a comment; 0 at the end. For looking ahead: all calls
+    // together read no more than the file has.
+    std::uint32_t nextAhead() noexcept;
+    // Whether the keyword comes next, after white space and comments; it is passed then.
+    bool passAhead(std::string_view keyword) noexcept;
 
 private:
     enum class ListEnd { Array, Dictionary };
@@ -59,6 +71,10 @@ private:
     Ref<ValueObj> readArray() noexcept;
     Ref<Value> readStreamTail(Ref<Dictionary> dictionary) noexcept;
     bool readStreamStart(std::uint64_t& offset) noexcept;
+    void note(ReadingNote note) noexcept { _notes.add(note, _id, here()); }
+    void noteOpener(const List& list, std::uint32_t opener, std::uint32_t previous) noexcept;
+    void noteRest(std::uint64_t end, bool isNumber) noexcept;
+    bool isReferenceAhead() noexcept;
     Ref<ValueObj> readName() noexcept;
     Ref<ValueObj> readLiteralString() noexcept;
     Ref<ValueObj> readHexString(std::uint32_t firstDigit) noexcept;
@@ -71,6 +87,11 @@ private:
     std::u32string _text;
     LiteralString _literal;
     std::uint64_t _taken = 0; // elements that objects were read from
+    ReadingNotes _notes;
+    std::uint32_t _id = 0;          // of the object that is being read
+    std::uint64_t _nestedEnd = 0;   // of the last nested value, where bytes are shown
+    std::uint64_t _trueEnd = 0;     // of a value that was found in the object's header; 0 for any other
+    std::uint64_t _aheadLeft = 0;   // elements that may still be looked at ahead
     unsigned _depth = 0; // of the arrays and dictionaries that are being read
 };
 

@@ -28,6 +28,8 @@ public:
     bool seek(std::uint64_t position) noexcept;
     std::uint64_t tell() const noexcept { return _shown ? _start + std::uint64_t(_byte - _bytes) : _stripe.tell(); }
     std::uint64_t size() const noexcept { return _stripe.size(); }
+    // Whether the stripe shows its bytes, so that looking ahead costs it nothing.
+    bool isShown() const noexcept { return _shown; }
     // Lets `count` more elements be read, after which the reader is at its end: what waits for a character
     // must not wait for ever on a stripe that never ends. One that shows its bytes ends where its size says.
     void limit(std::uint64_t count) noexcept { _left = count; }
