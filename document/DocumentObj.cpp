@@ -14,7 +14,7 @@ namespace Libraries::Files::PDF {
 DocumentObj::DocumentObj(Ref<Interfaces::Stripe> stripe, FileContent content) noexcept
     : _stripe(std::move(stripe)), _monitor(Mon::create()), _lineEnding(std::move(content.lineEnding)),
       _version(content.version), _nextObjectId(content.nextObjectId), _trailer(std::move(content.trailer)),
-      _freeRows(std::move(content.freeRows)), _firstObjectId(content.firstObjectId),
+      _notes(content.notes), _freeRows(std::move(content.freeRows)), _firstObjectId(content.firstObjectId),
       _objects(std::move(content.objects))
 {
 }

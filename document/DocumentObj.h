@@ -39,6 +39,8 @@ public:
     // Of the table that was read, as `FileContent` has them.
     const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
+    // As `PDF::readingNotes`.
+    ReadingNotes readingNotes() const noexcept;
     // As `PDF::writeExactly`, to a stream of 4-byte elements.
     Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
 
@@ -80,6 +82,7 @@ private:
     bool _changed = false; // objects were added
     std::uint32_t _nextObjectId;
     Ref<Dictionary> _trailer;
+    ReadingNotes _notes;            // of the opening
     std::vector<FreeRow> _freeRows; // of the file's table
     std::uint32_t _firstObjectId;   // of the table's subsection; the writer repeats it
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries

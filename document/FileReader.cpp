@@ -121,8 +121,8 @@ bool FileReader::readTrailer(FileContent& content, std::uint64_t& tableOffset) n
     const std::uint64_t afterStartXref = FileEnd::findStartXref(source, endMarker);
     if (afterStartXref == 0)
         return refuse(ErrNoStartXref);
-    const std::uint64_t afterTrailer = findTrailer(source, afterStartXref);
-    if (afterTrailer == 0)
+    _afterTrailer = findTrailer(source, afterStartXref);
+    if (_afterTrailer == 0)
         return refuse(ErrNoTrailerKeyword);
     if (!_elements.seek(afterStartXref))
         return refuse(ErrBadTrailer);
@@ -133,7 +133,7 @@ bool FileReader::readTrailer(FileContent& content, std::uint64_t& tableOffset) n
     if (!StrConv::num(StringUtil::trim(readLine(_elements)), &offset, nullptr))
         return refuse(ErrBadTrailer);
     tableOffset = offset;
-    if (!_elements.seek(afterTrailer))
+    if (!_elements.seek(_afterTrailer))
         return refuse(ErrBadTrailer);
     content.trailer = _parser.readDictionary();
     return content.trailer || refuse(ErrBadTrailer);
@@ -156,7 +156,18 @@ bool FileReader::readTable(std::uint64_t offset, std::uint32_t& firstObjectId) n
     for (unsigned long long i = 0; i < count; ++i)
         if (!_elements.readLine(line) || !readRow(line))
             return report.line("XRef entry ", i, " is invalid: ", ::String::create(line));
+    noteAfterTable();
     return true;
+}
+
+void FileReader::noteAfterTable() noexcept
+{
+    if (!_elements.isShown())
+        return;
+    const std::uint64_t end = _elements.tell();
+    const bool isTrailer = _parser.passAhead(Syntax::trailerKeyword);
+    if (!isTrailer || _elements.tell() != _afterTrailer)
+        _parser.notes().add(isTrailer ? ReadingNote::OtherTrailer : ReadingNote::Subsection, 0, end);
 }
 
 bool FileReader::readRow(std::u32string_view line) noexcept
@@ -194,6 +205,7 @@ bool FileReader::readObjects(FileContent& content) noexcept
         ++id;
     }
     content.nextObjectId = id;
+    content.notes = _parser.notes();
     return true;
 }
 

@@ -20,6 +20,7 @@ struct FileContent {
     std::uint32_t firstObjectId = 0;  // of the table's subsection
     std::uint32_t nextObjectId = 0;   // one past the last of the subsection
     std::vector<Ref<Object>> objects; // those in use, in table order
+    ReadingNotes notes;
     std::vector<FreeRow> freeRows;    // of the others, in table order
 };
 
@@ -46,11 +47,13 @@ private:
     bool readTrailer(FileContent& content, std::uint64_t& tableOffset) noexcept;
     bool readTable(std::uint64_t offset, std::uint32_t& firstObjectId) noexcept;
     bool readRow(std::u32string_view line) noexcept;
+    void noteAfterTable() noexcept;
     bool readObjects(FileContent& content) noexcept;
 
     ElementReader _elements;
     ValueParser _parser;
     std::vector<Row> _rows;
+    std::uint64_t _afterTrailer = 0; // the keyword
 };
 
 } // namespace Libraries::Files::PDF

@@ -51,4 +51,10 @@ Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const
     return TConstArray<std::uint32_t>::create(text.data(), text.size());
 }
 
+ReadingNotes readingNotes(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->readingNotes() : ReadingNotes();
+}
+
 } // namespace Libraries::Files::PDF

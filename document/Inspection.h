@@ -4,6 +4,7 @@
 #include <platform/TVector.h>
 
 #include <document/Document.h>
+#include <document/ReadingNotes.h>
 
 // What programs that look at a whole document need besides the operations of `Document`. For null all of
 // them leave `ErrNullArgument`, for a document that `Document::create` didn't make `ErrInvalidArgument`.
@@ -19,5 +20,10 @@ EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
 // stored, included, which counts as a call of `streamData`. Null when the value can't be written, with
 // `ErrInvalidArgument`, `ErrNoResource` or `ErrOutOfRange`, or with `ErrNullArgument` for a null value.
 EXPORTED Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept;
+
+// What the reading of the file took apart otherwise than the format. The opening notes it; only the ends of stream
+// data are looked at here, of streams whose data is still that of the file. Of a stripe that doesn't show its bytes
+// (`Interfaces::ShownBytes`) nothing is noted of what comes after values, data and the table.
+EXPORTED ReadingNotes readingNotes(const Ref<Document>& document) noexcept;
 
 } // namespace Libraries::Files::PDF
