@@ -2,8 +2,12 @@
 
 #include <tests/support/PdfText.h>
 
+#include <document/ExactWriting.h>
 #include <host/losses/Examine.h>
 #include <platform/Limits.h>
+#include <values/Exact.h>
+#include <values/NumberText.h>
+#include <values/StringObj.h>
 
 #include <sys/mman.h>
 
@@ -30,13 +34,15 @@ bool hasInString(const Ref<PDF::Value>& value, const char* piece)
     return has;
 }
 
-bool hasLongFraction(const Ref<PDF::Value>& value)
+// Whether a number in it has a fraction that is too large to be read, unless it remembers its word.
+bool hasLongFraction(const Ref<PDF::Value>& value, bool isExact)
 {
     constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
     bool has = false;
-    visitValues(value, [&has](const Ref<PDF::Value>& part) {
+    visitValues(value, [&has, isExact](const Ref<PDF::Value>& part) {
         const Ref<PDF::Number> number = PDF::valueAs<PDF::Number>(part);
-        has = has || (number && number->fracPart() > most);
+        const PDF::NumberObj* own = number && isExact ? PDF::spelledNumber(*number) : nullptr;
+        has = has || (number && number->fracPart() > most && !(own && PDF::wordOf(*own)));
     });
     return has;
 }
@@ -63,19 +69,27 @@ const char* reasonInValue(const Ref<PDF::Value>& value)
 {
     if (hasInString(value, "\\"))
         return "a backslash in a string: the reader drops the second of a pair";
-    if (hasLongFraction(value))
+    if (hasLongFraction(value, false))
         return "a fraction that was negative is written as a number that is too large";
     if (depthOf(value) > Limits::maxNesting)
         return "values that were put deeper than a file may have them";
     return nullptr;
 }
 
-const char* reasonInStream(const Ref<PDF::Document>& document, const Ref<PDF::StreamObj>& stream)
+// Whether the stream says how long its data is. One that shares its Length with another may not.
+bool hasOwnLength(const Ref<PDF::Document>& document, const Ref<PDF::StreamObj>& stream)
 {
     const Ref<Interfaces::Stripe> data = stream->strmData();
     const Ref<PDF::Number> length = numberIn(document, stream->dict(), "Length");
-    if (!data || !length || length->fracPart() != 0 || static_cast<std::uint64_t>(length->intPart()) != data->size())
+    return data && length && length->fracPart() == 0
+        && static_cast<std::uint64_t>(length->intPart()) == data->size();
+}
+
+const char* reasonInStream(const Ref<PDF::Document>& document, const Ref<PDF::StreamObj>& stream)
+{
+    if (!hasOwnLength(document, stream))
         return "a Length that streams share and that is not this one's";
+    const Ref<Interfaces::Stripe> data = stream->strmData();
     std::uint32_t c = 0;
     const std::uint64_t place = data->tell();
     const bool beginsWithLineFeed = data->seek(0) == 0 && data->size() != 0 && readElement(*data, c) && c == '\n';
@@ -106,12 +120,19 @@ std::optional<std::string> write(const Ref<PDF::Document>& document, bool isWhol
     return isWritten ? std::optional(out->bytes()) : std::nullopt;
 }
 
+// Whether the data of all streams can be had.
+bool isDataThere(const Ref<PDF::Document>& document, std::string_view file)
+{
+    bool isThere = true;
+    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
+        isThere = isThere && (stream->strmData() || storedIn(file, document, stream));
+    return isThere;
+}
+
 // The same twice; a save is no change.
 std::optional<std::string> writeTwice(const Ref<PDF::Document>& document, std::string_view file)
 {
-    bool isWhole = true;
-    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
-        isWhole = isWhole && (stream->strmData() || storedIn(file, document, stream));
+    const bool isWhole = isDataThere(document, file);
     const bool wasChanged = document->changed();
     const std::optional<std::string> written = write(document, isWhole);
     require(document->changed() == wasChanged, "a save is no change");
@@ -126,6 +147,86 @@ void checkReopened(const std::string& written, const char* reason)
     require(again || reason, "a written file opens");
     if (again && !reason)
         require(write(again, true) == written, "a written file comes back as it is");
+}
+
+// An exact file, and the trailer that it should have.
+struct ExactFile {
+    std::string bytes;
+    Ref<PDF::Dictionary> trailer;
+};
+
+std::optional<ExactFile> writeExactly(const Ref<PDF::Document>& document)
+{
+    const Ref<Tests::TestStripe> out = make<Tests::TestStripe>("");
+    const Ref<PDF::Dictionary> trailer = ask("write exactly", {ErrWriteObject, ErrOutOfRange},
+        [&] { return PDF::writeExactly(document, out); });
+    require(trailer || Error::get() != ErrOutOfRange || out->bytes().empty(), "gaps are refused before a write");
+    return trailer ? std::optional(ExactFile{out->bytes(), trailer}) : std::nullopt;
+}
+
+// Whether it is a string whose source has a bracket pair, which the search for the trailer's keyword counts.
+bool hasPairInSource(const Ref<PDF::Value>& value)
+{
+    bool has = false;
+    visitValues(value, [&has](const Ref<PDF::Value>& part) {
+        const Ref<PDF::StringObj> string = part.cast<PDF::StringObj>();
+        const auto source = string ? string->source() : nullptr;
+        const std::string text = source ? std::string(source->data(), source->data() + source->size()) : "";
+        has = has || text.find("<<") != text.npos || text.find(">>") != text.npos;
+    });
+    return has;
+}
+
+// Whether an exact file may come back otherwise, or not at all.
+bool isExcused(const Ref<PDF::Document>& document)
+{
+    const auto isOdd = [](const Ref<PDF::Value>& value) {
+        return hasLongFraction(value, true) || depthOf(value) > Limits::maxNesting;
+    };
+    bool isExcused = isOdd(document->trailer()) || hasPairInSource(document->trailer());
+    for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
+        isExcused = isExcused || !hasOwnLength(document, stream);
+    for (const Ref<PDF::Object>& object : PDF::objectsOf(document))
+        isExcused = isExcused || isOdd(object->value());
+    return isExcused;
+}
+
+void requireSame(const Ref<PDF::Document>& before, const Ref<PDF::Document>& after)
+{
+    const auto written = PDF::objectsAsWritten(before);
+    const auto read = PDF::objectsAsWritten(after);
+    require(written.size() == read.size(), "an exact file has all objects");
+    for (std::size_t i = 0; i < written.size(); ++i)
+        require(written[i]->id() == read[i]->id() && written[i]->generation() == read[i]->generation()
+                && PDF::isSameExactly(written[i]->value(), read[i]->value()),
+            "an exact file has every object as it was");
+}
+
+// Writes an exact file twice, opens it, and compares.
+void checkExact(const Ref<PDF::Document>& document, std::string_view file, Allowance& allowance)
+{
+    constexpr std::uint64_t rowSize = 20;
+    const auto objects = PDF::objectsAsWritten(document);
+    const std::uint64_t rows = objects.empty() ? 0 : objects.back()->id();
+    const std::uint64_t rowElements = rows > Limits::maxFreeRows(file.size()) + objects.size() ? 0 : rows * rowSize;
+    if (!allowance.hasElements(3 * (elementsToWrite(document, file) + rowElements)))
+        return;
+    const bool isWhole = isDataThere(document, file);
+    const std::optional<ExactFile> written = writeExactly(document);
+    require(isWhole || !written, "an exact file is written only when the data of all streams can be had");
+    require(written || !isWhole || Error::get() == ErrOutOfRange, "an exact file is written unless ids have large gaps");
+    if (!written)
+        return;
+    require(writeExactly(document)->bytes == written->bytes, "a document writes the same exact file twice");
+    if (isExcused(document))
+        return;
+    const Ref<PDF::Document> again = openFile(written->bytes);
+    require(bool(again), "an exact file opens");
+    requireSame(document, again);
+    require(PDF::isSameExactly(Ref<PDF::Value>(written->trailer), Ref<PDF::Value>(again->trailer())),
+        "an exact file has the trailer that was told");
+    const std::optional<ExactFile> second = writeExactly(again);
+    require(second && second->bytes == written->bytes, "an exact file comes back as it is");
 }
 
 // A file of the system's with these bytes, and without a name.
@@ -184,6 +285,7 @@ void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowanc
 {
     if (!allowance.hasElements(2 * elementsToWrite(document, file)))
         return;
+    checkExact(document, file, allowance);
     const std::optional<std::string> written = writeTwice(document, file);
     if (!written)
         return;
@@ -196,6 +298,7 @@ void checkExamined(Ref<PDF::Document> document, std::string_view file, Allowance
 {
     if (!allowance.hasElements(3 * elementsToWrite(document, file)))
         return;
+    checkExact(document, file, allowance);
     const std::optional<std::string> written = writeTwice(document, file);
     document = nullptr;
     const auto examination = Host::examine(fileOf(file));

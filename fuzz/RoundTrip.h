@@ -13,7 +13,8 @@ Ref<PDF::Document> openFile(std::string_view file) noexcept;
 const char* reasonForLoss(const Ref<PDF::Document>& document, std::uint32_t first) noexcept;
 
 // Writes the document, opens what was written, and writes that: the two files must be the same. A document
-// is written unless the data of a stream can't be had. `file` is what it was opened from.
+// is written unless the data of a stream can't be had. `file` is what it was opened from. An exact file must give
+// back every value in its exact form besides, and is written unless the ids leave too large gaps.
 void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept;
 
 // The same for a document that is as it was opened: what comes back otherwise must be among the losses that an
