@@ -162,10 +162,10 @@ bool FileReader::readTable(std::uint64_t offset, std::uint32_t& firstObjectId) n
 
 void FileReader::noteAfterTable() noexcept
 {
-    if (!_elements.isShown())
+    if (!_parser.ahead().isPossible())
         return;
     const std::uint64_t end = _elements.tell();
-    const bool isTrailer = _parser.passAhead(Syntax::trailerKeyword);
+    const bool isTrailer = _parser.ahead().pass(Syntax::trailerKeyword);
     if (!isTrailer || _elements.tell() != _afterTrailer)
         _parser.notes().add(isTrailer ? ReadingNote::OtherTrailer : ReadingNote::Subsection, 0, end);
 }

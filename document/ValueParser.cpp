@@ -104,7 +104,7 @@ private:
 
 } // namespace
 
-ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements), _aheadLeft(elements.size())
+ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements), _ahead(elements)
 {
     _elements.limit(Limits::maxElementsAtOnce(_elements.size()));
 }
@@ -559,60 +559,23 @@ Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
     return nullptr;
 }
 
-std::uint32_t ValueParser::nextAhead() noexcept
-{
-    bool isComment = false;
-    for (std::uint32_t c = 0; _aheadLeft != 0 && next(c);) {
-        --_aheadLeft;
-        if (isComment)
-            isComment = !Syntax::isLineEnd(c);
-        else if (c == '%')
-            isComment = true;
-        else if (!Syntax::isSpace(c))
-            return c;
-    }
-    return 0;
-}
-
-bool ValueParser::passAhead(std::string_view keyword) noexcept
-{
-    std::uint32_t c = nextAhead();
-    std::size_t i = 0;
-    while (i < keyword.size() && c == static_cast<unsigned char>(keyword[i]))
-        if (++i < keyword.size() && !next(c))
-            return false;
-    return i == keyword.size();
-}
-
 // Notes what comes after the value of an object, which ends at `end`, unless that is the end of the object. Leaves
 // the elements where they are.
 void ValueParser::noteRest(std::uint64_t end, bool isNumber) noexcept
 {
-    if (!_elements.isShown())
+    if (!_ahead.isPossible())
         return;
     const std::uint64_t position = here();
     _elements.seek(end);
-    if (!passAhead(Syntax::objectEnd)) {
+    if (!_ahead.pass(Syntax::objectEnd)) {
         _elements.seek(end);
-        const bool isStream = !isNumber && passAhead(Syntax::streamKeyword);
+        const bool isStream = !isNumber && _ahead.pass(Syntax::streamKeyword);
         _elements.seek(end);
-        const bool isReference = isNumber && isReferenceAhead();
+        const bool isReference = isNumber && _ahead.passReferenceEnd();
         _notes.add(isStream ? ReadingNote::LostStream
                 : isReference ? ReadingNote::ObjectReference : ReadingNote::SecondValue, _id, end);
     }
     _elements.seek(position);
-}
-
-// Whether a generation and "R" come next.
-bool ValueParser::isReferenceAhead() noexcept
-{
-    std::uint32_t c = nextAhead();
-    if (c < '0' || c > '9')
-        return false;
-    while (c >= '0' && c <= '9')
-        if (!next(c))
-            return false;
-    return (Syntax::isSpace(c) ? nextAhead() : c) == 'R';
 }
 
 } // namespace Libraries::Files::PDF

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/LiteralString.h>
+#include <document/LookAhead.h>
 #include <document/ReadingNotes.h>
 #include <platform/ElementReader.h>
 #include <values/ObjectObj.h>
@@ -39,11 +40,8 @@ public:
 
     // Of all that was read.
     ReadingNotes& notes() noexcept { return _notes; }
-    // The next element that is neither white space nor in a comment; 0 at the end. For looking ahead: all calls
-    // together read no more than the file has.
-    std::uint32_t nextAhead() noexcept;
-    // Whether the keyword comes next, after white space and comments; it is passed then.
-    bool passAhead(std::string_view keyword) noexcept;
+    // For all who look ahead in these elements.
+    LookAhead& ahead() noexcept { return _ahead; }
 
 private:
     enum class ListEnd { Array, Dictionary };
@@ -74,7 +72,6 @@ private:
     void note(ReadingNote note) noexcept { _notes.add(note, _id, here()); }
     void noteOpener(const List& list, std::uint32_t opener, std::uint32_t previous) noexcept;
     void noteRest(std::uint64_t end, bool isNumber) noexcept;
-    bool isReferenceAhead() noexcept;
     Ref<ValueObj> readName() noexcept;
     Ref<ValueObj> readLiteralString() noexcept;
     Ref<ValueObj> readHexString(std::uint32_t firstDigit) noexcept;
@@ -91,7 +88,7 @@ private:
     std::uint32_t _id = 0;          // of the object that is being read
     std::uint64_t _nestedEnd = 0;   // of the last nested value, where bytes are shown
     std::uint64_t _trueEnd = 0;     // of a value that was found in the object's header; 0 for any other
-    std::uint64_t _aheadLeft = 0;   // elements that may still be looked at ahead
+    LookAhead _ahead;
     unsigned _depth = 0; // of the arrays and dictionaries that are being read
 };
 
