@@ -215,7 +215,8 @@ void FileWriter::writeValue(const Ref<Value>& value, Dialect dialect, const Mess
     if (_hasFailed)
         return;
     _value.clear();
-    const bool isText = ValueWriter(_document, _lineEnding, dialect, _value, _bytesOut ? this : nullptr).writeValue(value);
+    ValueWriter writer(_document, _lineEnding, dialect, _value, _bytesOut ? this : nullptr);
+    const bool isText = writer.writeValue(value);
     if (!isText && !_hasFailed)
         fail("Failed to convert value to buffer");
     if (isText)

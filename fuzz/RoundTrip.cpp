@@ -214,7 +214,8 @@ void checkExact(const Ref<PDF::Document>& document, std::string_view file, Allow
     const bool isWhole = isDataThere(document, file);
     const std::optional<ExactFile> written = writeExactly(document);
     require(isWhole || !written, "an exact file is written only when the data of all streams can be had");
-    require(written || !isWhole || Error::get() == ErrOutOfRange, "an exact file is written unless ids have large gaps");
+    require(written || !isWhole || Error::get() == ErrOutOfRange,
+        "an exact file is written unless ids have large gaps");
     if (!written)
         return;
     require(writeExactly(document)->bytes == written->bytes, "a document writes the same exact file twice");

@@ -50,9 +50,11 @@ void expectSame(const Ref<PDF::Document>& before, const Ref<PDF::Document>& afte
 
 TEST(ExactWriting, theFileSaysWhatItsSourceSaid)
 {
-    const std::string values = "[ 1.05 -0.5 .50 +1 5. 007 1.-5 -0 (a\\\\b) (\x80\x81) (\\201) (a\\134b) <485> <9> /A#20B ]";
+    const std::string values
+        = "[ 1.05 -0.5 .50 +1 5. 007 1.-5 -0 (a\\\\b) (\x80\x81) (\\201) (a\\134b) <485> <9> /A#20B ]";
     for (const std::string ending : {"\n", "\r", "\r\n"}) {
-        const Ref<PDF::Document> document = open(PdfText(ending).pages().object(3, values).stream(4, "_data").stream(5, ""));
+        const Ref<PDF::Document> document
+            = open(PdfText(ending).pages().object(3, values).stream(4, "_data").stream(5, ""));
         objectOf(document, 4)->value().cast<PDF::StreamObj>()->strmData(make<TestStripe>("\ndata"));
         const std::string file = writtenExactly(document);
         const std::string afterKeyword = ending == "\r" ? "\r\n" : ending;
@@ -72,18 +74,20 @@ TEST(ExactWriting, theTableFitsTheIds)
 {
     const std::string start = "%PDF-1.4\n1 0 obj\n1\nendobj\n5 2 obj\n5\nendobj\n";
     const auto file = [&start](const std::string& table) {
-        return start + "xref\n" + table + "trailer\n<< /Size 99 >>\nstartxref\n" + std::to_string(start.size()) + "\n%%EOF";
+        return start + "xref\n" + table + "trailer\n<< /Size 99 >>\nstartxref\n" + std::to_string(start.size())
+            + "\n%%EOF";
     };
     const std::string one = "0000000015 00000 n \n";
     const std::string five = "0000000032 00002 n \n";
     const std::tuple<const char*, std::string, std::string, std::string> cases[] = { // rule, table, its new one, Size
         {"gaps are linked free rows", "0 6\n0 65535 f\n9 0 n\n0 0 f\n0 0 f\n0 0 f\n26 2 n\n",
-            "0 6\n0000000002 65535 f \n" + one + "0000000003 00000 f \n0000000004 00000 f \n0000000000 00000 f \n" + five,
+            "0 6\n0000000002 65535 f \n" + one + "0000000003 00000 f \n0000000004 00000 f \n0000000000 00000 f \n"
+                + five,
             "6"},
         {"generations stay, those of rows at the end too",
             "0 8\n9 7 f\n9 0 n\n0 1 f\n0 65535 f\n0 0 f\n26 2 n\n0 4 f\n0 0 f\n",
-            "0 8\n0000000002 00007 f \n" + one + "0000000003 00001 f \n0000000004 65535 f \n0000000006 00000 f \n" + five
-                + "0000000007 00004 f \n0000000000 00000 f \n",
+            "0 8\n0000000002 00007 f \n" + one + "0000000003 00001 f \n0000000004 65535 f \n0000000006 00000 f \n"
+                + five + "0000000007 00004 f \n0000000000 00000 f \n",
             "8"},
         {"a table begins at 0", "5 1\n26 2 n\n",
             "0 6\n0000000001 65535 f \n0000000002 00000 f \n0000000003 00000 f \n0000000004 00000 f \n"
@@ -103,7 +107,8 @@ TEST(ExactWriting, theTableFitsTheIds)
         EXPECT_EQ(writtenExactly(again), exact) << rule;
     }
     // An object with the id 0 has its row, as in its source.
-    const std::string zero = "%PDF-1.4\n0 0 obj\n1\nendobj\nxref\n0 2\n9 0 n\n0 3 f\ntrailer\n<< >>\nstartxref\n26\n%%EOF";
+    const std::string zero
+        = "%PDF-1.4\n0 0 obj\n1\nendobj\nxref\n0 2\n9 0 n\n0 3 f\ntrailer\n<< >>\nstartxref\n26\n%%EOF";
     EXPECT_EQ(tableOf(writtenExactly(open(zero))), "0 2\n0000000015 00000 n \n0000000000 00003 f \n");
 }
 

@@ -79,7 +79,8 @@ TEST(ReadingNotes, tellWhatTheFormatTakesApartOtherwise)
 
 TEST(ReadingNotes, ofHeadersAndTables)
 {
-    const auto file = [](const std::string& line, const std::string& table = "3 1\n9 0 n\n", const std::string& rest = "") {
+    const auto file = [](const std::string& line, const std::string& table = "3 1\n9 0 n\n",
+                          const std::string& rest = "") {
         return "%PDF-1.4\n" + line + "\nxref\n" + table + rest + "trailer\n<< /A 1 >>\nstartxref\n"
             + std::to_string(10 + line.size()) + "\n%%EOF";
     };
