@@ -2,6 +2,7 @@
 
 import math
 import os
+import shutil
 import statistics
 import subprocess
 import sys
@@ -53,8 +54,9 @@ class Measurement:
 
 
 class Measurer:
-    def __init__(self, folder, files, scratch, rounds):
+    def __init__(self, folder, tools, files, scratch, rounds):
         self.folder = folder    # of the programs
+        self.tools = tools      # the folder of those that are installed
         self.files = files      # the folder for what is generated
         self.scratch = scratch  # the folder for what is written
         self.rounds = rounds
@@ -134,6 +136,28 @@ class Measurer:
         faults = self.faults_of(operation, source, foreign, {letter: jobs[letter] for letter in complete}, complete)
         return Measurement(complete, self.add_faults(faults) and len(complete) == len(runs))
 
+    def measure_saving(self, programs, workload, count):
+        """The same of whole programs, whose commands come by letter; one that isn't installed is left out."""
+        source = self.file_of(workload, count)
+        print(f"saving {source.stem}", file=sys.stderr, flush=True)
+        places = {"tools": self.tools, "source": source}
+        commands = {letter: [[word.format(**places, out=self.written_by(letter)) for word in words] for words in found]
+                    for letter, found in programs.items()}
+        letters = [letter for letter, found in commands.items() if all(shutil.which(words[0]) for words in found)]
+        if "ours" not in letters:
+            sys.exit(f"compare: there is no files-pdf-rewrite in {self.tools}")
+        runs = {letter: [] for letter in letters}
+        for number in range(self.rounds):
+            shift = number % len(letters)
+            for letter in letters[shift:] + letters[:shift]:
+                run = run_commands(commands[letter])
+                runs[letter].append(run)
+                self.raw.append(["saving", source.stem, letter, number, run.seconds, run.peak])
+        faults = written_faults("rewrite", source, None, [self.written_by("ours")])
+        for letter in letters:
+            self.written_by(letter).unlink()
+        return Measurement(runs, self.add_faults(faults))
+
     def written_by(self, program):
         return self.scratch / f"out-{program}.pdf"
 
@@ -164,6 +188,20 @@ class Measurer:
         """How much of the machine's processor time since the start went to what isn't ours, in percent."""
         (busy, whole, own), start = processor_seconds(), self.start
         return max(0.0, 100 * (busy - start[0] - (own - start[2])) / max(whole - start[1], 1e-6))
+
+
+def run_commands(commands):
+    """One command after the other, as one run."""
+    seconds, peak = 0, 0
+    for words in commands:
+        process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        if process.returncode != 0:
+            sys.exit(f"compare: {' '.join(words)}: status {process.returncode}")
+        seconds += usage.ru_utime + usage.ru_stime
+        peak = max(peak, 1024 * usage.ru_maxrss)
+    return Run(seconds, peak, {})
 
 
 def disagreements(runs, names, operation, source):
