@@ -8,14 +8,6 @@ const char* identifierOf(Host::LossKind kind)
 {
     using enum Host::LossKind;
     switch (kind) {
-    case FractionZeros: return "fractionZeros";
-    case NumberSign: return "numberSign";
-    case RawBytes: return "rawBytes";
-    case UndefinedOctals: return "undefinedOctals";
-    case DoubledBackslash: return "doubledBackslash";
-    case ReopenedBackslash: return "reopenedBackslash";
-    case TrailerBrackets: return "trailerBrackets";
-    case OddDigits: return "oddDigits";
     case GluedWord: return "gluedWord";
     case ObjectReference: return "objectReference";
     case EarlyValue: return "earlyValue";
@@ -27,7 +19,6 @@ const char* identifierOf(Host::LossKind kind)
     case EarlierRevision: return "earlierRevision";
     case ObjectStream: return "objectStream";
     case LostReference: return "lostReference";
-    case ShiftedRow: return "shiftedRow";
     case Encryption: return "encryption";
     case Comment: return "comment";
     }

@@ -1,12 +1,12 @@
 #include <host/losses/Examine.h>
 
+#include <document/ExactWriting.h>
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/files/Open.h>
 #include <host/losses/FormatComparison.h>
 #include <host/losses/ObjectExamination.h>
 #include <host/losses/PartialMarks.h>
-#include <host/losses/ShiftedRows.h>
 #include <platform/Limits.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
@@ -24,11 +24,17 @@ constexpr std::uint64_t maxOffset = 9'999'999'999; // of ten digits
 const Refusal endless{Reason::LimitReached, "has objects that overlap too often to be examined"};
 
 // Accepts a written file and keeps nothing but its size.
-class Counter final : public ::Object, public virtual Interfaces::Stream {
+class Counter final : public ::Object, public virtual Interfaces::Stream, public virtual Interfaces::ByteWriting {
 public:
     std::uint64_t elementSize() const noexcept override { return sizeof(std::uint32_t); }
     std::uint64_t read(BufferDesc&, std::uint64_t, std::uint32_t) noexcept override { return 0; }
     std::uint64_t write(BufferDesc&, std::uint64_t count, std::uint32_t) noexcept override
+    {
+        _count += count;
+        return count;
+    }
+    bool takesBytes() const noexcept override { return true; }
+    std::uint64_t writeBytes(const void*, std::uint64_t count) noexcept override
     {
         _count += count;
         return count;
@@ -53,19 +59,6 @@ void examineHeader(FileExamination& file)
     }
 }
 
-// Gives a message about the first row of the new table that stands for the number of another object.
-std::string examineRows(FileExamination& file)
-{
-    const std::vector<ShiftedRow> shifted = shiftedRows(file.document(), file.chain().first());
-    for (const auto& [object, row] : shifted) {
-        const auto source = file.chain().rows().find(object->id());
-        const std::uint64_t offset = source == file.chain().rows().end() ? 0 : source->second.offset;
-        file.setObject(*object);
-        file.add(LossKind::ShiftedRow, offset, nameOf(*object), "row " + std::to_string(row));
-    }
-    return shifted.empty() ? std::string() : shiftedRowMessage(shifted.front());
-}
-
 // Takes out what is examined on its own, and the Size, which every save makes anew.
 void removeMarks(FormatValue& trailer)
 {
@@ -81,27 +74,12 @@ void removeMarks(FormatValue& trailer)
     trailer.parts = std::move(parts);
 }
 
-// Whether the reader, which looks for the keyword before a trailer by counting brackets backwards, those in strings
-// included, skips exactly the trailer.
-bool isPassedOver(const std::string& trailer)
-{
-    std::int64_t depth = 0;
-    for (std::size_t i = trailer.size(); i-- > 1;) {
-        const std::string_view pair(trailer.data() + i - 1, 2);
-        depth += pair == ">>";
-        depth -= pair == "<<";
-        if (depth == 0 && pair == "<<")
-            return i == 1;
-    }
-    return false;
-}
-
 void examineTrailer(FileExamination& file)
 {
     if (file.chain().trailer().kind == FormatValue::Kind::Nothing)
         return; // the library found one without the table
     SourceText& text = file.text();
-    const auto elements = writtenText(file.document(), file.document()->trailer());
+    const auto elements = exactText(file.document(), file.document()->trailer());
     const std::string bytes = elements ? bytesOf(*elements) : std::string();
     SourceText writtenBytes(bytes);
     FormatValue written = FormatReader(writtenBytes, 0).readValue();
@@ -123,9 +101,6 @@ void examineTrailer(FileExamination& file)
     file.addLostReferences(meant);
     removeMarks(meant);
     removeMarks(written);
-    if (!isPassedOver(bytes))
-        file.add(LossKind::TrailerBrackets, meant.begin, text.slice(meant.begin, meant.end, Limits::maxLossText),
-            writtenBytes.slice(written.begin, written.end, Limits::maxLossText));
     FormatComparison(text, writtenBytes, file.lossTemplate(), file.losses()).compare(meant, written);
 }
 
@@ -158,15 +133,17 @@ Result<Examination> examine(FileExamination& file)
             return endless;
     }
     Examination result;
-    result.tableProblem = examineRows(file);
     examineTrailer(file);
     examineMissing(file);
     if (file.isEndless())
         return endless;
     const Ref<Counter> counter = make<Counter>();
-    if (file.losses().count(LossKind::Unwritable) == 0 && file.document()->write(counter))
+    const bool isWritable = file.losses().count(LossKind::Unwritable) == 0;
+    if (isWritable && writeExactly(file.document(), counter))
         result.size = counter->count();
-    if (result.tableProblem.empty() && result.size > maxOffset)
+    else if (isWritable && Error::get() == ErrOutOfRange)
+        result.tableProblem = "the object numbers leave gaps that are too large for a table";
+    if (result.size > maxOffset)
         result.tableProblem = "the new file would be larger than the ten digits of an offset can express";
     result.losses = std::move(file.losses());
     return result;

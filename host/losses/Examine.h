@@ -13,8 +13,8 @@ struct Examination {
     Losses losses;
     // Of the new file, in bytes; 0 when it can't be written.
     std::uint64_t size = 0;
-    // Why the new file's table would not fit its objects: numbers that are not consecutive from the
-    // table's first on, or offsets of more than ten digits. Empty when it would fit.
+    // Why the new file can't have a table: gaps between the numbers of objects that are too large, or offsets of more
+    // than ten digits. Empty when it can.
     std::string tableProblem;
 };
 

@@ -12,28 +12,10 @@ using Kind = FormatValue::Kind;
 
 const FormatValue nothing;
 
-// Why two scalars of one kind differ, as far as the way in which the first is written shows it.
-LossKind kindOfScalar(const FormatValue& meant, const FormatValue& written)
-{
-    constexpr std::pair<FormatValue::Trait, LossKind> causes[] = {
-        {FormatValue::LeadingZeros, LossKind::FractionZeros},
-        {FormatValue::RawBytes, LossKind::RawBytes},
-        {FormatValue::DoubledBackslashes, LossKind::DoubledBackslash},
-        {FormatValue::UndefinedOctals, LossKind::UndefinedOctals},
-        {FormatValue::OddDigits, LossKind::OddDigits},
-    };
-    for (const auto& [trait, kind] : causes)
-        if (meant.is(trait))
-            return kind;
-    const bool isNumber = meant.kind == Kind::Number;
-    return isNumber && meant.text == "-" + written.text ? LossKind::NumberSign : LossKind::OtherValue;
-}
-
 LossKind kindOf(const FormatValue& meant, const FormatValue& written)
 {
-    if (meant.kind == written.kind && meant.parts.empty())
-        return kindOfScalar(meant, written);
-    return meant.is(FormatValue::GluedWord) ? LossKind::GluedWord : LossKind::OtherValue;
+    const bool isScalar = meant.kind == written.kind && meant.parts.empty();
+    return meant.isGlued && !isScalar ? LossKind::GluedWord : LossKind::OtherValue;
 }
 
 } // namespace
@@ -56,8 +38,6 @@ void FormatComparison::compare(const FormatValue& meant, const FormatValue& writ
         compareArrays(meant, written);
     else if (meant.kind == Kind::Dictionary)
         compareDictionaries(meant, written);
-    else if (meant.is(FormatValue::Backslash))
-        add(LossKind::ReopenedBackslash, meant, written);
 }
 
 // A word that was glued together with others shifts all that follows: then the list is one loss.
@@ -66,7 +46,7 @@ void FormatComparison::compareArrays(const FormatValue& meant, const FormatValue
     const auto isOfKind = [](const FormatValue& a, const FormatValue& b) { return a.kind == b.kind; };
     const bool isAlike = std::equal(
         meant.parts.begin(), meant.parts.end(), written.parts.begin(), written.parts.end(), isOfKind);
-    if (meant.parts.size() != written.parts.size() || (!isAlike && meant.is(FormatValue::GluedWord))) {
+    if (meant.parts.size() != written.parts.size() || (!isAlike && meant.isGlued)) {
         add(kindOf(meant, written), meant, written);
         return;
     }
@@ -104,7 +84,7 @@ void FormatComparison::compareDictionaries(const FormatValue& meant, const Forma
         return a.first == b.first && a.second->kind == b.second->kind;
     };
     const bool isAlike = std::equal(own.begin(), own.end(), other.begin(), other.end(), isOfKind);
-    if (!isAlike && meant.is(FormatValue::GluedWord)) {
+    if (!isAlike && meant.isGlued) {
         add(LossKind::GluedWord, meant, written);
         return;
     }

@@ -1,8 +1,6 @@
 #include <host/losses/FormatReader.h>
 
-#include <document/Syntax.h>
 #include <host/base/Characters.h>
-#include <platform/Limits.h>
 #include <platform/Limits.h>
 
 #include <algorithm>
@@ -11,7 +9,6 @@ namespace Host {
 
 namespace {
 
-namespace Syntax = Libraries::Files::PDF::Syntax;
 using Kind = FormatValue::Kind;
 
 bool isLineEnd(int c)
@@ -60,8 +57,6 @@ bool makeNumber(FormatValue& word)
         return false;
     whole.erase(0, whole.find_first_not_of('0'));
     fraction.erase(fraction.find_last_not_of('0') + 1);
-    if (!fraction.empty() && fraction[0] == '0')
-        word.traits |= FormatValue::LeadingZeros;
     const bool isZero = whole.empty() && fraction.empty();
     word.kind = Kind::Number;
     word.text = (isNegative && !isZero ? "-" : "") + (whole.empty() ? "0" : whole)
@@ -234,8 +229,7 @@ void FormatReader::readList(FormatValue& list, std::string_view end) noexcept
     for (skipSpace(); here() != SourceText::end && !_text.isAt(_position, end); skipSpace()) {
         FormatValue part = readPart();
         const bool isWord = part.kind != Kind::Array && part.kind != Kind::Dictionary;
-        if (isWord && part.is(FormatValue::GluedWord))
-            list.traits |= FormatValue::GluedWord;
+        list.isGlued = list.isGlued || (isWord && part.isGlued);
         if (part.text != "R" || part.kind != Kind::Nothing || !makeReference(list.parts, part))
             list.parts.push_back(std::move(part));
     }
@@ -268,8 +262,7 @@ void FormatReader::readName(FormatValue& name) noexcept
 void FormatReader::readWord(FormatValue& word) noexcept
 {
     word.text = takeRegular();
-    if (opensBracket(here()))
-        word.traits |= FormatValue::GluedWord;
+    word.isGlued = opensBracket(here());
     if (word.text == "true" || word.text == "false")
         word.kind = Kind::Boolean;
     else if (word.text == "null")
@@ -305,14 +298,10 @@ void FormatReader::readLiteral(FormatValue& string) noexcept
             string.text += '\n'; // every line ending means this one
             _position += _text.at(_position + 1) == '\n';
         } else {
-            if (c >= 128 && c < 160)
-                string.traits |= FormatValue::RawBytes;
             string.text += static_cast<char>(c);
         }
     }
     ++_position;
-    if (string.text.find('\\') != string.text.npos)
-        string.traits |= FormatValue::Backslash;
 }
 
 // Starts at the backslash, ends at the last character of the escape.
@@ -323,16 +312,11 @@ void FormatReader::readEscape(FormatValue& string) noexcept
         int value = c - '0';
         for (int digits = 1; digits < 3 && isOctalDigit(_text.at(_position + 1)); ++digits)
             value = value * 8 + _text.at(++_position) - '0';
-        value &= 0xFF;
-        string.text += static_cast<char>(value);
-        if (value >= 128 && value < 160 && Syntax::characterOfByte(static_cast<std::uint32_t>(value)) == 0)
-            string.traits |= FormatValue::UndefinedOctals;
+        string.text += static_cast<char>(value & 0xFF);
     } else if (c == '\r') {
         _position += _text.at(_position + 1) == '\n'; // the line goes on
     } else if (c != '\n' && c != SourceText::end) {
         string.text += static_cast<char>(escaped(c));
-        if (c == '\\')
-            string.traits |= FormatValue::DoubledBackslashes;
     }
     if (c == SourceText::end)
         --_position;
@@ -355,10 +339,8 @@ void FormatReader::readHexadecimal(FormatValue& string) noexcept
         pending = pending >= 0 ? -1 : digit;
     }
     ++_position;
-    if (pending < 0)
-        return;
-    string.text += static_cast<char>(pending * 16);
-    string.traits |= FormatValue::OddDigits;
+    if (pending >= 0)
+        string.text += static_cast<char>(pending * 16);
 }
 
 } // namespace Host

@@ -11,28 +11,18 @@ namespace Host {
 struct FormatValue {
     enum class Kind { Null, Boolean, Number, Name, String, Reference, Array, Dictionary, Nothing };
 
-    // How the value is written. The library's reader loses some of it.
-    enum Trait : unsigned {
-        RawBytes = 1,          // a literal string with bytes from 128 to 159 as they are
-        UndefinedOctals = 2,   // one with an octal escape of 129, 141, 143, 144 or 157
-        DoubledBackslashes = 4,
-        Backslash = 8,         // a literal string that has a backslash among its characters
-        OddDigits = 16,        // a hexadecimal string
-        GluedWord = 32,        // a word that a bracket follows at once, or a list that has such a word in it
-        LeadingZeros = 64,     // a fraction with zeros before its first other digit
-    };
-
     Kind kind = Kind::Nothing;
     std::uint64_t begin = 0; // its place in the text
     std::uint64_t end = 0;
-    unsigned traits = 0;
+    // A word that a bracket follows at once, which the library's reader joins with what follows, or a list that has
+    // such a word in it.
+    bool isGlued = false;
     // Equal when scalars mean the same: the digits of a number without those that say nothing, the bytes of a
     // string, a name as it is written, "12 0" of a reference.
     std::string text;
     // The elements of an array; of a dictionary keys and values in turn, in the order of the text.
     std::vector<FormatValue> parts;
 
-    bool is(Trait trait) const noexcept { return (traits & trait) != 0; }
     // Whether it is this name, however that is written: "/Pr#65v" is Prev.
     bool isName(std::string_view name) const noexcept;
     // The value under a key of a dictionary, the last one of several; null when there is none, or the null value,

@@ -5,14 +5,6 @@ namespace Host {
 std::string_view lossLabel(LossKind kind) noexcept
 {
     constexpr const char* labels[] = {
-        "leading zeros of a fraction",
-        "sign of a number between -1 and 0",
-        "raw bytes of a string",
-        "octal bytes of a string",
-        "doubled backslashes of a string",
-        "backslash of a string, when opened again",
-        "brackets in trailer, when opened again",
-        "odd hexadecimal digit",
         "word glued to a bracket",
         "reference as an object",
         "value found too early",
@@ -24,7 +16,6 @@ std::string_view lossLabel(LossKind kind) noexcept
         "earlier revision",
         "objects in streams",
         "reference to a lost object",
-        "object with another row of the table",
         "encryption",
         "comment",
     };

@@ -12,14 +12,6 @@ namespace Host {
 
 // What a file says and the file that a save makes of it doesn't say, or says differently.
 enum class LossKind : std::uint8_t {
-    FractionZeros,      // 1.05, which is written as 1.5
-    NumberSign,         // -0.5, which is written as 0.5
-    RawBytes,           // bytes from 128 to 159 in a literal string, not as escapes
-    UndefinedOctals,    // octal escapes of 129, 141, 143, 144 and 157
-    DoubledBackslash,   // two backslashes in a literal string, which mean one
-    ReopenedBackslash,  // a backslash that is written correctly, and read differently by this library
-    TrailerBrackets,    // brackets in strings of the trailer, for which this library can't open the new file
-    OddDigits,          // a hexadecimal string without its last digit, which is then 0
     GluedWord,          // a word that ends at a bracket, and is joined with what follows
     ObjectReference,    // an object that is a reference, of which the number remains
     EarlyValue,         // an object whose value is taken from its own header
@@ -31,14 +23,13 @@ enum class LossKind : std::uint8_t {
     EarlierRevision,    // an object of an earlier revision that is still in force, and Prev itself
     ObjectStream,       // objects in streams: a stream that holds them, and XRefStm
     LostReference,      // a reference to an object that the new file doesn't have
-    ShiftedRow,         // an object that the new table gives another number
     Encryption,         // Encrypt: what is in memory is encrypted
     Comment,            // means nothing to a reader of the format, so it is listed and never refused
 };
 // How many kinds there are, for tables by kind.
 constexpr std::size_t lossKindCount = std::size_t(LossKind::Comment) + 1;
 
-// The kind in a few words: "leading zeros of a fraction".
+// The kind in a few words: "repeated key".
 EXPORTED std::string_view lossLabel(LossKind kind) noexcept;
 
 // One thing that a save would lose.
@@ -65,8 +56,8 @@ public:
     std::size_t count(LossKind kind) const noexcept { return _counts[std::size_t(kind)]; }
     // Those that change what a reader makes of the file: all but comments.
     std::size_t countOfMeaning() const noexcept { return _all.size() - count(LossKind::Comment); }
-    // The counts by kind, in words, comments left out: "leading zeros of a fraction (2), raw bytes of a
-    // string (1)"; empty when there is none.
+    // The counts by kind, in words, comments left out: "word glued to a bracket (2), repeated key (1)"; empty
+    // when there is none.
     std::string summary() const noexcept;
 
 private:

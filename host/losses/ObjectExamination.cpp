@@ -1,6 +1,6 @@
 #include <host/losses/ObjectExamination.h>
 
-#include <document/Inspection.h>
+#include <document/ExactWriting.h>
 #include <document/Syntax.h>
 #include <host/base/Characters.h>
 #include <host/losses/FormatComparison.h>
@@ -94,7 +94,7 @@ std::string excerptAt(const SourceText& text, std::uint64_t offset)
 void compareValue(FileExamination& file, const Ref<Value>& value, const Source& source)
 {
     const FormatValue& meant = source.value;
-    const auto text = writtenText(file.document(), value);
+    const auto text = exactText(file.document(), value);
     if (!text) {
         file.add(LossKind::Unwritable, meant.begin, textOf(file.text(), meant));
         return;
@@ -143,10 +143,7 @@ void examineData(FileExamination& file, const Ref<Stream>& stream, const Source&
         return;
     }
     const std::uint64_t offset = source.dataOffset;
-    const bool isElsewhere = stream->strmOfs() != offset;
-    // A line feed at the beginning of the data becomes a part of the line ending CR that is written before it.
-    const bool isJoined = data->size() > 0 && text.at(offset) == '\n' && lineEndingOf(file.document())->equals("\r");
-    if (isElsewhere || isJoined)
+    if (stream->strmOfs() != offset)
         file.add(LossKind::StreamData, offset, excerptAt(text, offset));
     else
         examineDataEnd(file, stream->strmOfs() + data->size());

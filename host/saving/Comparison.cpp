@@ -1,15 +1,18 @@
 #include <host/saving/Comparison.h>
 
+#include <document/ExactWriting.h>
 #include <document/Inspection.h>
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Keys.h>
 #include <host/files/MemoryStripe.h>
-#include <host/losses/ShiftedRows.h>
+#include <host/saving/ShiftedRows.h>
+#include <host/streams/SameData.h>
 #include <platform/CharReader.h>
 #include <platform/StrConv.h>
 #include <platform/StringUtil.h>
 #include <values/Dictionary.h>
+#include <values/Exact.h>
 #include <values/Object.h>
 #include <values/Stream.h>
 
@@ -20,6 +23,9 @@ namespace Host {
 namespace {
 
 using namespace Libraries::Files::PDF;
+
+// How the file was written: by `writeExactly`, or by `Document::write`.
+enum class Form { Exact, Plain };
 
 // One side of the comparison.
 struct Side {
@@ -33,6 +39,26 @@ bool isSameText(const Side& a, const Side& b)
     const auto right = writtenText(b.document, b.value);
     return left && right && left->size() == right->size()
         && Mem::equal(left->data(), right->data(), left->size() * sizeof(*left->data()));
+}
+
+bool isSameValue(const Side& a, const Side& b)
+{
+    if (!isSameExactly(a.value, b.value))
+        return false;
+    const Ref<Stream> stream = valueAs<Stream>(a.value);
+    return !stream
+        || haveSameData(a.document->streamData(stream, false), b.document->streamData(valueAs<Stream>(b.value), false));
+}
+
+// A value in the form in which the file has it.
+Ref<TConstArray<std::uint32_t>> textOf(const Side& side, Form form)
+{
+    return form == Form::Exact ? exactText(side.document, side.value) : writtenText(side.document, side.value);
+}
+
+bool isSame(const Side& a, const Side& b, Form form)
+{
+    return form == Form::Exact ? isSameValue(a, b) : isSameText(a, b);
 }
 
 // What is written of a value before its data, if it is a stream; else all of it.
@@ -56,9 +82,11 @@ bool beginsWithLineFeed(const Ref<Document>& document, const Ref<Value>& value)
     return isRead && first == '\n';
 }
 
-// Why a value is not read back as it was written.
-std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value)
+// Why a value is not read back as a plain file has it.
+std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value, Form form)
 {
+    if (form == Form::Exact)
+        return {};
     // Two in a row represent one in a string.
     const std::uint32_t doubled[] = {'\\', '\\'};
     const auto text = writtenText(document, withoutData(value));
@@ -75,9 +103,10 @@ Refusal difference(std::string message, std::uint32_t code = 0)
     return {Reason::Difference, std::move(message), code};
 }
 
-Refusal differs(const std::string& what, const Ref<Document>& document, const Ref<Value>& value)
+Refusal differs(const std::string& what, const Side& side, Form form)
 {
-    return difference(what + " would not be read back as it is written" + reasonFor(document, value));
+    return difference(
+        what + " would not be read back as it is written" + reasonFor(side.document, side.value, form));
 }
 
 // The number that the table of a written file begins with; none when it can't be found.
@@ -102,17 +131,17 @@ std::optional<unsigned long long> firstRow(const Ref<FileStripe>& written)
 }
 
 // A file that holds a value as its only object, number 1.
-std::vector<std::uint8_t> fileOfOne(const Ref<Document>& document, const Ref<Value>& value)
+std::vector<std::uint8_t> fileOfOne(const Side& side, Form form)
 {
     std::vector<std::uint8_t> bytes;
     std::string eol;
-    lineEndingOf(document)->forEach([&eol](char32_t c) { eol += static_cast<char>(c); });
+    lineEndingOf(side.document)->forEach([&eol](char32_t c) { eol += static_cast<char>(c); });
     const auto add = [&bytes](const std::string& text) { bytes.insert(bytes.end(), text.begin(), text.end()); };
     const auto place = [&bytes] { return std::to_string(bytes.size()); };
     add("%PDF-1.7" + eol);
     const std::string object = place();
     add("1 0 obj" + eol);
-    const auto text = writtenText(document, value);
+    const auto text = textOf(side, form);
     for (std::size_t i = 0; text && i < text->size(); ++i)
         bytes.push_back(static_cast<std::uint8_t>(byteOfElement(text->data()[i])));
     add(eol + "endobj" + eol);
@@ -122,38 +151,40 @@ std::vector<std::uint8_t> fileOfOne(const Ref<Document>& document, const Ref<Val
     return bytes;
 }
 
-bool canBeRead(const Ref<Document>& document, const Ref<Value>& value)
+bool canBeRead(const Side& side, Form form)
 {
-    return Document::create(make<MemoryStripe>(fileOfOne(document, value))) != nullptr;
+    return Document::create(make<MemoryStripe>(fileOfOne(side, form))) != nullptr;
 }
 
 // Looks for what keeps the file from being opened: each object is tried in a file of its own.
-Refusal whyUnreadable(const Ref<Document>& document, const Ref<FileStripe>& written, std::uint32_t code)
+Refusal whyUnreadable(const Ref<Document>& document, const WrittenFile& written, std::uint32_t code)
 {
-    if (const auto first = firstRow(written))
+    const Form form = written.trailer ? Form::Exact : Form::Plain;
+    if (const auto first = form == Form::Plain ? firstRow(written.file) : std::nullopt)
         if (const auto shifted = shiftedRows(document, *first); !shifted.empty())
             return difference(shiftedRowMessage(shifted.front()));
+    const std::string words = " could not be read back";
     for (const auto& object : objectsAsWritten(document))
-        if (!canBeRead(document, withoutData(object->value())))
-            return difference(
-                nameOf(*object) + " could not be read back" + reasonFor(document, object->value()), code);
-    if (!canBeRead(document, document->trailer()))
-        return difference("the trailer could not be read back" + reasonFor(document, document->trailer()), code);
-    return difference("the new file could not be read back: " + std::string(errorWords(code)), code);
+        if (!canBeRead({document, withoutData(object->value())}, form))
+            return difference(nameOf(*object) + words + reasonFor(document, object->value(), form), code);
+    const Ref<Value> trailer = written.trailer ? written.trailer : document->trailer();
+    if (!canBeRead({document, trailer}, form))
+        return difference("the trailer" + words + reasonFor(document, trailer, form), code);
+    return difference("the new file" + words + ": " + std::string(errorWords(code)), code);
 }
 
-std::optional<Refusal> compareTrailers(const Ref<Document>& before, const Ref<Document>& after)
+std::optional<Refusal> comparePlainTrailers(const Ref<Document>& before, const Ref<Document>& after)
 {
     const Ref<Dictionary> written = before->trailer();
     const Ref<Dictionary> read = after->trailer();
     for (const auto& keys : {keysOf(*written), keysOf(*read)})
         for (const auto& key : keys)
             if (!key->equals("Size") && !isSameText({before, written->find(key)}, {after, read->find(key)}))
-                return differs("the trailer", before, written);
+                return differs("the trailer", {before, written}, Form::Plain);
     return {};
 }
 
-std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Document>& after)
+std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Document>& after, Form form)
 {
     const auto written = objectsAsWritten(before);
     const auto read = objectsAsWritten(after);
@@ -161,8 +192,8 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
         const PDF::Object& object = *written[i];
         if (i >= read.size() || read[i]->id() != object.id() || read[i]->generation() != object.generation())
             return difference(nameOf(object) + " is missing from the new file");
-        if (!isSameText({before, object.value()}, {after, read[i]->value()}))
-            return differs(nameOf(object), before, object.value());
+        if (!isSame({before, object.value()}, {after, read[i]->value()}, form))
+            return differs(nameOf(object), {before, object.value()}, form);
     }
     if (read.size() > written.size())
         return difference(nameOf(*read[written.size()]) + " is in the new file, but was not written");
@@ -171,18 +202,21 @@ std::optional<Refusal> compareObjects(const Ref<Document>& before, const Ref<Doc
 
 } // namespace
 
-std::optional<Refusal> findDifference(const Ref<Document>& document, const Ref<FileStripe>& written) noexcept
+std::optional<Refusal> findDifference(const Ref<Document>& document, const WrittenFile& written) noexcept
 {
-    const Ref<Document> again = Document::create(written);
+    const Ref<Document> again = Document::create(written.file);
     if (!again)
         return whyUnreadable(document, written, Error::get());
     if (again->version() != document->version())
         return difference("the version would not be read back as it is written");
     if (!lineEndingOf(again)->equals(lineEndingOf(document)))
         return difference("the line ending would not be read back as it is written");
-    if (auto refusal = compareTrailers(document, again))
-        return refusal;
-    return compareObjects(document, again);
+    if (written.trailer && !isSameExactly(written.trailer, again->trailer()))
+        return differs("the trailer", {document, written.trailer}, Form::Exact);
+    if (!written.trailer)
+        if (auto refusal = comparePlainTrailers(document, again))
+            return refusal;
+    return compareObjects(document, again, written.trailer ? Form::Exact : Form::Plain);
 }
 
 } // namespace Host

@@ -1,5 +1,6 @@
 #include <host/saving/Save.h>
 
+#include <document/ExactWriting.h>
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/losses/Examine.h>
@@ -53,6 +54,8 @@ Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const
     const std::uint32_t code = Error::get();
     if (out.failure())
         return *out.failure();
+    if (code == ErrOutOfRange)
+        return {Reason::LimitReached, "the object numbers leave gaps that are too large for a table", code};
     if (const auto failure = source ? source->readFailure() : std::nullopt)
         return {failure->reason, theSource + failure->message, code};
     for (const auto& object : objectsAsWritten(document)) {
@@ -66,12 +69,19 @@ Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const
     return codeRefusal(code);
 }
 
-std::optional<Refusal> verify(const Ref<Document>& document, FileOutput& out)
+// Writes the document and compares, all as the options say.
+std::optional<Refusal> writeTo(const Ref<FileOutput>& out, const Ref<Document>& document, const SaveOptions& options)
 {
-    Result<Ref<FileStripe>> written = out.reopen();
+    const Ref<Dictionary> trailer
+        = options.isPlain ? nullptr : writeExactly(document, out, {.isIdKept = options.isIdKept});
+    if (options.isPlain ? !document->write(out) : !trailer)
+        return whyUnwritten(document, *out, options.source);
+    if (options.isUnverified)
+        return {};
+    Result<Ref<FileStripe>> written = out->reopen();
     if (!written)
         return written.refusal();
-    return findDifference(document, *written);
+    return findDifference(document, {*written, trailer});
 }
 
 } // namespace
@@ -89,11 +99,8 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
     Result<Ref<FileOutput>> out = FileOutput::create(path);
     if (!out)
         return out.refusal();
-    if (!document->write(*out))
-        return whyUnwritten(document, **out, options.source);
-    if (!options.isUnverified)
-        if (auto difference = verify(document, **out))
-            return *difference;
+    if (auto refusal = writeTo(*out, document, options))
+        return *refusal;
     // What was read from it meanwhile may be neither the old nor the new.
     if (!options.isPartialAllowed && isChanged(options.source))
         return changedMeanwhile().withPrefix(theSource);

@@ -13,7 +13,12 @@ struct SaveOptions {
     // Leaves out the comparison of the new file with the document.
     bool isUnverified = false;
     // The file that the document was opened from; null when it didn't come from one.
-    Ref<FileStripe> source;
+    Ref<FileStripe> source = nullptr;
+    // Writes by `Document::write`: numbers and strings as this library reads them, the rows of the table in the order
+    // of the ids. What would not be read back is refused, so a document whose ids leave gaps is.
+    bool isPlain = false;
+    // Leaves the second part of the trailer's ID as it is; a plain file has it so in any case.
+    bool isIdKept = false;
     // Refuses a document whose source says anything that would lose its meaning in the new file. The files of
     // backgrounds are not examined; `examine` them before.
     bool isStrict = false;
@@ -27,15 +32,17 @@ struct Saved {
 
 // Writes the document as a new file that replaces whatever is at `path`, as `FileOutput` describes.
 // That may be the file that the document was opened from: the document goes on reading the old
-// one. `Size` of the document's trailer is updated in any case.
+// one. The file is exact (`document/ExactWriting.h`): numbers and strings are in it as they were in the source, and the
+// ids may leave gaps. The document stays as it is; a plain save updates `Size` of its trailer.
 //
 // Refused beforehand: a document without objects or catalog (`Reason::BrokenRule`); one whose trailer has Prev or
 // XRefStm (`Partial`) or Encrypt (`Encrypted`); one whose source was changed since it was opened (`ChangedMeanwhile`);
 // and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the counts in the message), or whose
 // source can't be examined. Then the new file is written, opened again before it has its name, and compared: version,
-// line ending, trailer but for Size, and object by object id, generation and written text with stream data. What is not
+// line ending, trailer, and object by object id, generation, exact value and stream data. What is not
 // read back as it was is refused (`Difference`, with the object and the cause in the message), as are failing reads and
-// writes, and a source that is changed meanwhile. After a refusal the target is as it was.
+// writes, gaps between the ids whose rows would take more than 16 times the bytes of the source and 1 MiB, and a source
+// that is changed meanwhile. After a refusal the target is as it was.
 EXPORTED Result<Saved> save(const Ref<PDF::Document>& document, const std::string& path,
     const SaveOptions& options = {}) noexcept;
 // The same for a document with the file that it was opened from, which becomes the options' source.

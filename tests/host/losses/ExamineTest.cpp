@@ -47,17 +47,7 @@ TEST(Examine, listsWhatGoesOutWithAnotherMeaning)
         {with("[ 1.50 0.5 .5 -7.25 5. +3 -0 -0.0 007 1.0 ]"), ""},
         {with("<< /A#20B /C /D null /E [ 1 0 R ] /F true >>"), ""},
         {with("[ (a\\(b(c)\\)\\n\\101\\200\xA0\xFF) <48 65> () (\\\r\n) ]"), ""},
-        {with("[ 1.05 -0.5 -.050 ]"),
-            "3 leading zeros of a fraction: 1.05 > 1.5\n"
-            "3 sign of a number between -1 and 0: -0.5 > 0.5\n"
-            "3 leading zeros of a fraction: -.050 > 0.50\n"},
-        {with("[ 1.-5 ]"), "3 other value: 1.-5 > 1.18446744073709551611\n"},
-        {with("<< /K (a\x80z) >>"), "3 raw bytes of a string: (a\x80z) > (a\\254z)\n"},
-        {with("(\\201)"), std::string("3 octal bytes of a string: (\\201) > (\0)\n", 40)},
-        {with("[ (a\\\\nb) ]"), "3 doubled backslashes of a string: (a\\\\nb) > (a\\nb)\n"},
-        {with("(a\\134nb)"), "3 backslash of a string, when opened again: (a\\134nb) > (a\\\\nb)\n"},
-        {with("<5>"), "3 odd hexadecimal digit: <5> > <32>\n"},
-        {with("<5C>"), ""},
+        {with("[ 1.05 -0.5 -.050 1.-5 (a\x80z) (\\201) (a\\\\nb) (a\\134nb) <5> ]"), ""},
         {with("[ 1[2]3 ]"), "3 word glued to a bracket: [ 1[2]3 ] > [ [ 2 ] 13 ]\n"},
         {with("[ [ 12(x) ] 4 ]"), "3 word glued to a bracket: [ 12(x) ] > [ (x) 12 ]\n"},
         {with("12(x) "), "3 word glued to a bracket: 12 > (x)\n"},
@@ -66,9 +56,8 @@ TEST(Examine, listsWhatGoesOutWithAnotherMeaning)
         {with("1 0 R"), "3 reference as an object: 1 0 R > 1\n"},
         {with("[ 1 ] (" + std::string(40, 'x') + ")"), "3 other value: (" + std::string(39, 'x') + " > \n"},
         {with("<< /A 1 /A 2 >>"), "3 repeated key: 1 > \n"},
-        {with("<< /D << /K [ << /L -.5 >> (\x80) ] >> /E [[<415>]] >>"),
-            "3 sign of a number between -1 and 0: -.5 > 0.5\n"
-            "3 raw bytes of a string: (\x80) > (\\254)\n3 odd hexadecimal digit: <415> > <4132>\n"},
+        {with("<< /D << /K [ << /L 1 /L -.5 >> ] >> /E [[ << /M (\x80) /M 2 >> ]] >>"),
+            "3 repeated key: 1 > \n3 repeated key: (\x80) > \n"},
         {with("%x<</A 1>>\n<</B 2>>"), "3 comment: %x<</A 1>> > \n3 other value:  > 1\n3 other value: 2 > \n"},
         {with("<< /A /B\x01 2 >>"), "refused: an object can't be read, or is not a dictionary where one is needed"},
     };
@@ -81,7 +70,7 @@ TEST(Examine, looksAtHeaderLines)
     const std::pair<std::string, std::string> cases[] = {
         {"3 0 obj 3", ""}, // found early, and the same there
         {"3 0 obj [ 3 0 ]", ""},
-        {"003 0 obj 0", "3 value found too early: 0 > 3\n"},
+        {"003 0 obj 0", "3 value found too early: 0 > 003\n"},
         {"3 0 obj 0 3 R", "3 reference as an object: 0 3 R > 0\n"},
     };
     const std::string value(16, '9');
@@ -113,26 +102,22 @@ TEST(Examine, looksAtTheDataOfStreams)
     for (const char* rest : {"\x0b\nendstream", " endstreamer endstream", " endobj BT endstream"})
         EXPECT_EQ(lossesOf(with(std::string("<< /Length 4 >> stream\ndata") + rest)).substr(0, 21 + std::strlen(rest)),
             std::string("3 data of a stream: ") + rest + "\n");
-    const std::string crFile = PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream");
-    EXPECT_EQ(lossesOf(crFile).substr(0, 27), "3 data of a stream: \ndata\re");
+    EXPECT_EQ(lossesOf(PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream")), "");
 }
 
 TEST(Examine, looksAtTheTableAndTheTrailer)
 {
     const std::pair<std::string, std::string> cases[] = {
-        {with("1").object(5, "2"), "5 object with another row of the table: object 5 > row 4\n"},
+        {with("1").object(5, "2"), ""},
         {with("[ 9 0 R ]"), ""}, // leads nowhere in the file, either
         {damaged(with("[ 4 0 R ]"), "trailer", "4 1\n0000000009 00000 n\ntrailer"), ""}, // nor does this
         {damaged(with("1"), "trailer", "%r\ntrailer"), "0 comment: %r > \n"},
-        {with("1").trailer("/ID [ (\\74\\74) ]"),
-            "0 brackets in trailer, when opened again: << /Root 1 0 R /ID [ (\\74\\74) ] >> > "
-            "<< /ID [ (<<) ] /Root 1 0 R >>\n"},
+        {with("1").trailer("/ID [ (\\74\\74) <5> ] /Size 9"), ""},
         {with("1").trailer("/Prev null /Encrypt null /XRefStm null"), ""},
         {with("1").trailer("/Pr#65v 9"), "0 earlier revision: /Prev 9 > /Prev 9\n"},
         {with("<< /Type /Obj#53tm /N 2 /Length 0 >> stream\nendstream").trailer("/XRefStm 9"),
             "3 objects in streams: << /Type /Obj#53tm /N 2 /Length 0 >> > \n"
             "0 objects in streams: /XRefStm 9 > /XRefStm 9\n"},
-        {with("1").trailer("/ID [ <5> ] /Size 9"), "0 odd hexadecimal digit: <5> > <32>\n"},
         {with("1").trailer("/Encrypt 3 0 R"), "0 encryption: /Encrypt 3 0 R > /Encrypt 3 0 R\n"},
         {with("[ 9 0 R ]").trailer("/XRefStm 9"),
             "3 reference to a lost object: 9 0 R > 9 0 R\n0 objects in streams: /XRefStm 9 > /XRefStm 9\n"},
@@ -157,7 +142,6 @@ TEST(Examine, findsWhatEarlierRevisionsHave)
     EXPECT_EQ(lossesOf(file),
         "3 reference to a lost object: 4 0 R > 4 0 R\n"
         "3 reference to a lost object: 6 0 R > 6 0 R\n"
-        "3 object with another row of the table: object 3 > row 4\n"
         "0 earlier revision: /Prev " + std::to_string(old) + " > /Prev " + std::to_string(old) + "\n"
         "0 reference to a lost object: 1 0 R > 1 0 R\n"
         "1 earlier revision: " + file.substr(file.find("1 0 obj"), 200) + " > \n"
@@ -166,19 +150,20 @@ TEST(Examine, findsWhatEarlierRevisionsHave)
         "6 object of a second subsection: " + file.substr(sixth, 200) + " > \n");
 }
 
-TEST(Examine, tellsTheSizeAndWhetherTheTableFits)
+TEST(Examine, tellsTheSizeAndWhetherThereIsATable)
 {
     const TestFolder folder;
-    const std::string path = folder.put("file.pdf", with("1.05").stream(4, "data"));
+    const std::string path = folder.put("file.pdf", with("<< /A 1.05 /A 2 >>").stream(7, "data"));
     const auto examination = examine(path);
     ASSERT_TRUE(examination);
     EXPECT_EQ(examination->tableProblem, "");
-    EXPECT_EQ(examination->losses.summary(), "leading zeros of a fraction (1)");
+    EXPECT_EQ(examination->losses.summary(), "repeated key (1)");
     EXPECT_EQ(examination->size, save(*Host::open(path), folder.path("out.pdf"))->size);
-    const auto shifted = examine(folder.put("file.pdf", with("1").object(7, "2").object(8, "3")));
-    EXPECT_EQ(shifted->tableProblem.substr(0, 42), "object 7 is written as row 4 of the table:");
-    EXPECT_EQ(shifted->losses.count(LossKind::ShiftedRow), 2u);
     EXPECT_EQ(examine(folder.put("file.pdf", with("<< /Length 99999 >> stream\nx")))->size, 0u);
+    const auto far = examine(folder.put("file.pdf",
+        "%PDF-1.4\n900000 0 obj\n(x)\nendobj\nxref\n900000 1\n9 0 n\ntrailer\n<< >>\nstartxref\n33\n%%EOF"));
+    EXPECT_EQ(far->tableProblem, "the object numbers leave gaps that are too large for a table");
+    EXPECT_EQ(far->size, 0u);
 }
 
 TEST(Examine, refusesWhatCantBeRead)

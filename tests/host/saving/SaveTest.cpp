@@ -19,9 +19,8 @@ bool holds(const std::string& text, const std::string& piece)
     return text.find(piece) != text.npos;
 }
 
-const SaveOptions partial{true, false, nullptr};
-const SaveOptions unverified{false, true, nullptr};
-const SaveOptions unchecked{true, true, nullptr};
+const SaveOptions partial{.isPartialAllowed = true};
+const SaveOptions unchecked{.isPartialAllowed = true, .isUnverified = true};
 
 struct Save : testing::Test {
     const TestFolder folder;
@@ -29,10 +28,40 @@ struct Save : testing::Test {
 
 } // namespace
 
-TEST_F(Save, refusesWhatWouldNotComeBack)
+TEST_F(Save, whatHasItAllComesBack)
+{
+    const auto with = [](const char* value) { return PdfText().pages().object(3, value); };
+    const std::pair<std::string, const char*> cases[] = {
+        {with("[ 1.05 -0.5 -.05 +1.50 1.-5 -0 00.0 ]"), "[ 1.05 -0.5 -.05 +1.50 1.-5 -0 00.0 ]"},
+        {with("[ (a\\\\b) (a\\134b) (\\201\\237) (\\200\\377) (\\\\\\() ]").object(12, "(\\134n)"), "(a\\\\b) (a\\134b)"},
+        {with("[ (\x80\x9F\x8D) <123> ]"), "[ (\x80\x9F\x8D) <123> ]"},
+        {PdfText().pages().trailer("/ID [ (a\\134\\074\\074) <9> ] /X (\\\\n)"), "(a\\134\\074\\074)"},
+        {PdfText("\r").pages().object(3, "<< /Length 5 >> stream\r\n\ndata\rendstream"), "stream\r\n\ndata\r"},
+        {PdfText("\r\n").pages().stream(3, "\ndata"), "stream\r\n\ndata\r\n"},
+        {PdfText("\r").pages().object(7, "<< /Length 5 >> stream\r\ndata\rendstream"), "stream\r\ndata\rendstream"},
+    };
+    for (const auto& [file, piece] : cases) {
+        const Ref<PDF::Document> document = Tests::open(file);
+        ASSERT_TRUE(document) << file;
+        const auto saved = save(document, folder.path("out.pdf"), {.isIdKept = true});
+        EXPECT_TRUE(saved) << saved.refusal().message << file;
+        const std::string once = folder.get("out.pdf");
+        EXPECT_TRUE(holds(once, piece)) << once;
+        ASSERT_TRUE(save(Tests::open(once), folder.path("out.pdf")));
+        const std::string twice = folder.get("out.pdf");
+        ASSERT_TRUE(save(Tests::open(twice), folder.path("out.pdf")));
+        EXPECT_TRUE(folder.get("out.pdf") == twice);
+    }
+}
+
+TEST_F(Save, plainlyRefusesWhatWouldNotComeBack)
 {
     // What the options still refuse: nothing, the comparison, or what is looked at beforehand.
     enum Refusing { Nobody, Comparing, Beforehand };
+    const auto plainly = [this](const Ref<PDF::Document>& document, SaveOptions options) {
+        options.isPlain = true;
+        return save(document, folder.path("target"), options);
+    };
     const auto with = [](const char* value) { return PdfText().pages().object(3, value); };
     const auto withTrailer = [](const char* entries) { return PdfText().pages().trailer(entries); };
     const std::string backslash = "a string in it has a backslash";
@@ -66,14 +95,16 @@ TEST_F(Save, refusesWhatWouldNotComeBack)
         const std::string target = folder.put("target", "old");
         const Ref<PDF::Document> document = Tests::open(file);
         ASSERT_TRUE(document);
-        const auto saved = save(document, target);
+        const auto saved = plainly(document, {});
         EXPECT_EQ(bool(saved), refusing == Nobody);
         EXPECT_TRUE(saved || holds(saved.refusal().message, words)) << saved.refusal().message;
         EXPECT_TRUE(saved || (saved.refusal().reason == Reason::Difference) == (refusing == Comparing));
         EXPECT_EQ(folder.get("target") == "old", refusing != Nobody);
-        EXPECT_EQ(bool(save(document, target, partial)), refusing != Comparing);
-        EXPECT_EQ(bool(save(document, target, unverified)), refusing != Beforehand);
-        EXPECT_TRUE(save(document, target, unchecked));
+        EXPECT_EQ(bool(save(document, target)), refusing != Beforehand) << "exactly";
+        EXPECT_EQ(bool(plainly(document, partial)), refusing != Comparing);
+        EXPECT_EQ(bool(plainly(document, {.isUnverified = true})), refusing != Beforehand);
+        EXPECT_TRUE(plainly(document, unchecked));
+        EXPECT_TRUE(folder.get("target") == written(document));
         EXPECT_EQ(folder.count(), 1);
     }
 }
@@ -90,6 +121,7 @@ TEST_F(Save, overItsOwnSourceAsOftenAsOneLikes)
         EXPECT_EQ(saved->size, folder.get("file.pdf").size());
         EXPECT_EQ(saved->durability, Durability::Synced);
         EXPECT_TRUE(holds(folder.get("file.pdf"), "/N " + std::to_string(value)));
+        EXPECT_FALSE(opened.document->trailer()->find(::String::create("Size"))) << "the document stays as it is";
         EXPECT_TRUE(holds(folder.get("file.pdf"), "stream\ndata in the file\nendstream"));
     }
 }
@@ -120,19 +152,28 @@ TEST_F(Save, aSourceThatShrinksIsAFailureToRead)
 
 TEST_F(Save, whenStrictRefusesWhatLosesItsMeaning)
 {
-    const SaveOptions strict{false, false, nullptr, true};
-    const auto good = Host::open(folder.put("good.pdf", PdfText().pages().object(3, "[ 1.5 ] % a comment")));
+    const SaveOptions strict{.isStrict = true};
+    const auto good = Host::open(folder.put("good.pdf", PdfText().pages().object(3, "[ 1.05 ] % a comment")));
     EXPECT_TRUE(save(*good, folder.path("out.pdf"), strict));
-    const auto bad = Host::open(folder.put("bad.pdf", PdfText().pages().object(3, "[ 1.05 -0.5 2.05 ]")));
+    const auto bad = Host::open(folder.put("bad.pdf", PdfText().pages().object(3, "<< /A 1 /A 2 /A 3 >>")));
     const auto refused = save(*bad, folder.path("out.pdf"), strict);
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.refusal().message,
-        "saving loses leading zeros of a fraction (2), sign of a number between -1 and 0 (1)");
+    EXPECT_EQ(refused.refusal().message, "saving loses repeated key (2)");
     EXPECT_EQ(refused.refusal().reason, Reason::Lossy);
-    EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.5 ]")) << "nothing was written";
+    EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.05 ]")) << "nothing was written";
     EXPECT_EQ(save(*bad, folder.path("none/out.pdf")).refusal().reason, Reason::UnusableTarget);
-    EXPECT_TRUE(save(*bad, folder.path("bad.pdf")));
     EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
+}
+
+TEST_F(Save, refusesGapsThatNoTableShouldHave)
+{
+    const Ref<PDF::Document> document = Tests::open(
+        "%PDF-1.4\n900000 0 obj\n(x)\nendobj\nxref\n900000 1\n9 0 n\ntrailer\n<< >>\nstartxref\n33\n%%EOF");
+    ASSERT_TRUE(document);
+    const auto saved = save(document, folder.path("out.pdf"), unchecked);
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.refusal().reason, Reason::LimitReached);
+    EXPECT_EQ(folder.count(), 0);
 }
 
 TEST_F(Save, namesTheObjectWithoutUsableData)

@@ -1,4 +1,4 @@
-#include <host/losses/ShiftedRows.h>
+#include <host/saving/ShiftedRows.h>
 
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
