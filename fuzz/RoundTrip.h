@@ -17,8 +17,8 @@ const char* reasonForLoss(const Ref<PDF::Document>& document, std::uint32_t firs
 // back every value in its exact form besides, and is written unless the ids leave too large gaps.
 void checkRoundTrip(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept;
 
-// The same for a document that is as it was opened: what comes back otherwise must be among the losses that an
-// examination of the file names beforehand, and the size that it foretells must be that of what is written.
+// The same for a document that is as it was opened. The size that an examination of the file foretells must be that of
+// the exact file.
 void checkExamined(Ref<PDF::Document> document, std::string_view file, Allowance& allowance) noexcept;
 
 } // namespace Fuzz
