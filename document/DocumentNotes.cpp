@@ -4,9 +4,10 @@
 #include <document/Resolve.h>
 #include <document/Syntax.h>
 #include <platform/ElementReader.h>
+#include <stripes/SubStripe.h>
 #include <values/Dictionary.h>
 #include <values/Number.h>
-#include <values/Stream.h>
+#include <values/StreamObj.h>
 
 #include <string_view>
 
@@ -53,7 +54,9 @@ ReadingNotes DocumentObj::readingNotes() const noexcept
     _monitor->enter();
     for (const Ref<PDF::Object>& object : _objects) {
         const Ref<Stream> stream = valueAs<Stream>(object->value());
-        const bool isOfFile = stream && stream->strmOfs() < elements.size() && !stream->changed();
+        const Ref<StreamObj> holder = stream.cast<StreamObj>();
+        const Ref<Interfaces::Stripe> held = holder ? holder->strmData() : nullptr;
+        const bool isOfFile = holder && stream->strmOfs() < elements.size() && (!held || held.cast<SubStripe>());
         const Ref<Dictionary> dictionary = isOfFile ? stream->dict() : nullptr;
         const Ref<Number> length = dictionary ? resolveEntryAs<Number>(*this, *dictionary, Keys::length) : nullptr;
         if (!length || length->intPart() < 0)

@@ -22,7 +22,7 @@ EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
 EXPORTED Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept;
 
 // What the reading of the file took apart otherwise than the format. The opening notes it; only the ends of stream
-// data are looked at here, of streams whose data is still that of the file. Of a stripe that doesn't show its bytes
+// data are looked at here, of streams whose data is still read from the file. Of a stripe that doesn't show its bytes
 // (`Interfaces::ShownBytes`) nothing is noted of what comes after values, data and the table.
 EXPORTED ReadingNotes readingNotes(const Ref<Document>& document) noexcept;
 

@@ -5,6 +5,8 @@
 #include <platform/Limits.h>
 #include <values/Object.h>
 
+#include <algorithm>
+
 namespace Host {
 
 using namespace Libraries::Files::PDF;
@@ -15,6 +17,14 @@ namespace {
 std::string numberOf(std::uint64_t id, std::uint64_t generation)
 {
     return std::to_string(id) + " " + std::to_string(generation);
+}
+
+// Whether a comment is the line of bytes above 127 by which programs tell a file from text; each new file has one.
+bool isBinaryMark(std::string_view comment)
+{
+    constexpr std::size_t size = 5;
+    return comment.size() == size
+        && std::all_of(comment.begin() + 1, comment.end(), [](char c) { return static_cast<unsigned char>(c) > 127; });
 }
 
 } // namespace
@@ -42,7 +52,8 @@ void FileExamination::add(
 void FileExamination::addComments(const std::vector<FormatReader::Range>& comments) noexcept
 {
     for (const auto& [begin, end] : comments)
-        if (begin != 0 && !_text.isAt(begin, Syntax::endMarker))
+        if (begin != 0 && !_text.isAt(begin, Syntax::endMarker)
+            && !isBinaryMark(_text.slice(begin, end, Limits::maxLossText)))
             add(LossKind::Comment, begin, _text.slice(begin, end, Limits::maxLossText));
 }
 

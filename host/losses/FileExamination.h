@@ -27,7 +27,8 @@ public:
     // A loss in that object, without kind, place and texts.
     const Loss& lossTemplate() const noexcept { return _template; }
     void add(LossKind kind, std::uint64_t offset, std::string inFile, std::string written = {}) noexcept;
-    // Lists comments that were skipped since the text was last moved; header and end marker only look like comments.
+    // Lists comments that were skipped since the text was last moved; header, binary
+    // mark and end marker only look like comments.
     void addComments(const std::vector<FormatReader::Range>& comments) noexcept;
     // Lists the references in a value that lead to something in the file and to nothing in the document.
     void addLostReferences(const FormatValue& value) noexcept;

@@ -5,6 +5,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/losses/Examine.h>
 #include <host/losses/PartialMarks.h>
+#include <host/losses/ReadingLosses.h>
 #include <host/saving/Comparison.h>
 #include <values/Object.h>
 #include <values/Stream.h>
@@ -33,6 +34,20 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
     if (isChanged(source))
         return changedMeanwhile().withPrefix(theSource);
     return {};
+}
+
+// Refuses what the options don't allow of what the reading noted.
+std::optional<Refusal> refuseReading(const Ref<Document>& document, const SaveOptions& options)
+{
+    if (options.isPartialAllowed && options.isLossyAllowed)
+        return {};
+    const ReadingNotes notes = readingNotes(document);
+    if (!options.isPartialAllowed && isPartial(notes))
+        return Refusal{Reason::Partial, "the document has a table of several parts, of which only one was read"};
+    const std::string losses = options.isLossyAllowed ? std::string() : lossesOfReading(notes);
+    if (losses.empty())
+        return {};
+    return Refusal{Reason::Lossy, "the document was read otherwise than it is meant, and saving loses " + losses};
 }
 
 // Why a strict save refuses.
@@ -96,6 +111,8 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
     if (options.isStrict)
         if (auto refusal = refuseLosses(options.source))
             return *refusal;
+    if (auto refusal = refuseReading(document, options))
+        return *refusal;
     Result<Ref<FileOutput>> out = FileOutput::create(path);
     if (!out)
         return out.refusal();

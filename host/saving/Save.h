@@ -14,14 +14,16 @@ struct SaveOptions {
     bool isUnverified = false;
     // The file that the document was opened from; null when it didn't come from one.
     Ref<FileStripe> source = nullptr;
+    // Refuses, whatever is allowed, a document whose source says anything that would lose its meaning in the new file.
+    // The files of backgrounds are not examined; `examine` them before.
+    bool isStrict = false;
+    // Also saves a document that was read otherwise than the format means it, as it was read.
+    bool isLossyAllowed = false;
     // Writes by `Document::write`: numbers and strings as this library reads them, the rows of the table in the order
     // of the ids. What would not be read back is refused, so a document whose ids leave gaps is.
     bool isPlain = false;
     // Leaves the second part of the trailer's ID as it is; a plain file has it so in any case.
     bool isIdKept = false;
-    // Refuses a document whose source says anything that would lose its meaning in the new file. The files of
-    // backgrounds are not examined; `examine` them before.
-    bool isStrict = false;
 };
 
 // What a save did.
@@ -36,9 +38,10 @@ struct Saved {
 // ids may leave gaps. The document stays as it is; a plain save updates `Size` of its trailer.
 //
 // Refused beforehand: a document without objects or catalog (`Reason::BrokenRule`); one whose trailer has Prev or
-// XRefStm (`Partial`) or Encrypt (`Encrypted`); one whose source was changed since it was opened (`ChangedMeanwhile`);
-// and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the counts in the message), or whose
-// source can't be examined. Then the new file is written, opened again before it has its name, and compared: version,
+// XRefStm, or whose table has more than one subsection (`Partial`), or with Encrypt (`Encrypted`); one whose reading
+// noted what can't be written as it was (`Lossy`; document/ReadingNotes.h); one whose source was changed since it was
+// opened (`ChangedMeanwhile`); and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the counts
+// in the message), or whose source can't be examined. Then the new file is written, opened again before it has its name, and compared: version,
 // line ending, trailer, and object by object id, generation, exact value and stream data. What is not
 // read back as it was is refused (`Difference`, with the object and the cause in the message), as are failing reads and
 // writes, gaps between the ids whose rows would take more than 16 times the bytes of the source and 1 MiB, and a source

@@ -19,7 +19,7 @@ using namespace Host;
 TEST(KilledSave, leavesTheOldFileOrTheNewAndOneFileBesideThemAtMost)
 {
     constexpr int kills = 200;
-    const SaveOptions unverified{false, true, nullptr};
+    const SaveOptions unverified{.isUnverified = true};
     const TestFolder folder;
     const Ref<PDF::Document> first = Tests::open(PdfText().pages().stream(3, std::string(70000, 'a')));
     const Ref<PDF::Document> second = Tests::open(PdfText().pages().stream(3, std::string(30000, 'b')));

@@ -161,8 +161,34 @@ TEST_F(Save, whenStrictRefusesWhatLosesItsMeaning)
     EXPECT_EQ(refused.refusal().message, "saving loses repeated key (2)");
     EXPECT_EQ(refused.refusal().reason, Reason::Lossy);
     EXPECT_TRUE(holds(folder.get("out.pdf"), "[ 1.05 ]")) << "nothing was written";
-    EXPECT_EQ(save(*bad, folder.path("none/out.pdf")).refusal().reason, Reason::UnusableTarget);
+    EXPECT_EQ(save(*good, folder.path("none/out.pdf")).refusal().reason, Reason::UnusableTarget);
     EXPECT_FALSE(save(bad->document, folder.path("out.pdf"), strict)) << "nothing is known of its file";
+}
+
+TEST_F(Save, refusesWhatWasReadOtherwiseThanItIsMeant)
+{
+    const auto fileOf = [](const char* value) { return PdfText().pages().object(3, value); };
+    const std::pair<std::string, std::string> cases[] = {
+        {fileOf("[ 1[2]3 ]"), "words glued to a bracket (1, object 3)"},
+        {fileOf("<< /A 1 /A 2 >>").object(4, "1 0 R"), "references as objects (1, object 4), repeated keys (1, object 3)"},
+        {fileOf("<< /Length 2 >> stream\ndata\nendstream"), "ends of stream data (1, object 3)"},
+        {damaged(fileOf("1"), "trailer", "9 1\n0000000009 00000 n\ntrailer"), "several parts"},
+    };
+    for (const auto& [file, words] : cases) {
+        const auto opened = *Host::open(folder.put("file.pdf", file));
+        const auto refused = save(opened, folder.path("out.pdf"));
+        ASSERT_FALSE(refused);
+        const bool isPartial = refused.refusal().reason == Reason::Partial;
+        EXPECT_TRUE(isPartial || refused.refusal().reason == Reason::Lossy);
+        EXPECT_TRUE(refused.refusal().message.ends_with(words) || isPartial) << refused.refusal().message;
+        EXPECT_TRUE(save(opened, folder.path("out.pdf"), {.isPartialAllowed = isPartial, .isLossyAllowed = !isPartial}));
+        EXPECT_FALSE(save(opened, folder.path("out.pdf"), {.isPartialAllowed = !isPartial, .isLossyAllowed = isPartial}));
+        // What a document holds in memory doesn't depend on the file.
+        auto detached = *Host::open(folder.path("out.pdf"));
+        ASSERT_TRUE(!detach(detached));
+        std::ofstream(folder.path("out.pdf")) << "x";
+        EXPECT_TRUE(save(detached, folder.path("out.pdf"), unchecked));
+    }
 }
 
 TEST_F(Save, refusesGapsThatNoTableShouldHave)
