@@ -48,8 +48,8 @@ public:
         const auto foreign = Host::open(_job.foreign);
         if (!foreign)
             return foreign.refusal().withPrefix(_job.foreign + ": ");
-        if (auto losses = checkLosses(foreign->file, _job.foreign + ": "))
-            return losses;
+        if (auto refusal = refuseContent(*foreign, _options.save))
+            return refusal->withPrefix(_job.foreign + ": ");
         const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
         if (!done)
             return done.refusal();
@@ -67,14 +67,15 @@ public:
     {
         if (_job.out.empty())
             return {};
-        if (auto losses = checkLosses(_opened.file, ""))
-            return losses;
+        if (_options.save.isStrict)
+            if (auto losses = lossesOf(_opened.file))
+                return losses;
         Host::SaveOptions options = _options.save;
         options.isStrict = false; // examined above
         const auto saved = Host::save(_opened, _job.out, options);
         if (!saved) {
             Host::Refusal refusal = saved.refusal();
-            refusal.message += partialHint(saved.refusal());
+            refusal.message += savingHint(saved.refusal());
             return refusal;
         }
         _result.size = saved->size;
@@ -84,18 +85,6 @@ public:
     }
 
 private:
-    // What goes into the new file is examined: a warning, or the end of a strict job.
-    std::optional<Host::Refusal> checkLosses(const Ref<Host::FileStripe>& file, const std::string& prefix)
-    {
-        auto losses = _options.isExamined ? lossesOf(file) : std::nullopt;
-        if (!losses)
-            return {};
-        losses = losses->withPrefix(prefix);
-        if (_options.save.isStrict)
-            return losses;
-        warn({losses->message});
-        return {};
-    }
     void warn(const std::vector<std::string>& messages)
     {
         _result.warnings.insert(_result.warnings.end(), messages.begin(), messages.end());

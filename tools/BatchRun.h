@@ -10,7 +10,6 @@ struct BatchOptions {
     Host::SaveOptions save;
     Host::Appearances appearances = Host::Appearances::DrawnByViewers;
     bool isForced = false;
-    bool isExamined = true; // what saving loses becomes a warning
 };
 
 // What became of a job. The step that failed is empty when all is done.

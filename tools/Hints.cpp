@@ -13,10 +13,11 @@ Host::Refusal withOpeningHint(Host::Refusal refusal)
     return refusal;
 }
 
-const char* partialHint(const Host::Refusal& refusal)
+const char* savingHint(const Host::Refusal& refusal)
 {
-    const bool isPartial = refusal.reason == Host::Reason::Partial || refusal.reason == Host::Reason::Encrypted;
-    return isPartial ? "; --partial saves what is there anyway" : "";
+    if (refusal.reason == Host::Reason::Partial || refusal.reason == Host::Reason::Encrypted)
+        return "; --partial saves what is there anyway";
+    return refusal.reason == Host::Reason::Lossy ? "; --lossy saves it as it was read" : "";
 }
 
 } // namespace Tools

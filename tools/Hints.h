@@ -14,7 +14,7 @@ constexpr const char* lossesHint = "; files-pdf-inspect --losses FILE shows wher
 // The refusal of an opening. A file that can't be read at all has no code, and no hint; one that doesn't begin as a
 // PDF file is most often none.
 Host::Refusal withOpeningHint(Host::Refusal refusal);
-// After the refusal of a save; empty unless --partial would let the document through.
-const char* partialHint(const Host::Refusal& refusal);
+// After the refusal of a save that isn't strict; empty unless --partial or --lossy would let the document through.
+const char* savingHint(const Host::Refusal& refusal);
 
 } // namespace Tools

@@ -1,6 +1,8 @@
 #include <tools/Saving.h>
 
+#include <document/Inspection.h>
 #include <host/losses/Examine.h>
+#include <host/losses/ReadingLosses.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
 
@@ -14,6 +16,9 @@ OptionGroup saveOptions()
         {"--partial", "",
             "also save a document that is only partly in memory: without a catalog, updated, encrypted, or changed on "
             "disk meanwhile"},
+        {"--lossy", "", "also save a document that was read otherwise than it is meant"},
+        {"--plain", "", "write numbers and strings as they were read, and a table without gaps"},
+        {"--keep-id", "", "leave the second part of the trailer's ID as it is"},
     };
     return {"saving", options};
 }
@@ -24,6 +29,9 @@ Host::SaveOptions saveOptionsOf(const CommandLine& line)
     options.isStrict = line.has("--strict");
     options.isPartialAllowed = line.has("--partial");
     options.isUnverified = line.has("--unverified");
+    options.isLossyAllowed = line.has("--lossy");
+    options.isPlain = line.has("--plain");
+    options.isIdKept = line.has("--keep-id");
     return options;
 }
 
@@ -37,29 +45,36 @@ std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
     return Host::Refusal{Host::Reason::Lossy, "saving loses " + examination->losses.summary() + lossesHint};
 }
 
+std::optional<Host::Refusal> refuseContent(const Host::OpenedFile& opened, const Host::SaveOptions& options)
+{
+    const std::string losses = Host::lossesOfReading(Host::PDF::readingNotes(opened.document));
+    if (!options.isLossyAllowed && !losses.empty()) {
+        Host::Refusal refusal{Host::Reason::Lossy, "was read otherwise than it is meant; lost are " + losses};
+        refusal.message += savingHint(refusal);
+        return refusal;
+    }
+    return options.isStrict && opened.file ? lossesOf(opened.file) : std::nullopt;
+}
+
 Saving::Saving(const CommandLine& line, const Console& console) : _options(saveOptionsOf(line)), _console(console) {}
 
-std::optional<int> Saving::checkLosses(const Ref<Host::FileStripe>& file, const std::string& in) const
+std::optional<int> Saving::checkContent(const Host::OpenedFile& opened, const std::string& in) const
 {
-    const auto losses = withProgress("examining", [&file] { return lossesOf(file); });
-    if (losses && _options.isStrict)
-        return _console.refuse(in, *losses);
-    if (losses)
-        _console.warn(in, losses->message);
-    return {};
+    const auto refusal = withProgress("examining", [&] { return refuseContent(opened, _options); });
+    return refusal ? std::optional<int>(_console.refuse(in, *refusal)) : std::nullopt;
 }
 
 int Saving::save(const Host::OpenedFile& opened, const std::string& in, const std::string& out) const
 {
-    if (opened.file)
-        if (const auto status = checkLosses(opened.file, in))
-            return *status;
+    if (_options.isStrict && opened.file)
+        if (const auto losses = withProgress("examining", [&opened] { return lossesOf(opened.file); }))
+            return _console.refuse(in, *losses);
     Host::SaveOptions options = _options;
     options.isStrict = false; // examined above
     const auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal().withPrefix("can't be saved as " + out + ": ");
-        refusal.message += partialHint(refusal);
+        refusal.message += savingHint(refusal);
         return _console.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

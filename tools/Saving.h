@@ -10,8 +10,10 @@ namespace Tools {
 OptionGroup saveOptions();
 Host::SaveOptions saveOptionsOf(const CommandLine& line);
 
-// A message of what saving loses of the file, or why that can't be told; none when it loses nothing.
+// Why a strict save refuses the file: what it loses, or why that can't be told.
 std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file);
+// Why the content of a file that goes into a new one is refused by these options.
+std::optional<Host::Refusal> refuseContent(const Host::OpenedFile& opened, const Host::SaveOptions& options);
 
 // How a program saves: by its options, with a bar, and with a line for whatever goes wrong. The command line and the
 // console live longer.
@@ -19,11 +21,10 @@ class Saving {
 public:
     Saving(const CommandLine& line, const Console& console);
 
-    // Says what saving loses of the file that was opened from `in`, if anything. With --strict that is the end, and
-    // the exit status comes back.
-    std::optional<int> checkLosses(const Ref<Host::FileStripe>& file, const std::string& in) const;
-    // Saves what was opened from `in` as `out`, and gives the exit status. The losses of a document that was detached
-    // from its file are to be checked before.
+    // Looks at a file whose content goes into the new one, or at one that will be detached before it is saved. Its
+    // refusal is the end, and the exit status comes back.
+    std::optional<int> checkContent(const Host::OpenedFile& opened, const std::string& in) const;
+    // Saves what was opened from `in` as `out`, and gives the exit status.
     int save(const Host::OpenedFile& opened, const std::string& in, const std::string& out) const;
 
 private:

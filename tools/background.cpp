@@ -41,7 +41,7 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
     if (!foreign)
         return console.refuse(line.operand(1), foreign.refusal());
     const Tools::Saving saving(line, console);
-    if (const auto status = saving.checkLosses(foreign->file, line.operand(1)))
+    if (const auto status = saving.checkContent(*foreign, line.operand(1)))
         return *status; // its content goes into the new file, too
     const auto done = Tools::withProgress("putting pages beneath",
         [&] { return Host::background(opened->document, foreign->document, *mode, {line.has("--force")}); });

@@ -24,7 +24,6 @@ constexpr Tools::Option ownOptions[] = {
     {"--jobs", "N", "threads; 1 by default"},
     {"--keep-looks", "", "fill: don't ask viewers to draw the new values"},
     {"--force", "", "go on where the preflight finds a reason not to"},
-    {"--unexamined", "", "save: don't examine what is lost"},
 };
 constexpr Tools::Option logOption[] = {{"-v", "", "put the library's log lines into the results"}};
 const Tools::Program program = {
@@ -103,7 +102,6 @@ BatchOptions optionsOf(const CommandLine& line)
     BatchOptions options;
     options.save = Tools::saveOptionsOf(line);
     options.isForced = line.has("--force");
-    options.isExamined = options.save.isStrict || !line.has("--unexamined");
     if (line.has("--keep-looks"))
         options.appearances = Host::Appearances::LeftAsTheyAre;
     return options;

@@ -25,7 +25,7 @@ int saveInPlace(const Tools::CommandLine& line, const Tools::Console& console)
     if (!opened)
         return console.refuse(file, opened.refusal());
     const Tools::Saving saving(line, console);
-    if (const auto status = saving.checkLosses(opened->file, file))
+    if (const auto status = saving.checkContent(*opened, file))
         return *status;
     if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened); }))
         return console.refuse(file, *refusal);
