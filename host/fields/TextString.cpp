@@ -2,6 +2,7 @@
 
 #include <host/base/Characters.h>
 #include <host/base/Utf8.h>
+#include <values/Exact.h>
 
 #include <algorithm>
 #include <vector>
@@ -115,14 +116,11 @@ std::string textOfBytes(std::string_view bytes) noexcept
 
 std::string textOf(const PDF::String& string) noexcept
 {
-    if (const auto bytes = string.data())
+    if (const auto bytes = PDF::exactBytes(string))
         return textOfBytes({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
-    const Ref<::String> text = string.value();
-    if (!text)
-        return {};
-    const std::string bytes = bytesOf(*text);
     // A text that an application made need not be one of a file, and is the text that is meant.
-    return bytes.empty() ? toUtf8(text) : textOfBytes(bytes);
+    const Ref<::String> text = string.value();
+    return text ? toUtf8(text) : std::string();
 }
 
 std::string textOfName(const ::String& name) noexcept

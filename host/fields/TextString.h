@@ -14,8 +14,8 @@ namespace PDF = Libraries::Files::PDF;
 // Converts between the strings and names of a PDF file and text in UTF-8.
 
 // The text of a string: UTF-16 or UTF-8 when it begins with the mark of one, else the
-// document encoding of the standard. What is not a character becomes U+FFFD. Bytes that the reader of
-// literal strings doesn't keep, raw ones from 128 to 159, come out as another character.
+// document encoding of the standard. What is not a character becomes U+FFFD. Of a string of a file the bytes that
+// it means count (`values/Exact.h`).
 EXPORTED std::string textOf(const PDF::String& string) noexcept;
 // The same for the bytes of a stream.
 EXPORTED std::string textOfBytes(std::string_view bytes) noexcept;

@@ -57,6 +57,8 @@ TEST(FormFields, aPathIsMadeOfTheNamesFromTheTop)
             {"<< /FT /Tx /T (a) /V (v) /Kids [ 4 0 R 5 0 R ] >>", "<< /T (b) /V (w) >>", "<< >>"}, "a.b=w a=v "},
         {"a name in UTF-16, in which a point stays", {"<< /FT /Tx /T <FEFF00E4002E263A> /V (v) >>"},
             "\xC3\xA4.\xE2\x98\xBA=v "},
+        {"a name with raw bytes from 128 to 159, and a doubled backslash",
+            {"<< /FT /Tx /T (\xFE\xFF\x8D" "D) /V (a\\\\b) >>"}, "\xE8\xB5\x84=a\\b "},
         {"no name at the top, or an empty one: the place", {"<< /FT /Tx /T () /V (v) >>"}, "0=v "},
         {"indirect name, kids and value",
             {"<< /FT /Tx /T 4 0 R /V 5 0 R /Kids 6 0 R >>", "(n)", "(v)", "[ 7 0 R ]", "<< /T 4 0 R >>"}, "n.n=v "},
