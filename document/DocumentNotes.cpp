@@ -48,9 +48,23 @@ bool isDataEnd(ElementReader& elements, std::uint64_t position)
 ReadingNotes DocumentObj::readingNotes() const noexcept
 {
     ReadingNotes notes = _notes;
+    noteDataEnds(notes);
+    return notes;
+}
+
+ReadingNotes DocumentObj::unwrittenNotes() const noexcept
+{
+    ReadingNotes notes = _unkeptNotes;
+    _sources.addUnwritten(notes, _trailer.get());
+    noteDataEnds(notes);
+    return notes;
+}
+
+void DocumentObj::noteDataEnds(ReadingNotes& notes) const noexcept
+{
     ElementReader elements(*_stripe);
     if (!elements.isShown())
-        return notes;
+        return;
     _monitor->enter();
     for (const Ref<PDF::Object>& object : _objects) {
         const Ref<Stream> stream = valueAs<Stream>(object->value());
@@ -66,7 +80,6 @@ ReadingNotes DocumentObj::readingNotes() const noexcept
             notes.add(ReadingNote::StreamEnd, object->id(), end);
     }
     _monitor->leave();
-    return notes;
 }
 
 } // namespace Libraries::Files::PDF

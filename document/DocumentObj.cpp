@@ -14,7 +14,8 @@ namespace Libraries::Files::PDF {
 DocumentObj::DocumentObj(Ref<Interfaces::Stripe> stripe, FileContent content) noexcept
     : _stripe(std::move(stripe)), _monitor(Mon::create()), _lineEnding(std::move(content.lineEnding)),
       _version(content.version), _nextObjectId(content.nextObjectId), _trailer(std::move(content.trailer)),
-      _notes(content.notes), _freeRows(std::move(content.freeRows)), _firstObjectId(content.firstObjectId),
+      _notes(content.notes), _unkeptNotes(content.unkeptNotes), _sources(std::move(content.sources)),
+      _freeRows(std::move(content.freeRows)), _firstObjectId(content.firstObjectId),
       _objects(std::move(content.objects))
 {
 }
@@ -50,7 +51,7 @@ bool DocumentObj::write(Ref<Interfaces::Stream> out) noexcept
 
 Ref<Dictionary> DocumentObj::writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept
 {
-    const ExactParts exact{_nextObjectId, _freeRows, _stripe->size(), isIdKept};
+    const ExactParts exact{_nextObjectId, _freeRows, _sources, _stripe->size(), isIdKept};
     FileWriter writer(*this, *_lineEnding, out);
     return writer.write({_version, _objects, _trailer, 0, &exact}) ? writer.trailer() : nullptr;
 }

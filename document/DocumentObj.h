@@ -2,6 +2,7 @@
 
 #include <document/Document.h>
 #include <document/FileReader.h>
+#include <document/KeptSources.h>
 #include <platform/Mon.h>
 #include <platform/Reporter.h>
 #include <values/Object.h>
@@ -39,12 +40,16 @@ public:
     // Of the table that was read, as `FileContent` has them.
     const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
-    // As `PDF::readingNotes`.
+    // As `PDF::readingNotes` and `PDF::unwrittenNotes`.
     ReadingNotes readingNotes() const noexcept;
+    ReadingNotes unwrittenNotes() const noexcept;
+    const KeptSources& sources() const noexcept { return _sources; }
     // As `PDF::writeExactly`, to a stream of 4-byte elements.
     Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
 
 private:
+    void noteDataEnds(ReadingNotes& notes) const noexcept;
+
     // Stream data
     Ref<Number> storedLength(const Dictionary& dictionary) noexcept;
     Ref<Interfaces::Stripe> decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept;
@@ -83,6 +88,8 @@ private:
     std::uint32_t _nextObjectId;
     Ref<Dictionary> _trailer;
     ReadingNotes _notes;            // of the opening
+    ReadingNotes _unkeptNotes;      // of these those in no value whose source was kept
+    KeptSources _sources;
     std::vector<FreeRow> _freeRows; // of the file's table
     std::uint32_t _firstObjectId;   // of the table's subsection; the writer repeats it
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries

@@ -18,6 +18,14 @@ Ref<Dictionary> writeExactly(
     return held->writeExactly(*out, options.isIdKept);
 }
 
+ReadingNotes unwrittenNotes(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = document ? document.cast<DocumentObj>() : nullptr;
+    if (!held)
+        return refuse(document ? ErrInvalidArgument : ErrNullArgument), ReadingNotes();
+    return held->unwrittenNotes();
+}
+
 Ref<TConstArray<std::uint32_t>> exactText(const Ref<Document>& document, const Ref<Value>& value) noexcept
 {
     if (!document)
@@ -26,7 +34,7 @@ Ref<TConstArray<std::uint32_t>> exactText(const Ref<Document>& document, const R
     if (!held)
         return refuse(ErrInvalidArgument);
     MemOutStrm text;
-    if (!ValueWriter(*held, *held->lineEnding(), Dialect::Exact, text).writeValue(value))
+    if (!ValueWriter(*held, *held->lineEnding(), Dialect::Exact, text, nullptr, &held->sources()).writeValue(value))
         return nullptr;
     return TConstArray<std::uint32_t>::create(text.data(), text.size());
 }

@@ -167,7 +167,7 @@ void FileReader::noteAfterTable() noexcept
     const std::uint64_t end = _elements.tell();
     const bool isTrailer = _parser.ahead().pass(Syntax::trailerKeyword);
     if (!isTrailer || _elements.tell() != _afterTrailer)
-        _parser.notes().add(isTrailer ? ReadingNote::OtherTrailer : ReadingNote::Subsection, 0, end);
+        _parser.note(isTrailer ? ReadingNote::OtherTrailer : ReadingNote::Subsection, end);
 }
 
 bool FileReader::readRow(std::u32string_view line) noexcept
@@ -206,6 +206,8 @@ bool FileReader::readObjects(FileContent& content) noexcept
     }
     content.nextObjectId = id;
     content.notes = _parser.notes();
+    content.unkeptNotes = _parser.takeUnkept();
+    content.sources = _parser.takeSources();
     return true;
 }
 

@@ -21,6 +21,8 @@ struct FileContent {
     std::uint32_t nextObjectId = 0;   // one past the last of the subsection
     std::vector<Ref<Object>> objects; // those in use, in table order
     ReadingNotes notes;
+    ReadingNotes unkeptNotes; // of these those in no value whose source was kept
+    std::vector<KeptSource> sources;
     std::vector<FreeRow> freeRows;    // of the others, in table order
 };
 

@@ -215,7 +215,8 @@ void FileWriter::writeValue(const Ref<Value>& value, Dialect dialect, const Mess
     if (_hasFailed)
         return;
     _value.clear();
-    ValueWriter writer(_document, _lineEnding, dialect, _value, _bytesOut ? this : nullptr);
+    ValueWriter writer(_document, _lineEnding, dialect, _value, _bytesOut ? this : nullptr,
+        _exact ? &_exact->sources : nullptr);
     const bool isText = writer.writeValue(value);
     if (!isText && !_hasFailed)
         fail("Failed to convert value to buffer");

@@ -14,11 +14,13 @@ namespace Libraries::Files::PDF {
 class Dictionary;
 class Document;
 struct FreeRow;
+class KeptSources;
 
 // What an exact file is written of besides.
 struct ExactParts {
     std::uint32_t nextObjectId; // the table has a row for each id before it
     const std::vector<FreeRow>& freeRows;
+    const KeptSources& sources;
     std::uint64_t sourceSize;
     bool isIdKept; // the second part of the trailer's `ID` isn't brought up to date
 };

@@ -38,13 +38,14 @@ public:
         std::uint32_t id = 0;     // of the object that it is in; 0 for the table and the trailer
     };
 
-    void add(ReadingNote note, std::uint32_t id, std::uint64_t offset) noexcept
+    void add(ReadingNote note, std::uint32_t id, std::uint64_t offset, std::uint64_t count = 1) noexcept
     {
         Entry& entry = _entries[std::size_t(note)];
-        if (entry.count++ == 0) {
+        if (entry.count == 0) {
             entry.offset = offset;
             entry.id = id;
         }
+        entry.count += count;
     }
     const Entry& of(ReadingNote note) const noexcept { return _entries[std::size_t(note)]; }
     bool isEmpty() const noexcept

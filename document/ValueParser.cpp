@@ -35,6 +35,8 @@ namespace Libraries::Files::PDF {
 
 namespace {
 
+using Libraries::Strings::Encodings::ANSI::Windows_1252;
+
 constexpr std::int64_t maxId = 0xFFFFFFFF;
 
 bool isHexDigit(std::uint32_t c)
@@ -117,6 +119,48 @@ bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
     return _elements.seek(position) && next(found) && found == c;
 }
 
+void ValueParser::note(ReadingNote note, std::uint64_t offset) noexcept
+{
+    _notes.add(note, _id, offset);
+    if (_pending.size() < Limits::maxPendingNotes)
+        _pending.push_back({note, offset});
+    else
+        _unkept.add(note, _id, offset);
+}
+
+// What was noted outside of values whose source was kept.
+void ValueParser::endNotes() noexcept
+{
+    for (const Pending& pending : _pending)
+        _unkept.add(pending.note, _id, pending.offset);
+    _pending.clear();
+}
+
+ReadingNotes ValueParser::takeUnkept() noexcept
+{
+    endNotes();
+    return _unkept;
+}
+
+// Keeps what a value with notes from `firstNote` on is written with, from `begin` to here.
+void ValueParser::keepSource(const Ref<Value>& value, std::uint64_t begin, std::size_t firstNote) noexcept
+{
+    const std::uint64_t size = here() - begin;
+    if (!_elements.isShown() || size > Limits::maxKeptSource || size > _elements.size() - _keptSize)
+        return;
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(size);
+    std::uint32_t c = 0;
+    for (_elements.seek(begin); bytes.size() < size && next(c);)
+        bytes.push_back(Windows_1252::toByte(c));
+    if (bytes.size() < size)
+        return;
+    _keptSize += size;
+    _sources.push_back({value, TConstArray<std::uint8_t>::create(bytes.data(), bytes.size()), _pending[firstNote].note,
+        _pending.size() - firstNote, _id, _pending[firstNote].offset});
+    _pending.resize(firstNote);
+}
+
 // Seeks to `offset`, and leaves the stripe after what the value took.
 Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, std::uint64_t offset) noexcept
 {
@@ -124,6 +168,7 @@ Ref<Object> ValueParser::readObject(std::uint32_t id, std::uint32_t generation, 
     if (Limits::isReadTooOften(_taken, size))
         return report.line("Objects overlap too often; offset: ", offset);
     _elements.limit(Limits::maxElementsAtOnce(size));
+    endNotes();
     _id = id;
     _trueEnd = 0;
     if (!readHeader(id, generation, offset))
@@ -169,7 +214,7 @@ bool ValueParser::readHeader(std::uint32_t id, std::uint32_t generation, std::ui
     if (found != place) {
         _trueEnd = offset + place + pieces[3].size();
         if (std::u32string_view(_line).substr(found, _line.find(U' ', found) - found) != pieces[3])
-            _notes.add(ReadingNote::HeaderValue, id, offset + place);
+            note(ReadingNote::HeaderValue, offset + place);
     }
     return _elements.seek(offset + found);
 }
@@ -255,8 +300,13 @@ Ref<DictionaryObj> ValueParser::readDictionary() noexcept
         if (!next(c))
             return nullptr;
     }
+    const std::uint64_t begin = here() - 2;
+    const std::size_t firstNote = _pending.size();
     const std::size_t first = _values.size();
-    return readValueList(ListEnd::Dictionary) ? makeDictionary(first, position) : nullptr;
+    Ref<DictionaryObj> dictionary = readValueList(ListEnd::Dictionary) ? makeDictionary(first, position) : nullptr;
+    if (dictionary && _pending.size() != firstNote)
+        keepSource(dictionary, begin, firstNote);
+    return dictionary;
 }
 
 // Takes the values from `first` on off the stack.
@@ -275,7 +325,7 @@ Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t 
     _values.resize(first);
     Ref<DictionaryObj> dictionary = make<DictionaryObj>(std::move(entries));
     for (std::size_t i = dictionary->entries().size(); i < count / 2; ++i)
-        _notes.add(ReadingNote::RepeatedKey, _id, position);
+        note(ReadingNote::RepeatedKey, position);
     return dictionary;
 }
 
@@ -283,13 +333,18 @@ Ref<DictionaryObj> ValueParser::makeDictionary(std::size_t first, std::uint64_t 
 Ref<ValueObj> ValueParser::readArray() noexcept
 {
     const Nesting nesting(_depth);
+    const std::uint64_t open = here() - 1;
+    const std::size_t firstNote = _pending.size();
     const std::size_t first = _values.size();
     if (nesting.isTooDeep(here()) || !readValueList(ListEnd::Array))
         return nullptr;
     const auto begin = _values.begin() + static_cast<std::ptrdiff_t>(first);
     ArrayObj::Elements elements(std::make_move_iterator(begin), std::make_move_iterator(_values.end()));
     _values.resize(first);
-    return make<ArrayObj>(std::move(elements));
+    Ref<ArrayObj> array = make<ArrayObj>(std::move(elements));
+    if (_pending.size() != firstNote)
+        keepSource(array, open, firstNote);
+    return array;
 }
 
 // Starts after ">>" of an object's dictionary. The six characters that come next decide, whatever white
@@ -572,8 +627,8 @@ void ValueParser::noteRest(std::uint64_t end, bool isNumber) noexcept
         const bool isStream = !isNumber && _ahead.pass(Syntax::streamKeyword);
         _elements.seek(end);
         const bool isReference = isNumber && _ahead.passReferenceEnd();
-        _notes.add(isStream ? ReadingNote::LostStream
-                : isReference ? ReadingNote::ObjectReference : ReadingNote::SecondValue, _id, end);
+        note(isStream ? ReadingNote::LostStream
+                : isReference ? ReadingNote::ObjectReference : ReadingNote::SecondValue, end);
     }
     _elements.seek(position);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <document/KeptSource.h>
 #include <document/LiteralString.h>
 #include <document/LookAhead.h>
 #include <document/ReadingNotes.h>
@@ -38,8 +39,13 @@ public:
     // The single value of an indirect object.
     Ref<Value> readValue() noexcept;
 
-    // Of all that was read.
-    ReadingNotes& notes() noexcept { return _notes; }
+    // Notes what is in no value, or in the value that is being read.
+    void note(ReadingNote note, std::uint64_t offset) noexcept;
+    // Of all that was read, and of these those in no value whose source was kept.
+    const ReadingNotes& notes() const noexcept { return _notes; }
+    ReadingNotes takeUnkept() noexcept;
+    // Kept where the stripe shows its bytes.
+    std::vector<KeptSource> takeSources() noexcept { return std::move(_sources); }
     // For all who look ahead in these elements.
     LookAhead& ahead() noexcept { return _ahead; }
 
@@ -69,7 +75,9 @@ private:
     Ref<ValueObj> readArray() noexcept;
     Ref<Value> readStreamTail(Ref<Dictionary> dictionary) noexcept;
     bool readStreamStart(std::uint64_t& offset) noexcept;
-    void note(ReadingNote note) noexcept { _notes.add(note, _id, here()); }
+    void note(ReadingNote kind) noexcept { note(kind, here()); }
+    void endNotes() noexcept;
+    void keepSource(const Ref<Value>& value, std::uint64_t begin, std::size_t firstNote) noexcept;
     void noteOpener(const List& list, std::uint32_t opener, std::uint32_t previous) noexcept;
     void noteRest(std::uint64_t end, bool isNumber) noexcept;
     Ref<ValueObj> readName() noexcept;
@@ -85,6 +93,14 @@ private:
     LiteralString _literal;
     std::uint64_t _taken = 0; // elements that objects were read from
     ReadingNotes _notes;
+    ReadingNotes _unkept;
+    struct Pending {
+        ReadingNote note;
+        std::uint64_t offset;
+    };
+    std::vector<Pending> _pending; // notes in the values that are being read
+    std::vector<KeptSource> _sources;
+    std::uint64_t _keptSize = 0; // of all sources, in bytes
     std::uint32_t _id = 0;          // of the object that is being read
     std::uint64_t _nestedEnd = 0;   // of the last nested value, where bytes are shown
     std::uint64_t _trueEnd = 0;     // of a value that was found in the object's header; 0 for any other

@@ -86,13 +86,13 @@ bool ValueWriter::writeValue(const Ref<Value>& value) noexcept
             });
     case Value::Type::Dictionary:
         return writeAs<Dictionary>(value, "Failed to convert dictionary to Dictionary",
-            [this](Dictionary& dictionary) { return writeDictionary(dictionary); });
+            [&](Dictionary& dictionary) { return writeSource(value) || writeDictionary(dictionary); });
     case Value::Type::Stream:
         return writeAs<Stream>(value, "Failed to convert stream to Stream",
             [this](Stream& stream) { return writeStream(stream); });
     case Value::Type::Array:
         return writeAs<Array>(value, "Failed to cast array to Array",
-            [this](const Array& array) { return writeArray(array); });
+            [&](const Array& array) { return writeSource(value) || writeArray(array); });
     case Value::Type::Null:
         return writeAs<Null>(value, "Failed to cast value to Null", [this](const Null&) {
             _out.append("null");
@@ -147,8 +147,7 @@ bool ValueWriter::writeRemembered(const String& string) noexcept
         writeHexadecimal(*own->data(), true);
     const Ref<TConstArray<std::uint8_t>> source = own ? own->source() : nullptr;
     if (source)
-        std::transform(source->data(), source->data() + source->size(), _out.grow(source->size()),
-            Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint);
+        appendBytes(*source);
     return hasOddDigit || source;
 }
 
@@ -204,6 +203,22 @@ void ValueWriter::writeHexadecimal(const TConstArray<std::uint8_t>& bytes, bool 
     if (hasOddDigit)
         _out.append(digits[bytes.data()[pairs] / 10]);
     _out.append('>');
+}
+
+// Writes an array or a dictionary whose source was kept as that; false for any other.
+bool ValueWriter::writeSource(const Ref<Value>& value) noexcept
+{
+    const Ref<TConstArray<std::uint8_t>> source = _sources ? _sources->of(*value) : nullptr;
+    if (source)
+        appendBytes(*source);
+    return bool(source);
+}
+
+// Appends the characters of bytes of a file.
+void ValueWriter::appendBytes(const TConstArray<std::uint8_t>& bytes) noexcept
+{
+    std::transform(bytes.data(), bytes.data() + bytes.size(), _out.grow(bytes.size()),
+        Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint);
 }
 
 bool ValueWriter::writeArray(const Array& array) noexcept

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <document/KeptSources.h>
 #include <platform/MemOutStrm.h>
 #include <platform/Stripe.h>
 #include <platform/TConstArray.h>
@@ -40,10 +41,12 @@ protected:
 class ValueWriter {
 public:
     // All must outlive the writer. `document` gives the data of streams. If there is an outlet, data that can be
-    // had as bytes goes there, with the text before it; a failure of the outlet is false without a line.
+    // had as bytes goes there, with the text before it; a failure of the outlet is false without a line. A value with a
+    // kept source is written as that.
     ValueWriter(Document& document, const ::String& lineEnding, Dialect dialect, MemOutStrm& out,
-        ByteOutlet* outlet = nullptr) noexcept
-        : _document(document), _lineEnding(lineEnding), _dialect(dialect), _out(out), _outlet(outlet)
+        ByteOutlet* outlet = nullptr, const KeptSources* sources = nullptr) noexcept
+        : _document(document), _lineEnding(lineEnding), _dialect(dialect), _out(out), _outlet(outlet),
+          _sources(sources && !sources->isEmpty() ? sources : nullptr)
     {
     }
 
@@ -60,6 +63,8 @@ private:
     bool writeOctal(unsigned int c) noexcept;
     bool isOctal(unsigned int c) const noexcept;
     void writeHexadecimal(const TConstArray<std::uint8_t>& bytes, bool hasOddDigit) noexcept;
+    void appendBytes(const TConstArray<std::uint8_t>& bytes) noexcept;
+    bool writeSource(const Ref<Value>& value) noexcept;
     bool writeArray(const Array& array) noexcept;
     bool writeDictionary(Dictionary& dictionary) noexcept;
     bool writeEntries(const DictionaryObj& dictionary) noexcept;
@@ -76,6 +81,7 @@ private:
     const Dialect _dialect;
     MemOutStrm& _out;
     ByteOutlet* const _outlet;
+    const KeptSources* const _sources; // null when there are none
 };
 
 } // namespace Libraries::Files::PDF

@@ -61,6 +61,11 @@ constexpr std::uint64_t readingAllowance = 1 << 16;
 // Digits of a whole number in a file that is examined: as many as 64 bits hold in any case.
 constexpr int maxDigits = 18;
 
+// The source of an array or a dictionary that is kept since it was read otherwise than the format means, in bytes, and
+// the notes of what one has in it: beyond these it counts as lost.
+constexpr std::uint64_t maxKeptSource = std::uint64_t(1) << 20;
+constexpr std::size_t maxPendingNotes = 1 << 16;
+
 // What a loss shows of the file, in bytes, since each object may have one: of a value, and of data.
 constexpr std::size_t maxLossText = 200;
 constexpr std::size_t maxDataExcerpt = 40;

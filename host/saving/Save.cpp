@@ -41,7 +41,7 @@ std::optional<Refusal> refuseReading(const Ref<Document>& document, const SaveOp
 {
     if (options.isPartialAllowed && options.isLossyAllowed)
         return {};
-    const ReadingNotes notes = readingNotes(document);
+    const ReadingNotes notes = options.isPlain ? readingNotes(document) : unwrittenNotes(document);
     if (!options.isPartialAllowed && isPartial(notes))
         return Refusal{Reason::Partial, "the document has a table of several parts, of which only one was read"};
     const std::string losses = options.isLossyAllowed ? std::string() : lossesOfReading(notes);

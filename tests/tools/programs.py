@@ -124,7 +124,7 @@ class Programs(unittest.TestCase):
         document = (TREE / "docs/json.md").read_text()
         run("recompress", "--flate", "form.pdf", "odd.pdf")
         with open("odd.pdf", "rb") as file:
-            odd = file.read().replace(b"/Rect [ 56 562 ", b"/Rect [ 56[]62 ", 1)
+            odd = file.read().replace(b"\nendobj", b"\n(xyz) ", 1)
         with open("odd.pdf", "wb") as file:
             file.write(odd.replace(b"/Filter /FlateDecode", b"/Filter /OtherFilter", 1))
         whole, losses, fields = (json.loads(run(*line.split())[1]) for line in (
@@ -147,7 +147,7 @@ class Programs(unittest.TestCase):
         for name in [*identifiers, *(name for _, names in keys for name in names.split())]:
             self.assertIn(f"`{name}`", document)
         self.assertEqual({o["code"] for o in whole["objects"] if "code" in o}, {"0x519"})
-        self.assertEqual((losses["losses"][0]["kind"], losses["counts"]), ("gluedWord", {"gluedWord": 1}))
+        self.assertEqual((losses["losses"][0]["kind"], losses["counts"]), ("otherValue", {"otherValue": 1}))
         self.assertLessEqual({f["kind"] for f in fields["fields"]}, set(identifiers))
 
     def test_tables_are_aligned_and_fit_a_terminal(self):
