@@ -1,5 +1,6 @@
 // Prints what is in a PDF file.
 
+#include <document/ExactWriting.h>
 #include <document/Inspection.h>
 #include <document/Version.h>
 #include <host/base/ErrorWords.h>
@@ -52,7 +53,7 @@ using Objects = StackVector<Ref<PDF::Object>>;
 Text textOf(const Ref<PDF::Document>& document, const Ref<PDF::Value>& value)
 {
     const Ref<PDF::Stream> stream = PDF::valueAs<PDF::Stream>(value);
-    const auto text = PDF::writtenText(document, stream ? Ref<PDF::Value>(stream->dict()) : value);
+    const auto text = PDF::exactText(document, stream ? Ref<PDF::Value>(stream->dict()) : value);
     return text ? Text(text->data(), text->data() + text->size()) : Text();
 }
 

@@ -74,7 +74,7 @@ Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const
     if (const auto failure = source ? source->readFailure() : std::nullopt)
         return {failure->reason, theSource + failure->message, code};
     for (const auto& object : objectsAsWritten(document)) {
-        if (writtenText(document, object->value()))
+        if (exactText(document, object->value()))
             continue;
         const Ref<Stream> stream = valueAs<Stream>(object->value());
         const bool hasNoData = stream && !document->streamData(stream, false);
