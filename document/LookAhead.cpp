@@ -30,15 +30,33 @@ bool LookAhead::pass(std::string_view keyword) noexcept
     return i == keyword.size();
 }
 
-bool LookAhead::passReferenceEnd() noexcept
+// Gives what comes after the number, white space and comments left out.
+bool LookAhead::passNumber(std::uint32_t& c, int maxDigits) noexcept
 {
-    constexpr int maxDigits = 5;
-    std::uint32_t c = next();
+    c = next();
     int digits = 0;
     for (; digits < maxDigits && c >= '0' && c <= '9'; ++digits)
         if (!_elements.next(c))
             return false;
-    return digits != 0 && (Syntax::isSpace(c) ? next() : c) == 'R';
+    if (Syntax::isSpace(c))
+        c = next();
+    return digits != 0;
+}
+
+bool LookAhead::passReferenceEnd() noexcept
+{
+    constexpr int maxDigits = 5;
+    std::uint32_t c = 0;
+    return passNumber(c, maxDigits) && c == 'R';
+}
+
+bool LookAhead::passObjectStart() noexcept
+{
+    constexpr int maxDigits = 10;
+    std::uint32_t c = 0;
+    if (!passNumber(c, maxDigits) || !_elements.seek(_elements.tell() - 1) || !passNumber(c, maxDigits))
+        return false;
+    return c == 'o' && _elements.seek(_elements.tell() - 1) && pass("obj");
 }
 
 } // namespace Libraries::Files::PDF

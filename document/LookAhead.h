@@ -20,9 +20,12 @@ public:
     bool pass(std::string_view keyword) noexcept;
     // Whether what makes a reference of a number comes next: a generation and "R".
     bool passReferenceEnd() noexcept;
+    // Whether the header of an object comes next.
+    bool passObjectStart() noexcept;
 
 private:
     std::uint32_t next() noexcept;
+    bool passNumber(std::uint32_t& next, int maxDigits) noexcept;
 
     ElementReader& _elements;
     std::uint64_t _left;

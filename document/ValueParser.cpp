@@ -614,6 +614,18 @@ Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
     return nullptr;
 }
 
+// Whether an object ends at a position: its keyword is next or, where that is missing, another object or the table.
+bool ValueParser::isObjectEnd(std::uint64_t position) noexcept
+{
+    for (const char* keyword : {Syntax::objectEnd, Syntax::xrefKeyword, Syntax::startXrefKeyword, Syntax::trailerKeyword}) {
+        _elements.seek(position);
+        if (_ahead.pass(keyword))
+            return true;
+    }
+    _elements.seek(position);
+    return _ahead.passObjectStart();
+}
+
 // Notes what comes after the value of an object, which ends at `end`, unless that is the end of the object. Leaves
 // the elements where they are.
 void ValueParser::noteRest(std::uint64_t end, bool isNumber) noexcept
@@ -621,8 +633,7 @@ void ValueParser::noteRest(std::uint64_t end, bool isNumber) noexcept
     if (!_ahead.isPossible())
         return;
     const std::uint64_t position = here();
-    _elements.seek(end);
-    if (!_ahead.pass(Syntax::objectEnd)) {
+    if (!isObjectEnd(end)) {
         _elements.seek(end);
         const bool isStream = !isNumber && _ahead.pass(Syntax::streamKeyword);
         _elements.seek(end);

@@ -79,6 +79,7 @@ private:
     void endNotes() noexcept;
     void keepSource(const Ref<Value>& value, std::uint64_t begin, std::size_t firstNote) noexcept;
     void noteOpener(const List& list, std::uint32_t opener, std::uint32_t previous) noexcept;
+    bool isObjectEnd(std::uint64_t position) noexcept;
     void noteRest(std::uint64_t end, bool isNumber) noexcept;
     Ref<ValueObj> readName() noexcept;
     Ref<ValueObj> readLiteralString() noexcept;
