@@ -617,7 +617,9 @@ Ref<ValueObj> ValueParser::readHexString(std::uint32_t firstDigit) noexcept
 // Whether an object ends at a position: its keyword is next or, where that is missing, another object or the table.
 bool ValueParser::isObjectEnd(std::uint64_t position) noexcept
 {
-    for (const char* keyword : {Syntax::objectEnd, Syntax::xrefKeyword, Syntax::startXrefKeyword, Syntax::trailerKeyword}) {
+    constexpr const char* ends[]
+        = {Syntax::objectEnd, Syntax::xrefKeyword, Syntax::startXrefKeyword, Syntax::trailerKeyword};
+    for (const char* keyword : ends) {
         _elements.seek(position);
         if (_ahead.pass(keyword))
             return true;

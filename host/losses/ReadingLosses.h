@@ -1,9 +1,9 @@
 #pragma once
 
 #include <document/ReadingNotes.h>
-#include <host/base/Refusal.h>
+#include <platform/Export.h>
 
-#include <optional>
+#include <string>
 
 namespace Host {
 

@@ -17,7 +17,8 @@ class Reading {
 public:
     Reading(Interfaces::Stripe& stripe, bool asBytes) noexcept
         : _stripe(stripe), _bytes(asBytes ? byteReadingOf(stripe) : nullptr), _position(stripe.tell()),
-          _block(std::min(stripe.size(), blockSize) * (_bytes ? 1 : sizeof(std::uint32_t))), _isAtStart(stripe.seek(0) == 0)
+          _block(std::min(stripe.size(), blockSize) * (_bytes ? 1 : sizeof(std::uint32_t))),
+          _isAtStart(stripe.seek(0) == 0)
     {
     }
     Reading(const Reading&) = delete;

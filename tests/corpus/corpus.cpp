@@ -125,7 +125,8 @@ Complaint checkLosses(const Row& row, const std::string& path, const TestFolder&
     const bool isExplained = row.says("prev") || row.says("noroot") || row.says("badlen");
     if (!isAgreed || (!isExplained && losses.countOfMeaning() != losses.count(LossKind::GluedWord)))
         return "has other losses: " + losses.summary();
-    const auto saved = Host::save(*Host::open(path), folder.path("sized.pdf"), {.isPartialAllowed = true, .isUnverified = true});
+    const Host::SaveOptions unchecked{.isPartialAllowed = true, .isUnverified = true};
+    const auto saved = Host::save(*Host::open(path), folder.path("sized.pdf"), unchecked);
     return (saved ? saved->size : 0) == examination->size ? "" : "has another size than examined";
 }
 
