@@ -9,8 +9,8 @@
 //
 // The table begins at 0, ids without an object have free rows, linked, with the generations that they had, and `Size`
 // is the highest id plus 1. A comment of four bytes above 127 follows the header line, and CR LF the word "stream"
-// where lines end in CR. Of what an application made, backslashes are written as \134 and, in the trailer, angle
-// brackets of literal strings in octal digits, so that the format and this library read the same. What this library's
+// where lines end in CR. Of what an application made, backslashes are written as \134, and the angle brackets in
+// all strings of the trailer in octal digits, so that the format and this library read the same. What this library's
 // reading took apart otherwise than the format (document/ReadingNotes.h) is written as it was read, but for what
 // `unwrittenNotes` leaves out.
 namespace Libraries::Files::PDF {

@@ -153,18 +153,7 @@ Ref<ValueObj> LiteralString::finish() const noexcept
 
 bool LiteralString::endsAsMeant() const noexcept
 {
-    if (!_hasDoubled)
-        return true;
-    std::uint64_t depth = 0;
-    for (std::size_t i = 0; i < _source.size(); ++i) {
-        if (_source[i] == '\\')
-            ++i;
-        else if (_source[i] == '(')
-            ++depth;
-        else if (_source[i] == ')' && --depth == 0)
-            return i + 1 == _source.size();
-    }
-    return false;
+    return !_hasDoubled || endOfLiteral(_source.data(), _source.size()) == _source.size();
 }
 
 } // namespace Libraries::Files::PDF

@@ -7,6 +7,23 @@
 
 namespace Libraries::Files::PDF {
 
+// After the bracket that closes, for the format, the literal string that the characters begin with; `npos` of a text
+// when none does.
+template <class Character>
+std::size_t endOfLiteral(const Character* characters, std::size_t count) noexcept
+{
+    std::uint64_t depth = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (characters[i] == '\\')
+            ++i;
+        else if (characters[i] == '(')
+            ++depth;
+        else if (characters[i] == ')' && --depth == 0)
+            return i + 1;
+    }
+    return std::u32string_view::npos;
+}
+
 // A literal string while it is read, from after its "(". One object serves for many, for the sake of its memory.
 class LiteralString {
 public:

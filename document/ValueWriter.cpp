@@ -1,6 +1,7 @@
 #include <document/ValueWriter.h>
 
 #include <document/Document.h>
+#include <document/LiteralString.h>
 #include <document/Report.h>
 #include <document/Syntax.h>
 #include <platform/Limits.h>
@@ -147,8 +148,20 @@ bool ValueWriter::writeRemembered(const String& string) noexcept
         writeHexadecimal(*own->data(), true);
     const Ref<TConstArray<std::uint8_t>> source = own ? own->source() : nullptr;
     if (source)
-        appendBytes(*source);
+        writeStringSource(*source);
     return hasOddDigit || source;
+}
+
+// The source of a literal string. Where angle brackets must not be, they are written as digits as far as the format
+// has the string; a backslash never comes before one, since no string is read with that.
+void ValueWriter::writeStringSource(const TConstArray<std::uint8_t>& source) noexcept
+{
+    const std::size_t end = endOfLiteral(source.data(), source.size());
+    for (std::size_t i = 0; i < source.size(); ++i)
+        if (const std::uint8_t c = source.data()[i]; i < end && isOctalBracket(c))
+            writeOctal(c);
+        else
+            *_out.grow(1) = Libraries::Strings::Encodings::ANSI::Windows_1252::toCodePoint(c);
 }
 
 bool ValueWriter::writeLiteral(const ::String& text) noexcept
@@ -174,8 +187,12 @@ bool ValueWriter::writeLiteral(const ::String& text) noexcept
 // represent one in the format, but not for this library.
 bool ValueWriter::isOctal(unsigned int c) const noexcept
 {
-    return c >= 127 || (c == '\\' && _dialect != Dialect::Plain)
-        || ((c == '<' || c == '>') && _dialect == Dialect::ExactTrailer);
+    return c >= 127 || (c == '\\' && _dialect != Dialect::Plain) || isOctalBracket(c);
+}
+
+bool ValueWriter::isOctalBracket(unsigned int c) const noexcept
+{
+    return (c == '<' || c == '>') && _dialect == Dialect::ExactTrailer;
 }
 
 bool ValueWriter::writeOctal(unsigned int c) noexcept

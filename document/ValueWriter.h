@@ -59,9 +59,11 @@ private:
     void writeReference(const ObjectRef& reference) noexcept;
     bool writeString(const String& string) noexcept;
     bool writeRemembered(const String& string) noexcept;
+    void writeStringSource(const TConstArray<std::uint8_t>& source) noexcept;
     bool writeLiteral(const ::String& text) noexcept;
     bool writeOctal(unsigned int c) noexcept;
     bool isOctal(unsigned int c) const noexcept;
+    bool isOctalBracket(unsigned int c) const noexcept;
     void writeHexadecimal(const TConstArray<std::uint8_t>& bytes, bool hasOddDigit) noexcept;
     void appendBytes(const TConstArray<std::uint8_t>& bytes) noexcept;
     bool writeSource(const Ref<Value>& value) noexcept;

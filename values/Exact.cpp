@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <span>
 #include <string>
 
 namespace Libraries::Files::PDF {
@@ -82,6 +83,8 @@ public:
         }
         return std::move(_bytes);
     }
+    // What this library reads as a part of the string although the format has its end before.
+    std::span<const std::uint8_t> rest() const { return {_next, _end}; }
 
 private:
     bool isOctalDigit() const { return _next != _end && *_next >= '0' && *_next <= '7'; }
@@ -169,6 +172,19 @@ std::u32string readBack(const ::String& text)
     return result;
 }
 
+// The same source, or another spelling of the same.
+bool isSameSource(const StringObj& a, const StringObj& b)
+{
+    const Ref<TConstArray<std::uint8_t>> source = a.source();
+    const Ref<TConstArray<std::uint8_t>> otherSource = b.source();
+    if (isSameData(source.get(), otherSource.get()))
+        return true;
+    SourceReader own(*source);
+    SourceReader other(*otherSource);
+    return isSameText(a.value().get(), b.value().get()) && own.read() == other.read()
+        && std::ranges::equal(own.rest(), other.rest());
+}
+
 // Two texts of which not both have a source.
 bool isSameWhenWritten(const String& a, const String& b)
 {
@@ -182,7 +198,7 @@ bool isSame(const String& a, const String& b)
     const bool hasSource = own && own->hasSource();
     const bool hasOtherSource = other && other->hasSource();
     if (hasSource && hasOtherSource)
-        return isSameData(own->source().get(), other->source().get());
+        return isSameSource(*own, *other);
     const Ref<::String> text = a.value();
     const Ref<::String> otherText = b.value();
     if (text && otherText)

@@ -164,6 +164,26 @@ TEST(ExactWriting, stringsOfApplicationsAreReadTheSameByAll)
     EXPECT_TRUE(PDF::isSameExactly(again->trailer()->find(text("Info")), string));
 }
 
+TEST(ExactWriting, sourcesInTheTrailerHaveNoAngleBrackets)
+{
+    const std::pair<std::string, std::string> cases[] = { // values of a trailer that can be read, as they are written
+        {"(\\\\n<<>>\\7<)", "(\\\\n\\074\\074\\076\\076\\7\\074)"},
+        {"(a\\\\) <<>> (b) c)", "(a\\\\) <<>> (b) c)"}, // the format has them outside of a string
+        {"(a\\\\((<b<) >)", "(a\\\\((\\074b\\074) \\076)"},
+        {"[ (\x80<<) << /A (\x80>>) >> ]", "[ (\x80\\074\\074) << /A (\x80\\076\\076) >> ]"},
+    };
+    for (const auto& [value, expected] : cases) {
+        const Ref<PDF::Document> document = open(PdfText().pages().trailer("/Info " + value));
+        ASSERT_TRUE(document) << value;
+        const std::string file = writtenExactly(document);
+        EXPECT_NE(trailerOf(file).find("/Info " + expected + " /Root"), std::string::npos) << trailerOf(file);
+        const Ref<PDF::Document> again = open(file);
+        ASSERT_TRUE(again) << value;
+        EXPECT_TRUE(PDF::isSameExactly(document->trailer()->find(text("Info")), again->trailer()->find(text("Info"))));
+        EXPECT_EQ(writtenExactly(again), file);
+    }
+}
+
 TEST(ExactWriting, refusesWithTheCodesOfWrite)
 {
     const Ref<PDF::Document> document = open(PdfText().pages().trailer("/ID [ (a) (b) ]"));

@@ -89,6 +89,8 @@ TEST(Exact, stringsAreTheSameWhenTheyAreReadBackTheSame)
     EXPECT_TRUE(PDF::isSameExactly(made(U"a\\b"), inFile("(a\\134b)")));
     EXPECT_FALSE(PDF::isSameExactly(made(U"a\\b"), inFile("(a\\\\b)")));
     EXPECT_FALSE(PDF::isSameExactly(made(U"A"), inFile("<41>")));
+    EXPECT_TRUE(PDF::isSameExactly(inFile("(\\\\n<)"), inFile("(\\\\n\\074)")));
+    EXPECT_FALSE(PDF::isSameExactly(inFile("(a\\\\) b)"), inFile("(a\\\\) \\142)"))) << "of one the format has no b";
 }
 
 TEST(Exact, holdersAreComparedInDepth)
