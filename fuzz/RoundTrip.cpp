@@ -3,6 +3,7 @@
 #include <tests/support/PdfText.h>
 
 #include <document/ExactWriting.h>
+#include <document/LiteralString.h>
 #include <host/files/MemoryStripe.h>
 #include <host/losses/Examine.h>
 #include <platform/Limits.h>
@@ -165,15 +166,17 @@ std::optional<ExactFile> writeExactly(const Ref<PDF::Document>& document)
     return trailer ? std::optional(ExactFile{out->bytes(), trailer}) : std::nullopt;
 }
 
-// Whether it is a string whose source has a bracket pair, which the search for the trailer's keyword counts.
-bool hasPairInSource(const Ref<PDF::Value>& value)
+// Whether it is a string whose source has, after the format's end of it, a bracket pair, which the search for the
+// trailer's keyword counts.
+bool hasPairAfterString(const Ref<PDF::Value>& value)
 {
     bool has = false;
     visitValues(value, [&has](const Ref<PDF::Value>& part) {
         const Ref<PDF::StringObj> string = part.cast<PDF::StringObj>();
         const auto source = string ? string->source() : nullptr;
         const std::string text = source ? std::string(source->data(), source->data() + source->size()) : "";
-        has = has || text.find("<<") != text.npos || text.find(">>") != text.npos;
+        const std::size_t end = PDF::endOfLiteral(text.data(), text.size());
+        has = has || text.find("<<", end) != text.npos || text.find(">>", end) != text.npos;
     });
     return has;
 }
@@ -184,7 +187,7 @@ bool isExcused(const Ref<PDF::Document>& document)
     const auto isOdd = [](const Ref<PDF::Value>& value) {
         return hasLongFraction(value, true) || depthOf(value) > Limits::maxNesting;
     };
-    bool isExcused = isOdd(document->trailer()) || hasPairInSource(document->trailer());
+    bool isExcused = isOdd(document->trailer()) || hasPairAfterString(document->trailer());
     for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
         isExcused = isExcused || !hasOwnLength(document, stream);
     for (const Ref<PDF::Object>& object : PDF::objectsOf(document))
