@@ -151,9 +151,23 @@ Ref<ValueObj> LiteralString::finish() const noexcept
     return make<StringObj>(std::move(text), std::move(source));
 }
 
-bool LiteralString::endsAsMeant() const noexcept
+LiteralString::End LiteralString::end() const noexcept
 {
-    return !_hasDoubled || endOfLiteral(_source.data(), _source.size()) == _source.size();
+    if (!_hasDoubled)
+        return End::AsMeant;
+    std::u32string_view rest = _source;
+    for (End result = End::AsMeant;; result = End::Elsewhere) {
+        const std::size_t end = endOfLiteral(rest.data(), rest.size());
+        if (end >= rest.size())
+            return end == rest.size() ? result : End::Open;
+        rest.remove_prefix(end);
+        const std::size_t next = rest.find_first_of(U"(%");
+        if (next == rest.npos)
+            return End::Elsewhere;
+        if (rest[next] == '%')
+            return End::Open;
+        rest.remove_prefix(next);
+    }
 }
 
 } // namespace Libraries::Files::PDF

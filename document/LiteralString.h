@@ -46,8 +46,13 @@ public:
 
     // The string, once it has ended. It keeps what it is written with if the format means other bytes by that.
     Ref<ValueObj> finish() const noexcept;
-    // Whether the format has its end in the same place.
-    bool endsAsMeant() const noexcept;
+    // Where its end is to the format.
+    enum class End {
+        AsMeant,
+        Elsewhere, // before, with other values after it, all of them inside
+        Open,      // after, or that of one of these values
+    };
+    End end() const noexcept;
 
 private:
     // Whether a character stands for itself where nothing is pending.

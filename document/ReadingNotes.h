@@ -18,7 +18,8 @@ enum class ReadingNote : std::uint8_t {
     SecondValue,      // something else between the value of an object and its end
     LostStream,       // the same, of which a "stream" with a comment before it was lost
     RepeatedKey,      // a key that a dictionary has twice; the last one was kept
-    StringEnd,        // a literal string that ended at another bracket: (a\\)
+    StringEnd,        // a literal string that ended at another bracket, but outside of a string: (a\\) (b) (c) d)
+    OpenString,       // the same, inside a string of the format or a comment, which goes on: (a\\(b)
     StreamStart,      // blanks in or after the word "stream", which count as data
     StreamEnd,        // data of a stream that goes on after its Length
     Reference,        // a reference whose numbers the format wouldn't take for one: -1 0 R, 1. 0 R

@@ -122,7 +122,8 @@ bool ValueParser::isAt(std::uint64_t position, std::uint32_t c) noexcept
 void ValueParser::note(ReadingNote note, std::uint64_t offset) noexcept
 {
     _notes.add(note, _id, offset);
-    if (_pending.size() < Limits::maxPendingNotes)
+    // An open string may go on after the value that it is in, where no source is kept.
+    if (note != ReadingNote::OpenString && _pending.size() < Limits::maxPendingNotes)
         _pending.push_back({note, offset});
     else
         _unkept.add(note, _id, offset);
@@ -581,8 +582,8 @@ Ref<ValueObj> ValueParser::readLiteralString() noexcept
         case LiteralString::Step::More:
             break;
         case LiteralString::Step::End:
-            if (!_literal.endsAsMeant())
-                note(ReadingNote::StringEnd);
+            if (const LiteralString::End end = _literal.end(); end != LiteralString::End::AsMeant)
+                note(end == LiteralString::End::Open ? ReadingNote::OpenString : ReadingNote::StringEnd);
             return _literal.finish();
         case LiteralString::Step::LineEnd:
             return nullptr;

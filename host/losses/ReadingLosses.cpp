@@ -20,7 +20,8 @@ constexpr Row rows[] = {
     {Effect::Lossy, "second values of objects"},
     {Effect::Lossy, "streams after a comment"},
     {Effect::Lossy, "repeated keys"},
-    {Effect::None, "ends of strings"},
+    {Effect::None, "ends of strings"}, // the source is kept, and so all that the format has in it
+    {Effect::Lossy, "strings that end too early"},
     {Effect::Lossy, "beginnings of stream data"},
     {Effect::Lossy, "ends of stream data"},
     {Effect::Lossy, "odd references"},

@@ -205,6 +205,9 @@ TEST_F(Save, refusesWhatWasReadOtherwiseThanItIsMeant)
         std::ofstream(folder.path("out.pdf")) << "x";
         EXPECT_TRUE(save(detached, folder.path("out.pdf"), unchecked));
     }
+    // One string to the format, which the order of the keys would take apart.
+    const auto open = *Host::open(folder.put("file.pdf", fileOf("<< /Z (a\\\\(b) /B (c\\\\)) >>")));
+    EXPECT_TRUE(holds(save(open, folder.path("out.pdf")).refusal().message, "strings that end too early (1, object 3)"));
 }
 
 TEST_F(Save, refusesGapsThatNoTableShouldHave)
