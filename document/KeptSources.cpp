@@ -31,25 +31,25 @@ bool isIntact(const KeptSource& source)
 
 } // namespace
 
-KeptSources::KeptSources(std::vector<KeptSource> sources) noexcept
+KeptSources::KeptSources(std::vector<KeptSource> sources) noexcept : _sources(std::move(sources))
 {
-    _sources.reserve(sources.size());
-    for (KeptSource& source : sources) {
-        const Value* const key = source.value.get();
-        _sources.emplace(key, std::move(source));
-    }
+    _places.reserve(_sources.size());
+    for (const KeptSource& source : _sources)
+        _places.emplace(source.value.get(), _places.size());
 }
 
 Ref<TConstArray<std::uint8_t>> KeptSources::of(const Value& value) const noexcept
 {
-    const auto found = _sources.find(&value);
-    return found != _sources.end() && isIntact(found->second) ? found->second.bytes : nullptr;
+    const auto place = _places.find(&value);
+    if (place == _places.end() || !isIntact(_sources[place->second]))
+        return nullptr;
+    return _sources[place->second].bytes;
 }
 
 void KeptSources::addUnwritten(ReadingNotes& notes, const Value* other) const noexcept
 {
-    for (const auto& [value, source] : _sources)
-        if (value == other || !isIntact(source))
+    for (const KeptSource& source : _sources)
+        if (source.value.get() == other || !isIntact(source))
             notes.add(source.note, source.id, source.offset, source.count);
 }
 

@@ -20,7 +20,8 @@ public:
     void addUnwritten(ReadingNotes& notes, const Value* other) const noexcept;
 
 private:
-    std::unordered_map<const Value*, KeptSource> _sources;
+    std::vector<KeptSource> _sources; // in the order of the reading
+    std::unordered_map<const Value*, std::size_t> _places; // where in the list that of a value is
 };
 
 } // namespace Libraries::Files::PDF
