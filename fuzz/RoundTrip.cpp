@@ -181,13 +181,25 @@ bool hasPairAfterString(const Ref<PDF::Value>& value)
     return has;
 }
 
+// Whether sources of the trailer's values may be kept, of which the search counts brackets in strings and comments, too.
+bool hasNotesInTrailer(const Ref<PDF::Document>& document)
+{
+    const PDF::ReadingNotes notes = PDF::readingNotes(document);
+    bool has = false;
+    for (std::size_t kind = 0; kind < PDF::readingNoteCount; ++kind)
+        if (const auto& entry = notes.of(PDF::ReadingNote(kind)); entry.count != 0)
+            has = has || entry.id == 0;
+    return has;
+}
+
 // Whether an exact file may come back otherwise, or not at all.
 bool isExcused(const Ref<PDF::Document>& document)
 {
     const auto isOdd = [](const Ref<PDF::Value>& value) {
         return hasLongFraction(value, true) || depthOf(value) > Limits::maxNesting;
     };
-    bool isExcused = isOdd(document->trailer()) || hasPairAfterString(document->trailer());
+    bool isExcused = isOdd(document->trailer()) || hasPairAfterString(document->trailer())
+        || hasNotesInTrailer(document);
     for (const Ref<PDF::StreamObj>& stream : streamsOf(document))
         isExcused = isExcused || !hasOwnLength(document, stream);
     for (const Ref<PDF::Object>& object : PDF::objectsOf(document))
