@@ -21,6 +21,7 @@ enum class Reason : std::uint8_t {
     Damaged,          // the data of a stream can't be decoded
     Unsupported,      // the format has it and the library doesn't, such as a filter other than Flate
     Encrypted,        // the document is encrypted, and can't be used like this without being decrypted
+    PasswordNeeded,   // the file is encrypted, and none of its passwords was given
     LimitReached,     // a limit of the library's (platform/Limits.h)
 
     // What would become of it
@@ -32,6 +33,7 @@ enum class Reason : std::uint8_t {
 
     // The system
     UnusableTarget, // nothing can be written at that place
+    OutOfMemory,    // more memory is needed than there is
     OutOfSpace,     // the disk is full, or a quota or a limit of file sizes is reached
     SystemFailure,  // anything else that the system was asked for and didn't give
 };
