@@ -1,0 +1,62 @@
+#pragma once
+
+#include <import/Image.h>
+#include <import/ObjectTable.h>
+#include <import/Source.h>
+#include <import/ValueText.h>
+
+namespace Import {
+
+// Objects that are nothing but a reference, and where it leads.
+using Replacements = std::map<QPDFObjGen, QPDFObjGen>;
+
+// Writes a document of libqpdf as a classic file that the core opens. Objects keep ids and generations.
+class ClassicFile final : private References {
+public:
+    // All must outlive this. What is wrong with data, and libqpdf passes over, is appended to `faults`.
+    ClassicFile(QPDF& document, Source& source, Image& image, Report& report, std::vector<std::string>& faults);
+
+    // Writes the objects of the table, the table and the trailer. Throws `Stop` when that can't be done in proportion.
+    void write(const ObjectTable& table, const Replacements& replacements);
+
+private:
+    // A row of the table, and what becomes of the object.
+    struct Row {
+        enum State : std::uint8_t {
+            Free,     // there is no such object
+            Kept,     // it is written
+            SetAside, // it is written if something refers to it
+            Wanted,   // something does
+        };
+
+        std::uint64_t offset = 0;
+        std::uint16_t generation = 0;
+        State state = Free;
+    };
+
+    // References
+    bool isFollowed(QPDFObjGen object) override;
+
+    void readTable(const ObjectTable& table);
+    void setAside();
+    void writeHeader();
+    QPDFObjectHandle objectOf(int id, const Replacements& replacements);
+    void writeObject(int id, QPDFObjectHandle value);
+    void writeStream(QPDFObjectHandle stream, const Step& step);
+    void writeData(QPDFObjectHandle stream, std::uint64_t length, std::uint64_t lengthOffset, const Step& step);
+    bool isStoredAt(qpdf_offset_t offset, std::uint64_t length);
+    void writeTable();
+    void writeTrailer(std::uint64_t table);
+
+    QPDF& _document;
+    Source& _source;
+    Image& _image;
+    Report& _report;
+    std::vector<std::string>& _faults;
+    ValueText _values;
+    const bool _isEncrypted;
+    std::vector<Row> _rows;   // by id
+    std::vector<int> _wanted; // objects that are to be written after all
+};
+
+} // namespace Import
