@@ -1,10 +1,13 @@
 #pragma once
 
-#include <import/Lexer.h>
+#include <host/base/Lexer.h>
 
 #include <vector>
 
 namespace Import {
+
+using Host::Lexer;
+using Host::Reference;
 
 // The decoded data of an object stream, looked at before libqpdf makes values of it: libqpdf reads each object from its
 // offset on, wherever it ends, and never tells what is between them.

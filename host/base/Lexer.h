@@ -1,31 +1,55 @@
-#include <import/Lexer.h>
+#pragma once
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 
-namespace Import {
+namespace Host {
 
-namespace {
+// A reference as it is written: `12 0 R`.
+struct Reference {
+    int id;
+    int generation;
+};
 
-bool isSpace(char c)
-{
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\v' || c == '\0';
-}
+// Takes a text apart from its front, by the rules of the format and without making values of it.
+class Lexer {
+public:
+    explicit Lexer(std::string_view text) noexcept : _text(text) {}
 
-bool isBracket(char c)
-{
-    return std::string_view("()<>[]{}").find(c) != std::string_view::npos;
-}
+    // How many bytes were taken.
+    std::size_t place() const noexcept { return _place; }
+    bool isAtEnd() const noexcept { return _place >= _text.size(); }
 
-bool endsWord(char c)
-{
-    return isSpace(c) || isBracket(c) || c == '/' || c == '%';
-}
+    // Goes behind white space and comments.
+    void skipBlanks() noexcept;
+    // The next token as it is written: a bracket, double angles being one, a string, a name with its solidus, or a
+    // word. Empty at the end and, with the place behind it, for what is none.
+    std::string_view token() noexcept;
+    // The same as a whole number, and the next three as a reference; none when they are anything else.
+    template <class Number = int>
+    std::optional<Number> number() noexcept;
+    std::optional<Reference> reference() noexcept;
+    // Goes behind one value, brackets with all that is between them. Where it can't tell the end of what is broken, it
+    // takes everything.
+    void skipValue() noexcept;
 
-} // namespace
+private:
+    static bool isSpace(char c) noexcept { return isOneOf(c, {" \n\r\t\f\v\0", 7}); }
+    static bool isBracket(char c) noexcept { return isOneOf(c, "()<>[]{}"); }
+    static bool endsWord(char c) noexcept { return isSpace(c) || isBracket(c) || c == '/' || c == '%'; }
+    static bool isOneOf(char c, std::string_view characters) noexcept { return characters.find(c) != characters.npos; }
+    bool skipLiteral() noexcept;
+    bool skipHexadecimal() noexcept;
 
-void Lexer::skipBlanks() noexcept
+    std::string_view _text;
+    std::size_t _place = 0;
+};
+
+inline void Lexer::skipBlanks() noexcept
 {
     while (!isAtEnd() && (isSpace(_text[_place]) || _text[_place] == '%')) {
         if (_text[_place] == '%')
@@ -35,7 +59,7 @@ void Lexer::skipBlanks() noexcept
     }
 }
 
-std::string_view Lexer::token() noexcept
+inline std::string_view Lexer::token() noexcept
 {
     skipBlanks();
     if (isAtEnd())
@@ -58,17 +82,18 @@ std::string_view Lexer::token() noexcept
     return isToken ? _text.substr(start, _place - start) : std::string_view();
 }
 
-std::optional<int> Lexer::number() noexcept
+template <class Number>
+std::optional<Number> Lexer::number() noexcept
 {
     const std::string_view digits = token();
-    int number = 0;
+    Number number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (digits.empty() || error != std::errc() || end != digits.data() + digits.size())
         return std::nullopt;
     return number;
 }
 
-std::optional<Reference> Lexer::reference() noexcept
+inline std::optional<Reference> Lexer::reference() noexcept
 {
     const std::optional<int> id = number();
     const std::optional<int> generation = number();
@@ -77,7 +102,7 @@ std::optional<Reference> Lexer::reference() noexcept
     return Reference{*id, *generation};
 }
 
-void Lexer::skipValue() noexcept
+inline void Lexer::skipValue() noexcept
 {
     std::string open; // brackets, a "<" for two
     do {
@@ -97,7 +122,7 @@ void Lexer::skipValue() noexcept
 }
 
 // Starts behind the bracket.
-bool Lexer::skipLiteral() noexcept
+inline bool Lexer::skipLiteral() noexcept
 {
     for (std::size_t depth = 1; !isAtEnd();) {
         const char c = _text[_place++];
@@ -112,16 +137,15 @@ bool Lexer::skipLiteral() noexcept
 }
 
 // Starts behind the bracket.
-bool Lexer::skipHexadecimal() noexcept
+inline bool Lexer::skipHexadecimal() noexcept
 {
     const std::size_t end = _text.find('>', _place);
     if (end == _text.npos)
         return false;
     const std::string_view digits = _text.substr(_place, end - _place);
     _place = end + 1;
-    return std::all_of(digits.begin(), digits.end(), [](char c) {
-        return isSpace(c) || std::string_view("0123456789ABCDEFabcdef").find(c) != std::string_view::npos;
-    });
+    return std::all_of(
+        digits.begin(), digits.end(), [](char c) { return isSpace(c) || isOneOf(c, "0123456789ABCDEFabcdef"); });
 }
 
-} // namespace Import
+} // namespace Host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <host/files/FileStripe.h>
+
+#include <cstddef>
+#include <string>
+
+namespace Host {
+
+// How a PDF file is stored: what decides whether `open` has all of it, or has to refuse it.
+struct FileStructure {
+    std::size_t tables = 0;       // cross-reference tables, each with a trailer
+    std::size_t tableStreams = 0; // cross-reference streams
+    bool hasObjectStreams = false;
+    bool isEncrypted = false;
+    bool hasSubsections = false;     // the newest table has more than one
+    bool isTrailerOnOneLine = false; // the newest trailer's dictionary begins on the line of the keyword
+    bool isHeaderInside = false;     // there is something before the header
+
+    // Whether it is none of these: one table of one subsection, after the first line.
+    bool isPlain() const noexcept;
+};
+
+// Follows the tables of a file, without reading its objects. What is broken ends the search.
+EXPORTED FileStructure findStructure(FileStripe& file) noexcept;
+
+// What a structure has that `open` doesn't take, or doesn't take all of, for people: "cross-reference streams, object
+// streams, encrypted". Empty when there is nothing.
+EXPORTED std::string structureWords(const FileStructure& structure) noexcept;
+
+} // namespace Host
