@@ -1,5 +1,6 @@
 #include <import/Conversion.h>
 
+#include <host/files/FileStructure.h>
 #include <import/ClassicFile.h>
 #include <import/Limits.h>
 #include <import/ObjectStreams.h>
@@ -159,6 +160,8 @@ Ref<Interfaces::Stripe> convert(const Ref<Host::FileStripe>& file, const Options
     const std::uint64_t limit = options.limit != 0
         ? options.limit
         : std::max(Limits::maxGrowth * file->size(), Limits::growthAllowance);
+    const Host::FileStructure structure = Host::findStructure(*file);
+    report.tables = structure.tables + structure.tableStreams;
     Image image(file, limit);
     Conversion(file, options, report).run(image, limit);
     return image.toStripe();

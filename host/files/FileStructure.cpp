@@ -64,9 +64,7 @@ public:
 
     FileStructure run() noexcept
     {
-        const std::string head = read(0, furthestHeader + headerStart.size());
-        const std::size_t header = head.find(headerStart);
-        _start = header == head.npos ? 0 : header;
+        _start = findHeader();
         _found.isHeaderInside = _start != 0;
         std::set<std::uint64_t> visited;
         for (std::optional<std::uint64_t> offset = findStart(); offset && visited.insert(*offset).second;)
@@ -105,6 +103,17 @@ private:
                 return position + place;
         }
         return std::nullopt;
+    }
+
+    // Where the first header with a version is; 0 when there is none.
+    std::uint64_t findHeader() noexcept
+    {
+        const std::string head = read(0, furthestHeader + headerStart.size() + 1);
+        std::size_t place = head.find(headerStart);
+        const auto hasVersion = [&](std::size_t start) { return head[start] >= '0' && head[start] <= '9'; };
+        while (place != head.npos && !hasVersion(place + headerStart.size()))
+            place = head.find(headerStart, place + 1);
+        return place == head.npos ? 0 : place;
     }
 
     // The offset at the end of the file.
