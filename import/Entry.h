@@ -1,0 +1,16 @@
+#pragma once
+
+#include <import/OpenAny.h>
+
+namespace Import {
+
+// What the library shows to programs that load it while they run.
+struct Entry {
+    const char* version; // of the project; only a program of the same can use the rest
+    Door open;
+};
+
+// Its name, as the linker has it.
+constexpr const char* entryName = "filesPdfImport";
+
+} // namespace Import
