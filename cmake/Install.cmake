@@ -4,7 +4,11 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/FilesPDF)
 
-install(TARGETS files-pdf files-pdf-host EXPORT FilesPDFTargets
+set(targets files-pdf files-pdf-host)
+if(TARGET files-pdf-import-loader)
+    list(APPEND targets files-pdf-import-loader)
+endif()
+install(TARGETS ${targets} EXPORT FilesPDFTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/files-pdf COMPONENT development)
@@ -14,7 +18,7 @@ write_basic_package_version_file(FilesPDFConfigVersion.cmake COMPATIBILITY SameM
 install(FILES ${PROJECT_BINARY_DIR}/FilesPDFConfig.cmake ${PROJECT_BINARY_DIR}/FilesPDFConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
-# A static library leaves zlib to the program. The prefix is found from the file's own place, so that the
+# A static library leaves zlib, and libqpdf, to the program. The prefix is found from the file's own place, so that the
 # installed tree may be moved.
 set(requires_zlib Requires)
 if(BUILD_SHARED_LIBS)
@@ -41,6 +45,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development)
 if(FILES_PDF_TOOLS)
     list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
+if(FILES_PDF_IMPORT)
+    include(cmake/Import.cmake)
 endif()
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The shared libraries.")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers, CMake package and pkg-config files.")
