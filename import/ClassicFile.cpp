@@ -1,5 +1,6 @@
 #include <import/ClassicFile.h>
 
+#include <host/base/Lexer.h>
 #include <import/Limits.h>
 #include <import/Stop.h>
 #include <import/StreamEntries.h>
@@ -215,16 +216,16 @@ bool ClassicFile::isStoredAt(qpdf_offset_t offset, std::uint64_t length)
     constexpr std::string_view before = "stream";
     constexpr std::string_view after = "endstream";
     constexpr std::string_view blanks{" \t\r\n\f\0", 6};
-    constexpr std::uint64_t room = 16; // bytes on either side
+    constexpr std::uint64_t room = 32; // bytes on either side
     const auto start = static_cast<std::uint64_t>(std::max<qpdf_offset_t>(offset, 0));
     if (start < room || length > _source.size() || start + length > _source.size())
         return false;
     const std::string head = _source.readText(start - room, room);
     const std::string tail = _source.readText(start + length, room);
+    Host::Lexer following(tail);
     const std::size_t headEnd = head.find_last_not_of(blanks) + 1;
-    const std::size_t tailStart = std::min(tail.find_first_not_of(blanks), tail.size());
-    return std::string_view(head).substr(0, headEnd).ends_with(before)
-        && std::string_view(tail).substr(tailStart).starts_with(after);
+    return std::string_view(head).substr(0, headEnd).ends_with(before) && following.token() == after
+        && (!following.isAtEnd() || tail.size() < room);
 }
 
 // `length` is what the dictionary says, and was written at `lengthOffset` with blanks behind it.
