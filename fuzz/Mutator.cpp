@@ -1,3 +1,5 @@
+#include "Repacking.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -126,7 +128,8 @@ std::size_t LLVMFuzzerCustomMutator(std::uint8_t* bytes, std::size_t size, std::
     std::string result = input.substr(0, start);
     while (start != none) {
         const std::size_t end = input.find("%PDF-", input.find("%%EOF", start));
-        result += updated(input.substr(start, end == none ? end : end - start), seed % 3 == 0);
+        const std::string file = input.substr(start, end == none ? end : end - start);
+        result += file.find("/Type /XRef") == none ? updated(file, seed % 3 == 0) : Fuzz::repacked(file);
         start = end;
     }
     if (result.size() > largest)

@@ -1,4 +1,7 @@
 #include "SeedFiles.h"
+#ifdef FILES_PDF_IMPORT
+#include "ImportSeeds.h"
+#endif
 
 #include <cstdint>
 #include <cstdio>
@@ -102,6 +105,10 @@ int main(int argc, char** argv)
     for (const auto& [name, files] : folders)
         for (const auto& [file, bytes] : files)
             Folder(folder, name).add(file, bytes);
+#ifdef FILES_PDF_IMPORT
+    for (const auto& [file, bytes] : Fuzz::importFiles())
+        Folder(folder, "import").add(file, bytes);
+#endif
     addEditing(folder);
     addCounting(folder, "stripes");
     addCounting(folder, "text");
