@@ -101,7 +101,8 @@ std::optional<Refusal> writeTo(const Ref<FileOutput>& out, const Ref<Document>& 
 
 } // namespace
 
-Result<Saved> save(const Ref<Document>& document, const std::string& path, const SaveOptions& options) noexcept
+Result<Ref<FileOutput>> writeVerified(
+    const Ref<Document>& document, const std::string& path, const SaveOptions& options) noexcept
 {
     if (!document)
         return codeRefusal(ErrNullArgument);
@@ -121,6 +122,14 @@ Result<Saved> save(const Ref<Document>& document, const std::string& path, const
     // What was read from it meanwhile may be neither the old nor the new.
     if (!options.isPartialAllowed && isChanged(options.source))
         return changedMeanwhile().withPrefix(theSource);
+    return out;
+}
+
+Result<Saved> save(const Ref<Document>& document, const std::string& path, const SaveOptions& options) noexcept
+{
+    Result<Ref<FileOutput>> out = writeVerified(document, path, options);
+    if (!out)
+        return out.refusal();
     Result<Durability> durability = (*out)->commit();
     if (!durability)
         return durability.refusal();

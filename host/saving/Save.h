@@ -50,5 +50,9 @@ EXPORTED Result<Saved> save(const Ref<PDF::Document>& document, const std::strin
     const SaveOptions& options = {}) noexcept;
 // The same for a document with the file that it was opened from, which becomes the options' source.
 EXPORTED Result<Saved> save(const OpenedFile& opened, const std::string& path, SaveOptions options = {}) noexcept;
+// All of it but the last step: the new file is written and compared, and `commit` gives it its name. Without that
+// nothing is left of it.
+EXPORTED Result<Ref<FileOutput>> writeVerified(const Ref<PDF::Document>& document, const std::string& path,
+    const SaveOptions& options = {}) noexcept;
 
 } // namespace Host
