@@ -2,10 +2,18 @@
 
 #include <host/base/ErrorWords.h>
 #include <host/files/FileStructure.h>
+#include <host/losses/PartialMarks.h>
 
 namespace Import {
 
 namespace {
+
+// Why a document that the core opened isn't all that the file has, or not as the file has it; empty when it is.
+std::string whyIncomplete(const Host::OpenedFile& opened)
+{
+    const Host::PartialMark* const mark = Host::findPartialMark(*opened.document->trailer());
+    return mark ? mark->message : "";
+}
 
 Host::Result<Opened> openByDoor(
     Door door, const Ref<Host::FileStripe>& file, const Options& options, const std::string& why)
@@ -16,6 +24,14 @@ Host::Result<Opened> openByDoor(
     // Nothing more need be said of a password.
     const bool isEnough = why.empty() || imported.refusal().reason == Host::Reason::PasswordNeeded;
     return isEnough ? imported.refusal() : imported.refusal().withPrefix(why + "; ");
+}
+
+// The refusal of a file by the core, where its structure has these words: they say more than the rule that it breaks.
+Host::Refusal refusedByCore(const Host::Refusal& refusal, const std::string& words)
+{
+    return words.empty()
+        ? refusal
+        : Host::Refusal{refusal.reason, "is not opened as it is stored: " + words, refusal.code};
 }
 
 } // namespace
@@ -34,11 +50,16 @@ Host::Result<Opened> openAny(Door door, const Ref<Host::FileStripe>& file, const
     if (use == DoorUse::Always || (use == DoorUse::Automatic && !words.empty()))
         return openByDoor(door, file, options, words);
     Host::Result<Host::OpenedFile> opened = Host::open(file);
-    if (opened)
+    const bool isFinal = use == DoorUse::Never || (!opened && opened.refusal().isUnusable());
+    const std::string why = isFinal ? "" : opened ? whyIncomplete(*opened) : opened.refusal().message;
+    if (opened && why.empty())
         return Opened{std::move(*opened), {}, {}};
-    if (use == DoorUse::Never || opened.refusal().isUnusable())
-        return opened.refusal().withPrefix(words.empty() ? "" : words + "; ");
-    return openByDoor(door, file, options, opened.refusal().message);
+    if (isFinal)
+        return refusedByCore(opened.refusal(), words);
+    Host::Result<Opened> imported = openByDoor(door, file, options, why);
+    if (!imported && !opened)
+        return Host::Refusal{imported.refusal().reason, imported.refusal().message, opened.refusal().code};
+    return imported;
 }
 
 } // namespace Import

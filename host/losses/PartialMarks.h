@@ -26,7 +26,7 @@ constexpr PartialMark partialMarks[] = {
 
 // The first mark that the trailer has, however its key is written; null when all of the file is in memory. An entry
 // with the null value doesn't count.
-const PartialMark* findPartialMark(const PDF::Dictionary& trailer) noexcept;
+EXPORTED const PartialMark* findPartialMark(const PDF::Dictionary& trailer) noexcept;
 // Whether one of the marks says that the document is encrypted.
 bool isEncrypted(const PDF::Dictionary& trailer) noexcept;
 

@@ -55,7 +55,7 @@ TEST(OpenAny, saysWhatARefusedFileIs)
     };
     const Case cases[] = {
         {PackedText().pages(), DoorUse::Never, Host::Reason::BrokenRule,
-            "cross-reference streams, object streams; there is no trailer on a line of its own before startxref"},
+            "is not opened as it is stored: cross-reference streams, object streams"},
         {PackedText().object(1, "<< word >>"), DoorUse::Automatic, Host::Reason::BrokenRule,
             "cross-reference streams; object 1 0, offset 20: unknown token while reading object; treating as string"},
         {encrypted, DoorUse::Automatic, Host::Reason::PasswordNeeded, "is encrypted and needs a password"},
