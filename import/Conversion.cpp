@@ -4,6 +4,7 @@
 #include <import/ClassicFile.h>
 #include <import/Limits.h>
 #include <import/ObjectStreams.h>
+#include <import/QpdfDocument.h>
 #include <import/Stop.h>
 #include <import/Warnings.h>
 
@@ -14,41 +15,6 @@ namespace Import {
 namespace {
 
 constexpr std::size_t longestHeader = 128; // of an object that is a reference, in bytes
-
-std::shared_ptr<QPDFLogger> silence()
-{
-    std::shared_ptr<QPDFLogger> logger = QPDFLogger::create();
-    logger->setInfo(logger->discard());
-    logger->setWarn(logger->discard());
-    logger->setError(logger->discard());
-    return logger;
-}
-
-// Passwords of older files are not in UTF-8, and which bytes they are depends on who made the file.
-std::shared_ptr<QPDF> openEncrypted(const std::shared_ptr<Source>& source, const Options& options)
-{
-    std::vector<std::string> passwords = QUtil::possible_repaired_encodings(options.password);
-    passwords.insert(passwords.begin(), options.password);
-    for (const std::string& password : passwords) {
-        const std::shared_ptr<QPDF> document = QPDF::create();
-        document->setLogger(silence());
-        document->setSuppressWarnings(true);
-        document->setAttemptRecovery(options.isRepairAllowed);
-        try {
-            document->processInputSource(source, password.c_str());
-            return document;
-        } catch (const QPDFExc& exception) {
-            if (exception.getErrorCode() == qpdf_e_password)
-                continue;
-            for (const QPDFExc& warning : document->getWarnings()) // which came first
-                if (!options.isRepairAllowed && !losesNothing(warning))
-                    stop(Reason::BrokenRule, messageOf(warning));
-            throw;
-        }
-    }
-    stop(Reason::PasswordNeeded,
-        options.password.empty() ? "is encrypted and needs a password" : "is encrypted, and the password is wrong");
-}
 
 Permissions permissionsOf(QPDF& document)
 {
@@ -70,7 +36,7 @@ class Conversion {
 public:
     Conversion(const Ref<Host::FileStripe>& file, const Options& options, Report& report)
         : _options(options), _report(report), _source(std::make_shared<Source>(file)),
-          _document(openEncrypted(_source, options)), _table(*_document)
+          _document(openQpdf(_source, options)), _table(*_document)
     {
     }
 

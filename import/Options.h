@@ -7,7 +7,7 @@ namespace Import {
 
 // How a file is opened.
 struct Options {
-    // Of the owner or the user, in UTF-8. Files that anybody may open need none.
+    // Of the owner or the user, in UTF-8. Files that anybody may open need none, and open with any.
     std::string password = {};
     // Lets libqpdf guess what a damaged file was meant to say. The report tells what it did.
     bool isRepairAllowed = false;
