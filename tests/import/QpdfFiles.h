@@ -26,4 +26,21 @@ inline std::string writtenByQpdf(const std::string& file, const std::function<vo
     return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
 }
 
+// The same, encrypted by a method, with the owner's password "owner". Nobody else may print.
+inline std::string encrypted(const std::string& file, const char* user, const char* method)
+{
+    return writtenByQpdf(file, [&](QPDFWriter& writer) {
+        const std::string name = method;
+        if (name == "40 bits")
+            writer.setR2EncryptionParametersInsecure(user, "owner", false, true, true, true);
+        else if (name == "RC4" || name == "AES")
+            writer.setR4EncryptionParametersInsecure(
+                user, "owner", true, true, true, true, true, false, qpdf_r3p_none, true, name == "AES");
+        else
+            writer.setR6EncryptionParameters(user, "owner", true, true, true, true, true, false, qpdf_r3p_none, true);
+        if (name == "AES in object streams")
+            writer.setObjectStreamMode(qpdf_o_generate);
+    });
+}
+
 } // namespace Tests
