@@ -2,5 +2,5 @@
 
 extern "C" {
 EXPORTED extern const Import::Entry filesPdfImport;
-const Import::Entry filesPdfImport = {FILES_PDF_VERSION, &Import::open};
+const Import::Entry filesPdfImport = {FILES_PDF_VERSION, &Import::open, &Import::save};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <import/OpenAny.h>
+#include <import/Save.h>
 
 namespace Import {
 
@@ -8,6 +9,7 @@ namespace Import {
 struct Entry {
     const char* version; // of the project; only a program of the same can use the rest
     Door open;
+    decltype(&Import::save) save;
 };
 
 // Its name, as the linker has it.
