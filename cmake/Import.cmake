@@ -1,7 +1,11 @@
 # What `cmake --install` puts where of the import library, in two components of its own, so that the packages of the
 # others don't depend on libqpdf. Its headers are among those of the others: the loader needs them, too.
 set_target_properties(files-pdf-import PROPERTIES INSTALL_RPATH "\$ORIGIN") # beside the libraries that it is over
-install(TARGETS files-pdf-import EXPORT FilesPDFImportTargets
+set(import_targets files-pdf-import)
+if(NOT BUILD_SHARED_LIBS)
+    list(APPEND import_targets files-pdf-import-loader)
+endif()
+install(TARGETS ${import_targets} EXPORT FilesPDFImportTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT import NAMELINK_COMPONENT import_development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT import_development
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/files-pdf COMPONENT development)

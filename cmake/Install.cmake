@@ -4,8 +4,12 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/FilesPDF)
 
+# What needs the import library is exported with it.
 set(targets files-pdf files-pdf-host)
-if(TARGET files-pdf-import-loader)
+set(loader_requires files-pdf-host)
+if(FILES_PDF_IMPORT AND NOT BUILD_SHARED_LIBS)
+    set(loader_requires files-pdf-import)
+else()
     list(APPEND targets files-pdf-import-loader)
 endif()
 install(TARGETS ${targets} EXPORT FilesPDFTargets
@@ -25,7 +29,7 @@ if(BUILD_SHARED_LIBS)
     set(requires_zlib Requires.private)
 endif()
 string(REGEX REPLACE "[^/]+" ".." from_pc_to_prefix ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-foreach(library files-pdf files-pdf-host)
+foreach(library files-pdf files-pdf-host files-pdf-import-loader)
     configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
