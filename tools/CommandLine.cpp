@@ -17,6 +17,20 @@ const Option* findAmong(std::span<const Option> options, std::string_view name)
     return found == options.end() ? nullptr : &*found;
 }
 
+// Whether the argument is one of those that the help lists, as "auto|never"; where it lists none, any is.
+bool isChoice(std::string_view choices, std::string_view argument)
+{
+    if (choices.find('|') == choices.npos)
+        return true;
+    while (!choices.empty()) {
+        const std::size_t end = std::min(choices.find('|'), choices.size());
+        if (choices.substr(0, end) == argument)
+            return true;
+        choices.remove_prefix(std::min(end + 1, choices.size()));
+    }
+    return false;
+}
+
 } // namespace
 
 CommandLine::CommandLine(const Program& program) : _program(program) {}
@@ -61,7 +75,7 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
         argument = rest.front();
         rest = rest.subspan(1);
     }
-    return "";
+    return isChoice(option->argument, argument) ? "" : name + " takes " + option->argument;
 }
 
 // Null when the program has no such option.

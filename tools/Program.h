@@ -9,7 +9,8 @@ namespace Tools {
 // An option that a program knows.
 struct Option {
     const char* name;     // as it is given: "--values"
-    const char* argument; // what the help calls its argument, which may follow it or a "=": "FILE"; empty for none
+    const char* argument; // what the help calls its argument, which may follow it or a "=": "FILE"; empty for none. A
+                          // "|" is between all that it may be: "auto|never"
     const char* help;     // what it does. Lines are broken where they are full; "\n" breaks one earlier
 };
 

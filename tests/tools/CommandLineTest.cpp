@@ -6,7 +6,7 @@ namespace {
 
 using Tools::CommandLine;
 
-constexpr Tools::Option own[] = {{"--mode", "MODE", ""}};
+constexpr Tools::Option own[] = {{"--mode", "MODE", ""}, {"--way", "in|out", ""}};
 constexpr Tools::Option common[] = {{"--quick", "", ""}, {"--quickly", "", ""}};
 const Tools::Program program = {
     .name = "try",
@@ -54,6 +54,9 @@ TEST(CommandLine, takesArgumentsApart)
         {{"--help-all"}, "none"},
         {{"-h", "a", "b", "c"}, "a;b;c;none"},
         {{"a", "--mode"}, "--mode needs an argument"},
+        {{"a", "--way", "out"}, "a;none"},
+        {{"a", "--way=in|out"}, "--way takes in|out"},
+        {{"a", "--way="}, "--way takes in|out"},
         {{"a", "--quick=1"}, "--quick takes no argument"},
         {{"a", "--help=1"}, "--help takes no argument"},
         {{"--mod=x", "a"}, "unknown option --mod"},
