@@ -1,7 +1,7 @@
 #include <tools/BatchRun.h>
 
 #include <tools/Hints.h>
-#include <tools/Saving.h>
+#include <tools/ImportReport.h>
 
 namespace Tools {
 
@@ -17,10 +17,13 @@ public:
 
     std::optional<Host::Refusal> open()
     {
-        auto opened = Host::open(_job.in);
+        auto opened = Tools::open(_job.in, _options.open);
         if (!opened)
             return opened.refusal();
         _opened = std::move(*opened);
+        if (_opened.report)
+            _result.import = importJson(_opened);
+        warnOfImport(_opened, "");
         _result.pages = _opened.document->getPages().size();
         return {};
     }
@@ -45,9 +48,10 @@ public:
     {
         if (_job.foreign.empty())
             return {};
-        const auto foreign = Host::open(_job.foreign);
+        const auto foreign = Tools::open(_job.foreign, _options.open);
         if (!foreign)
             return foreign.refusal().withPrefix(_job.foreign + ": ");
+        warnOfImport(*foreign, _job.foreign + ": ");
         if (auto refusal = refuseContent(*foreign, _options.save))
             return refusal->withPrefix(_job.foreign + ": ");
         const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
@@ -68,14 +72,14 @@ public:
         if (_job.out.empty())
             return {};
         if (_options.save.isStrict)
-            if (auto losses = lossesOf(_opened.file))
+            if (auto losses = lossesOf(_opened))
                 return losses;
         Host::SaveOptions options = _options.save;
         options.isStrict = false; // examined above
-        const auto saved = Host::save(_opened, _job.out, options);
+        const auto saved = Tools::save(_opened, _job.out, options, _options.storage);
         if (!saved) {
             Host::Refusal refusal = saved.refusal();
-            refusal.message += savingHint(saved.refusal());
+            refusal.message += _opened.report ? "" : savingHint(refusal); // of an import all is there
             return refusal;
         }
         _result.size = saved->size;
@@ -85,6 +89,11 @@ public:
     }
 
 private:
+    void warnOfImport(const Opened& opened, const std::string& prefix)
+    {
+        if (const std::string losses = opened.report ? importLosses(*opened.report) : ""; !losses.empty())
+            warn({prefix + "importing lost " + losses});
+    }
     void warn(const std::vector<std::string>& messages)
     {
         _result.warnings.insert(_result.warnings.end(), messages.begin(), messages.end());
@@ -93,7 +102,7 @@ private:
     const BatchJob& _job;
     const BatchOptions& _options;
     BatchResult& _result;
-    Host::OpenedFile _opened;
+    Opened _opened;
 };
 
 } // namespace

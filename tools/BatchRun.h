@@ -1,13 +1,15 @@
 #pragma once
 
-#include <host/saving/Save.h>
 #include <tools/BatchJob.h>
+#include <tools/Saving.h>
 
 namespace Tools {
 
 // What applies to all jobs of a run.
 struct BatchOptions {
+    OpenOptions open;
     Host::SaveOptions save;
+    StoreOptions storage;
     Host::Appearances appearances = Host::Appearances::DrawnByViewers;
     bool isForced = false;
 };
@@ -19,6 +21,7 @@ struct BatchResult {
     std::size_t pages = 0;
     std::uint64_t size = 0; // of the saved file, in bytes
     std::vector<std::string> warnings;
+    std::string import; // JSON, of a file that was imported; else empty
 };
 
 // Does the steps of a job up to the first that fails. Nothing of it is left but the saved file.

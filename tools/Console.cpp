@@ -28,6 +28,11 @@ void Console::warn(const std::string& file, const std::string& message) const
     std::fprintf(stderr, "%s: %s: warning: %s\n", _name.c_str(), shown(file).c_str(), shown(message).c_str());
 }
 
+void Console::note(const std::string& file, const std::string& message) const
+{
+    std::fprintf(stderr, "%s: %s: %s\n", _name.c_str(), shown(file).c_str(), shown(message).c_str());
+}
+
 int Console::finish() const
 {
     if (std::fflush(stdout) == 0 && !std::ferror(stdout))

@@ -23,8 +23,9 @@ public:
     int misuse(const std::string& message) const;
     // What is wrong with the file, and the code.
     int refuse(const std::string& file, const Host::Refusal& refusal) const;
-    // The program goes on.
+    // The program goes on: what may be wrong, and what is only to be known.
     void warn(const std::string& file, const std::string& message) const;
+    void note(const std::string& file, const std::string& message) const;
     // The end of a program that went well, unless what it printed did not arrive.
     int finish() const;
 

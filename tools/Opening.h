@@ -1,10 +1,43 @@
 #pragma once
 
-#include <host/files/Open.h>
+#include <import/OpenAny.h>
+#include <tools/CommandLine.h>
+#include <tools/Console.h>
 
 namespace Tools {
 
-// `Host::open` with a bar; a refusal says what people may do about it.
-Host::Result<Host::OpenedFile> open(const std::string& path);
+// How files are opened.
+struct OpenOptions {
+    Import::DoorUse use = Import::DoorUse::Automatic;
+    Import::Options import;
+};
+
+// A document, and the way that it came.
+struct Opened : Host::OpenedFile {
+    std::string why;                      // it was imported; empty when it wasn't, or was on demand
+    std::optional<Import::Report> report; // of what was done to the file; none when it wasn't imported
+    Ref<Host::FileStripe> source;         // the file, also when the document was detached from it
+    std::string password;                 // that it was opened with
+};
+
+// The options of every program that opens files, and what they say. Refused when there is no password in its file.
+OptionGroup openOptions();
+Host::Result<OpenOptions> openOptionsOf(const CommandLine& line);
+
+// Opens a file by the core or the library of imports, and says nothing.
+Host::Result<Opened> open(const std::string& path, const OpenOptions& options);
+
+// How a program opens: by its options, with a bar, and with a line for what isn't as usual. The console lives longer.
+class Opening {
+public:
+    Opening(const CommandLine& line, const Console& console);
+
+    // A refusal says what people may do about it.
+    Host::Result<Opened> open(const std::string& path) const;
+
+private:
+    const Host::Result<OpenOptions> _options;
+    const Console& _console;
+};
 
 } // namespace Tools

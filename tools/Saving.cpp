@@ -3,8 +3,10 @@
 #include <document/Inspection.h>
 #include <host/losses/Examine.h>
 #include <host/losses/ReadingLosses.h>
+#include <import/Loader.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
+#include <tools/ImportReport.h>
 
 namespace Tools {
 
@@ -19,6 +21,9 @@ OptionGroup saveOptions()
         {"--lossy", "", "also save a document that was read otherwise than it is meant"},
         {"--plain", "", "write numbers and strings as they were read, and a table without gaps"},
         {"--keep-id", "", "leave the second part of the trailer's ID as it is"},
+        {"--compact", "", "put the objects into compressed streams, as most programs do"},
+        {"--decrypt", "", "save what was encrypted so that anybody can read it"},
+        {"--encrypt-as-before", "", "encrypt it again, with the same passwords and permissions"},
     };
     return {"saving", options};
 }
@@ -35,9 +40,36 @@ Host::SaveOptions saveOptionsOf(const CommandLine& line)
     return options;
 }
 
-std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
+StoreOptions storeOptionsOf(const CommandLine& line)
 {
-    const auto examination = Host::examine(file);
+    return {line.has("--compact"), line.has("--decrypt"), line.has("--encrypt-as-before")};
+}
+
+Host::Result<Host::Saved> save(
+    const Opened& opened, const std::string& path, const Host::SaveOptions& options, const StoreOptions& storage)
+{
+    const bool wasEncrypted = opened.report && opened.report->isDecrypted;
+    if (wasEncrypted && storage.isDecrypted == storage.isEncryptedAsBefore)
+        return Host::Refusal{Host::Reason::Encrypted,
+            "is encrypted; --decrypt saves it for anybody to read, or --encrypt-as-before as it was"};
+    const bool isEncrypted = wasEncrypted && storage.isEncryptedAsBefore;
+    if (!isEncrypted && !storage.isCompact)
+        return Host::save(opened, path, options);
+    const Import::Storage stored{storage.isCompact, isEncrypted ? opened.source : nullptr, opened.password};
+    return Import::saveIfInstalled(opened, path, stored, options);
+}
+
+std::optional<Host::Refusal> lossesOf(const Opened& opened)
+{
+    if (opened.report) {
+        const std::string losses = importLosses(*opened.report);
+        if (losses.empty())
+            return {};
+        return Host::Refusal{Host::Reason::Lossy, "importing lost " + losses};
+    }
+    if (!opened.file)
+        return {}; // it was detached, and examined before
+    const auto examination = Host::examine(opened.file);
     if (!examination)
         return examination.refusal();
     if (examination->losses.countOfMeaning() == 0)
@@ -45,7 +77,7 @@ std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file)
     return Host::Refusal{Host::Reason::Lossy, "saving loses " + examination->losses.summary() + lossesHint};
 }
 
-std::optional<Host::Refusal> refuseContent(const Host::OpenedFile& opened, const Host::SaveOptions& options)
+std::optional<Host::Refusal> refuseContent(const Opened& opened, const Host::SaveOptions& options)
 {
     const std::string losses = Host::lossesOfReading(Host::PDF::readingNotes(opened.document));
     if (!options.isLossyAllowed && !losses.empty()) {
@@ -53,28 +85,31 @@ std::optional<Host::Refusal> refuseContent(const Host::OpenedFile& opened, const
         refusal.message += savingHint(refusal);
         return refusal;
     }
-    return options.isStrict && opened.file ? lossesOf(opened.file) : std::nullopt;
+    return options.isStrict ? lossesOf(opened) : std::nullopt;
 }
 
-Saving::Saving(const CommandLine& line, const Console& console) : _options(saveOptionsOf(line)), _console(console) {}
+Saving::Saving(const CommandLine& line, const Console& console)
+    : _options(saveOptionsOf(line)), _storage(storeOptionsOf(line)), _console(console)
+{
+}
 
-std::optional<int> Saving::checkContent(const Host::OpenedFile& opened, const std::string& in) const
+std::optional<int> Saving::checkContent(const Opened& opened, const std::string& in) const
 {
     const auto refusal = withProgress("examining", [&] { return refuseContent(opened, _options); });
     return refusal ? std::optional<int>(_console.refuse(in, *refusal)) : std::nullopt;
 }
 
-int Saving::save(const Host::OpenedFile& opened, const std::string& in, const std::string& out) const
+int Saving::save(const Opened& opened, const std::string& in, const std::string& out) const
 {
-    if (_options.isStrict && opened.file)
-        if (const auto losses = withProgress("examining", [&opened] { return lossesOf(opened.file); }))
+    if (_options.isStrict)
+        if (const auto losses = withProgress("examining", [&opened] { return lossesOf(opened); }))
             return _console.refuse(in, *losses);
     Host::SaveOptions options = _options;
     options.isStrict = false; // examined above
-    const auto saved = withProgress("saving", [&] { return Host::save(opened, out, options); });
+    const auto saved = withProgress("saving", [&] { return Tools::save(opened, out, options, _storage); });
     if (!saved) {
         Host::Refusal refusal = saved.refusal().withPrefix("can't be saved as " + out + ": ");
-        refusal.message += savingHint(refusal);
+        refusal.message += opened.report ? "" : savingHint(refusal); // of an import all is there
         return _console.refuse(in, refusal);
     }
     if (saved->durability == Host::Durability::Unknown)

@@ -1,8 +1,7 @@
 #pragma once
 
 #include <host/saving/Save.h>
-#include <tools/CommandLine.h>
-#include <tools/Console.h>
+#include <tools/Opening.h>
 
 namespace Tools {
 
@@ -10,10 +9,23 @@ namespace Tools {
 OptionGroup saveOptions();
 Host::SaveOptions saveOptionsOf(const CommandLine& line);
 
-// Why a strict save refuses the file: what it loses, or why that can't be told.
-std::optional<Host::Refusal> lossesOf(const Ref<Host::FileStripe>& file);
+// Why a strict save refuses the file: what saving or importing it loses, or why that can't be told.
+std::optional<Host::Refusal> lossesOf(const Opened& opened);
 // Why the content of a file that goes into a new one is refused by these options.
-std::optional<Host::Refusal> refuseContent(const Host::OpenedFile& opened, const Host::SaveOptions& options);
+std::optional<Host::Refusal> refuseContent(const Opened& opened, const Host::SaveOptions& options);
+
+// How the new file is stored.
+struct StoreOptions {
+    bool isCompact = false;
+    bool isDecrypted = false; // what was encrypted
+    bool isEncryptedAsBefore = false;
+};
+StoreOptions storeOptionsOf(const CommandLine& line);
+
+// Saves a document, stored as the options say. Refused, with `Reason::Encrypted`, when it came from an encrypted file
+// and they don't say what becomes of that.
+Host::Result<Host::Saved> save(
+    const Opened& opened, const std::string& path, const Host::SaveOptions& options, const StoreOptions& storage);
 
 // How a program saves: by its options, with a bar, and with a line for whatever goes wrong. The command line and the
 // console live longer.
@@ -23,12 +35,13 @@ public:
 
     // Looks at a file whose content goes into the new one, or at one that will be detached before it is saved. Its
     // refusal is the end, and the exit status comes back.
-    std::optional<int> checkContent(const Host::OpenedFile& opened, const std::string& in) const;
+    std::optional<int> checkContent(const Opened& opened, const std::string& in) const;
     // Saves what was opened from `in` as `out`, and gives the exit status.
-    int save(const Host::OpenedFile& opened, const std::string& in, const std::string& out) const;
+    int save(const Opened& opened, const std::string& in, const std::string& out) const;
 
 private:
     const Host::SaveOptions _options;
+    const StoreOptions _storage;
     const Console& _console;
 };
 

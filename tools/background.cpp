@@ -24,7 +24,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN, puts the content of pages of FOREIGN beneath that of its pages, and saves it as "
              "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image; the "
              "message names it.",
-    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when a file, the background, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -34,10 +34,11 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
     if (!mode)
         return console.misuse("unknown mode " + line.argument("--mode"));
     const std::string& in = line.operand(0);
-    const auto opened = Tools::open(in);
+    const Tools::Opening opening(line, console);
+    const auto opened = opening.open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
-    const auto foreign = Tools::open(line.operand(1));
+    const auto foreign = opening.open(line.operand(1));
     if (!foreign)
         return console.refuse(line.operand(1), foreign.refusal());
     const Tools::Saving saving(line, console);

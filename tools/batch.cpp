@@ -6,7 +6,6 @@
 #include <tools/BatchRun.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
-#include <tools/Saving.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,7 +36,7 @@ const Tools::Program program = {
              "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
              "\n"
              "Only \"in\" is needed. No job may need the output of another job of the same run.",
-    .options = {{"", ownOptions}, Tools::saveOptions(), {"", logOption}},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
     .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
                   "written.",
 };
@@ -65,6 +64,8 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
             object["size"] = result.size;
         }
     }
+    if (!result.import.empty())
+        object["import"] = Json::parse(result.import);
     if (!result.warnings.empty())
         object["warnings"] = result.warnings;
     if (!jobLog.empty())
@@ -82,7 +83,7 @@ void work(Tools::BatchLines& lines, const BatchOptions& options)
         Tools::BatchJob job;
         BatchResult result;
         if (auto refusal = Tools::readJob(nlohmann::json::parse(text, nullptr, false), job))
-            result = {"job", std::move(*refusal), 0, 0, {}};
+            result = {"job", std::move(*refusal), 0, 0, {}, {}};
         else
             result = Tools::runJob(job, options);
         const Json object = resultOf(line, job, result);
@@ -97,10 +98,12 @@ std::uint64_t sizeOfInput()
     return fstat(STDIN_FILENO, &status) == 0 && S_ISREG(status.st_mode) ? std::uint64_t(status.st_size) : 0;
 }
 
-BatchOptions optionsOf(const CommandLine& line)
+BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open)
 {
     BatchOptions options;
+    options.open = open;
     options.save = Tools::saveOptionsOf(line);
+    options.storage = Tools::storeOptionsOf(line);
     options.isForced = line.has("--force");
     if (line.has("--keep-looks"))
         options.appearances = Host::Appearances::LeftAsTheyAre;
@@ -125,9 +128,12 @@ int batch(const CommandLine& line, const Tools::Console& console)
     const auto threads = Tools::numberOf(line.argument("--jobs", "1"));
     if (!threads || *threads < 1 || *threads > 256)
         return console.misuse("--jobs takes a number from 1 to 256");
+    const auto open = Tools::openOptionsOf(line);
+    if (!open)
+        return console.refuse("standard input", open.refusal());
     if (line.has("-v")) // instead of at the end
         Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
-    const std::uint64_t failed = workOn(*threads, optionsOf(line));
+    const std::uint64_t failed = workOn(*threads, optionsOf(line, *open));
     if (std::ferror(stdin))
         return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
     const int status = console.finish();

@@ -2,10 +2,10 @@
 
 #include <host/fields/FormFields.h>
 #include <tools/Identifiers.h>
+#include <tools/ImportReport.h>
 #include <tools/Json.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
-#include <tools/Opening.h>
 #include <tools/ShownText.h>
 #include <tools/Table.h>
 
@@ -22,7 +22,7 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Prints a line for each field of the form of a PDF file: its name, kind and value, what it takes, and its "
              "flags. Control characters are printed as \\ and three octal digits.",
-    .options = {{"", ownOptions}, Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::logOptions()},
     .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -66,12 +66,13 @@ std::string jsonField(const Host::FormField& field)
         + ", \"widgets\": " + std::to_string(field.widgetCount) + "}";
 }
 
-void printJson(const Host::FormFields& form)
+void printJson(const Host::FormFields& form, const Tools::Opened& opened)
 {
     std::printf("{\"fields\": [\n");
     for (std::size_t i = 0; i < form.fields.size(); ++i)
         std::printf("%s%s\n", jsonField(form.fields[i]).c_str(), i + 1 < form.fields.size() ? "," : "");
-    std::printf("],\n\"passedOver\": %s}\n", jsonList(form.skipped).c_str());
+    std::printf("],\n\"passedOver\": %s,\n\"import\": %s}\n", jsonList(form.skipped).c_str(),
+        Tools::importJson(opened).c_str());
 }
 
 // What can be put into the field.
@@ -108,13 +109,16 @@ void printTable(const Host::FormFields& form)
 int fields(const Tools::CommandLine& line, const Tools::Console& console)
 {
     const std::string& file = line.operand(0);
-    const auto opened = Tools::open(file);
+    const auto opened = Tools::Opening(line, console).open(file);
     if (!opened)
         return console.refuse(file, opened.refusal());
     const Host::Result<Host::FormFields> form = Host::listFields(opened->document);
     if (!form)
         return console.refuse(file, form.refusal());
-    (line.has("--json") ? printJson : printTable)(*form);
+    if (line.has("--json"))
+        printJson(*form, *opened);
+    else
+        printTable(*form);
     for (const std::string& what : form->skipped)
         console.warn(file, what);
     return console.finish();

@@ -29,7 +29,7 @@ const Tools::Program program = {
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
              "is refused, nothing is saved.",
-    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -74,7 +74,7 @@ int fill(const CommandLine& line, const Console& console)
     if (!readOperands(line, values))
         return console.misuse("expected NAME=VALUE in UTF-8 after IN and OUT");
     const std::string& in = line.operand(0);
-    const auto opened = Tools::open(in);
+    const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
     auto filler = Host::FormFiller::create(opened->document);

@@ -11,10 +11,10 @@
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
 #include <tools/Identifiers.h>
+#include <tools/ImportReport.h>
 #include <tools/Json.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
-#include <tools/Opening.h>
 #include <tools/ShownText.h>
 #include <tools/Table.h>
 #include <values/Dictionary.h>
@@ -42,7 +42,7 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Prints the version, line ending and trailer of a PDF file, its objects as PDF text, and its pages. "
              "Control characters in the text are printed as \\ and three octal digits.",
-    .options = {{"", ownOptions}, Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -139,8 +139,9 @@ Objects pagesOf(const Ref<PDF::Document>& document, std::uint32_t& code)
 
 enum class Extent { Whole, AllObjects, OneObject };
 
-void printText(const Ref<PDF::Document>& document, const Objects& objects, Extent extent)
+void printText(const Tools::Opened& opened, const Objects& objects, Extent extent)
 {
+    const Ref<PDF::Document>& document = opened.document;
     if (extent == Extent::Whole) {
         std::printf("version: %s\n", Host::toUtf8(PDF::versionToString(document->version())).c_str());
         std::printf("line ending: %s\n", lineEndingName(document).c_str());
@@ -160,8 +161,9 @@ void printText(const Ref<PDF::Document>& document, const Objects& objects, Exten
         std::printf("no page list: %s (%s)\n", Host::errorWords(code).data(), Host::codeText(code).c_str());
 }
 
-void printJson(const Ref<PDF::Document>& document, const Objects& objects, Extent extent)
+void printJson(const Tools::Opened& opened, const Objects& objects, Extent extent)
 {
+    const Ref<PDF::Document>& document = opened.document;
     if (extent == Extent::OneObject) {
         std::printf("%s\n", jsonObject(document, *objects[0]).c_str());
         return;
@@ -181,7 +183,8 @@ void printJson(const Ref<PDF::Document>& document, const Objects& objects, Exten
         for (const auto& page : pagesOf(document, code))
             std::printf("%s{\"id\": %u, \"generation\": %u}", std::exchange(separator, ", "), page->id(),
                 page->generation());
-        std::printf("],\n\"pagesCode\": %s}", jsonCode(code).c_str());
+        std::printf("],\n\"pagesCode\": %s,\n\"import\": %s}", jsonCode(code).c_str(),
+            Tools::importJson(opened).c_str());
     }
     std::printf("\n");
 }
@@ -239,22 +242,38 @@ void printLossesAsJson(const Host::Examination& examination)
         if (const std::size_t count = examination.losses.count(kind))
             std::printf("%s%s: %zu", std::exchange(separator, ", "), json(Tools::identifierOf(kind)).c_str(), count);
     }
-    std::printf("},\n\"size\": %s, \"table\": %s}\n",
+    std::printf("},\n\"size\": %s, \"table\": %s,\n\"import\": null}\n",
         examination.size == 0 ? "null" : std::to_string(examination.size).c_str(),
         examination.tableProblem.empty() ? "null" : json(examination.tableProblem).c_str());
 }
 
-int inspectLosses(const CommandLine& line, const Console& console)
+// Of a file that was imported everything is in memory but what the report names.
+void printImportLosses(const CommandLine& line, const Tools::Opened& opened)
 {
-    const auto examination = Tools::withProgress("examining", [&line] { return Host::examine(line.operand(0)); });
+    const std::string losses = Tools::importLosses(*opened.report);
+    if (line.has("--json"))
+        std::printf("{\"losses\": [],\n\"counts\": {},\n\"size\": null, \"table\": null,\n\"import\": %s}\n",
+            Tools::importJson(opened).c_str());
+    else
+        std::printf("the import lost %s\n", losses.empty() ? "nothing" : losses.c_str());
+}
+
+int inspectLosses(const CommandLine& line, const Console& console, const Tools::Opened& opened)
+{
+    if (opened.report) {
+        printImportLosses(line, opened);
+        return console.finish();
+    }
+    const auto examination = Tools::withProgress("examining", [&opened] { return Host::examine(opened.file); });
     if (!examination)
         return console.refuse(line.operand(0), Tools::withOpeningHint(examination.refusal()));
     (line.has("--json") ? printLossesAsJson : printLosses)(*examination);
     return console.finish();
 }
 
-int inspectDocument(const CommandLine& line, const Console& console, const Ref<PDF::Document>& document)
+int inspectDocument(const CommandLine& line, const Console& console, const Tools::Opened& opened)
 {
+    const Ref<PDF::Document>& document = opened.document;
     const std::string& file = line.operand(0);
     const bool isStream = line.has("--stream");
     const bool isOne = isStream || line.has("--object");
@@ -274,7 +293,7 @@ int inspectDocument(const CommandLine& line, const Console& console, const Ref<P
         return printed || std::ferror(stdout) ? console.finish() : console.refuse(file, printed.refusal());
     }
     const Extent extent = isOne ? Extent::OneObject : line.has("--objects") ? Extent::AllObjects : Extent::Whole;
-    (line.has("--json") ? printJson : printText)(document, objects, extent);
+    (line.has("--json") ? printJson : printText)(opened, objects, extent);
     return console.finish();
 }
 
@@ -293,11 +312,10 @@ int inspect(const CommandLine& line, const Console& console)
 {
     if (const std::string conflict = conflictOf(line); !conflict.empty())
         return console.misuse(conflict);
-    if (line.has("--losses"))
-        return inspectLosses(line, console);
-    const auto opened = Tools::open(line.operand(0));
-    return opened ? inspectDocument(line, console, opened->document)
-                  : console.refuse(line.operand(0), opened.refusal());
+    const auto opened = Tools::Opening(line, console).open(line.operand(0));
+    if (!opened)
+        return console.refuse(line.operand(0), opened.refusal());
+    return (line.has("--losses") ? inspectLosses : inspectDocument)(line, console, *opened);
 }
 
 } // namespace

@@ -27,7 +27,7 @@ const Tools::Program program = {
     .operandCount = 2,
     .about = "Opens the PDF file IN, converts the data of every stream to one form, saves the whole as OUT, which may "
              "be the same file, and reports what was done to each stream, with its sizes in bytes.",
-    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -72,7 +72,7 @@ int recompress(const Tools::CommandLine& line, const Tools::Console& console)
         return console.misuse("expected either --flate or --none");
     const auto target = line.has("--flate") ? PDF::Compression::Flate : PDF::Compression::None;
     const std::string& in = line.operand(0);
-    const auto opened = Tools::open(in);
+    const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
     const auto streams = Tools::withProgress("recompressing",

@@ -22,7 +22,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN, replaces the data of its stream object N with that of DATAFILE, and saves the "
              "whole as OUT, which may be the same file. The data is compressed when the stream has the filter "
              "FlateDecode and stored as it is when it has none; streams with other filters are refused.",
-    .options = {{"", ownOptions}, Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -41,7 +41,7 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
     const auto id = Tools::numberOf(line.operand(2));
     if (!id)
         return console.misuse("N must be the number of an object");
-    const auto opened = Tools::open(in);
+    const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
     const Ref<PDF::Object> object = objectOf(opened->document, *id);

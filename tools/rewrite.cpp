@@ -13,14 +13,14 @@ const Tools::Program program = {
     .operandCount = 2,
     .about = "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced only when "
              "the new file has been opened again and has the same document.",
-    .options = {Tools::saveOptions(), Tools::logOptions()},
+    .options = {Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or the saving of it, is refused; 2 for wrong use and unreadable files.",
 };
 
 int rewrite(const Tools::CommandLine& line, const Tools::Console& console)
 {
     const std::string& in = line.operand(0);
-    const auto opened = Tools::open(in);
+    const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));

@@ -14,14 +14,14 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Opens the PDF file FILE, reads the data of all its streams into memory, and saves the document as FILE "
              "again. The save needs nothing of the old file any more: it might be gone by then.",
-    .options = {Tools::saveOptions(), Tools::logOptions()},
+    .options = {Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.",
 };
 
 int saveInPlace(const Tools::CommandLine& line, const Tools::Console& console)
 {
     const std::string& file = line.operand(0);
-    auto opened = Tools::open(file);
+    auto opened = Tools::Opening(line, console).open(file);
     if (!opened)
         return console.refuse(file, opened.refusal());
     const Tools::Saving saving(line, console);

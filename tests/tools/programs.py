@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Tries how the programs meet bad input: programs.py FOLDER MAKE_INVOICE"""
+"""Tries how the programs meet bad input: programs.py FOLDER MAKE_INVOICE [import]"""
 import fcntl
 import json
 import os
 import pathlib
 import pty
 import re
+import shutil
 import struct
 import subprocess
 import sys
@@ -14,6 +15,7 @@ import termios
 import unittest
 
 FOLDER, MAKE_INVOICE = sys.argv[1:3]
+HAS_IMPORT = "import" in sys.argv[3:]
 TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAMS = {  # and operands that each is content with
     "inspect": ["form.pdf"],
@@ -108,7 +110,7 @@ class Programs(unittest.TestCase):
             (2, "can't be saved as folder: is a folder", "rewrite form.pdf folder"),
             (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
             (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
-            (1, "; --partial saves", "rewrite part.pdf out.pdf"),
+            (1, "; --partial saves", "rewrite --import never part.pdf out.pdf"),
             (1, "files-pdf-inspect --losses FILE", "rewrite --strict lossy.pdf out.pdf"),
             (1, "; --lossy saves", "rewrite lossy.pdf out.pdf"),
             (1, "lossy.pdf: was read otherwise", "background form.pdf lossy.pdf out.pdf"),
@@ -130,12 +132,12 @@ class Programs(unittest.TestCase):
         whole, losses, fields = (json.loads(run(*line.split())[1]) for line in (
             "inspect --json odd.pdf", "inspect --losses --json odd.pdf", "fields --json odd.pdf"))
         keys = [  # of an object, or of all objects of a list together
-            (whole, "version lineEnding trailer objects pages pagesCode"),
+            (whole, "version lineEnding trailer objects pages pagesCode import"),
             (whole["objects"], "id generation text stored decoded error code"),
             (whole["pages"], "id generation"),
-            (losses, "losses counts size table"),
+            (losses, "losses counts size table import"),
             (losses["losses"], "id generation kind words offset inFile written"),
-            (fields, "fields passedOver"),
+            (fields, "fields passedOver import"),
             (fields["fields"], "path kind flags flagBits value default signed options states maxLength tooltip "
                                "appearance alignment widgets"),
         ]
@@ -149,6 +151,51 @@ class Programs(unittest.TestCase):
         self.assertEqual({o["code"] for o in whole["objects"] if "code" in o}, {"0x519"})
         self.assertEqual((losses["losses"][0]["kind"], losses["counts"]), ("otherValue", {"otherValue": 1}))
         self.assertLessEqual({f["kind"] for f in fields["fields"]}, set(identifiers))
+
+    @unittest.skipUnless(shutil.which("qpdf"), "makes its files by qpdf")
+    def test_files_are_imported(self):
+        encrypt = ["--encrypt", "secret", "owner", "256", "--print=none", "--"]
+        for name, options in ("line.pdf", []), ("packed.pdf", ["--object-streams=generate"]), ("locked.pdf", encrypt):
+            subprocess.run(["qpdf", "--preserve-unreferenced", "form.pdf", *options, name], check=True)
+        for name, password in ("right", b"secret\nmore"), ("wrong", b"guess"), ("long", b"x" * 2000):
+            with open(name, "wb") as file:
+                file.write(password)
+        cases = [  # status, what it says, operands; those before a program that imports are of any
+            (1, "not opened as it is stored: cross-reference streams, object streams", "fields --import never packed.pdf"),
+            (2, "--import takes auto|never|always;", "fields --import sometimes form.pdf"),
+            (2, "the password file gone can't be read", "fields --password-file gone form.pdf"),
+            (2, "too long for a password", "fields --password-file long form.pdf"),
+        ]
+        cases += [
+            (0, "packed.pdf: cross-reference streams, object streams; imported", "fields packed.pdf"),
+            (0, "form.pdf: imported", "inspect --import always form.pdf"),
+            (1, "needs a password; --password-file FILE", "inspect locked.pdf"),
+            (1, "the password is wrong", "inspect --password-file wrong locked.pdf"),
+            (1, "is encrypted; --decrypt saves it", "rewrite --password-file right locked.pdf out.pdf"),
+            (0, "imported", "fill --password-file right --decrypt locked.pdf open.pdf number=7"),
+            (0, "", "inspect --import never open.pdf"),
+            (0, "imported", "fill --password-file right --encrypt-as-before --compact locked.pdf again.pdf number=7"),
+            (0, "imported", "save-in-place --password-file right --encrypt-as-before locked.pdf"),
+            (1, "needs a password", "fields locked.pdf"),
+            (1, "needs a password", "fields again.pdf"),
+            (0, "imported", "background --import always --compact line.pdf letterhead.pdf small.pdf"),
+        ] if HAS_IMPORT else [
+            (1, "object streams; needs libfiles-pdf-import, which isn't installed", "fields packed.pdf"),
+            (1, "needs libfiles-pdf-import", "rewrite --compact form.pdf out.pdf"),
+        ]
+        for status, words, line in cases:
+            got, _, err = run(*line.split())
+            self.assertEqual(got, status, (line, err))
+            self.assertIn(words, err.decode(), line)
+        self.assertFalse(os.path.exists("out.pdf"))
+        if HAS_IMPORT:
+            values = [run("fields", "--json", *line.split())[1]
+                      for line in ("open.pdf", "--password-file right again.pdf", "packed.pdf")]
+            fields, again, packed = (json.loads(value) for value in values)
+            self.assertEqual(fields["fields"], again["fields"])
+            self.assertEqual((fields["import"], again["import"]["decrypted"]), (None, True))
+            self.assertEqual((packed["import"]["permissions"], packed["import"]["objectStreams"] > 0), (None, True))
+            self.assertFalse(again["import"]["permissions"]["print"])
 
     def test_tables_are_aligned_and_fit_a_terminal(self):
         long = "a text that goes on for longer than a line of the terminal does, " * 5
