@@ -80,7 +80,8 @@ bool isWhole(std::uint64_t encrypted, std::uint64_t decrypted)
 
 ClassicFile::ClassicFile(QPDF& document, Source& source, Image& image, Report& report, std::vector<std::string>& faults)
     : _document(document), _source(source), _image(image), _report(report), _faults(faults),
-      _values(image.text(), *this, report), _isEncrypted(document.isEncrypted())
+      _values(image.text(), *this, report), _isEncrypted(document.isEncrypted()),
+      _encryption(document.getTrailer().getKey("/Encrypt").getObjGen())
 {
 }
 
@@ -88,9 +89,8 @@ void ClassicFile::write(const ObjectTable& table, const Replacements& replacemen
 {
     writeHeader();
     readTable(table);
-    setAside();
     for (std::size_t id = 1; id < _rows.size(); ++id)
-        if (_rows[id].state == Row::Kept)
+        if (_rows[id].state != Row::Free)
             writeObject(static_cast<int>(id), objectOf(static_cast<int>(id), replacements));
     for (std::size_t i = 0; i < _wanted.size(); ++i)
         writeObject(_wanted[i], objectOf(_wanted[i], {}));
@@ -129,17 +129,10 @@ void ClassicFile::readTable(const ObjectTable& table)
     }
 }
 
-// What held other objects or the table, and the dictionary of the encryption. The image has no use for them.
-void ClassicFile::setAside()
+// Whether it held other objects or the table, or is the dictionary of the encryption. The image has no use for them.
+bool ClassicFile::isSetAside(QPDFObjectHandle value) const
 {
-    const QPDFObjGen encryption = _document.getTrailer().getKey("/Encrypt").getObjGen();
-    for (const QPDFObjectHandle& object : _document.getAllObjects()) {
-        const QPDFObjGen name = object.getObjGen();
-        const auto id = static_cast<std::size_t>(std::max(name.getObj(), 0));
-        const bool isKept = id < _rows.size() && _rows[id].state == Row::Kept && _rows[id].generation == name.getGen();
-        if (isKept && (name == encryption || isContainer(object)))
-            _rows[id].state = Row::SetAside;
-    }
+    return value.getObjGen() == _encryption || isContainer(value);
 }
 
 // The object, or that which it refers to, however many others are between them; null where that leads nowhere.
@@ -162,10 +155,11 @@ bool ClassicFile::isFollowed(QPDFObjGen object)
     if (object.getObj() <= 0 || object.getGen() < 0 || object.getGen() > highestGeneration)
         return false;
     const auto id = static_cast<std::size_t>(object.getObj());
-    if (id < _rows.size() && _rows[id].state == Row::SetAside && _rows[id].generation == object.getGen()) {
-        _rows[id].state = Row::Wanted;
+    if (id >= _rows.size() || _rows[id].state == Row::Free || _rows[id].generation != object.getGen())
+        return true;
+    if (_rows[id].state == Row::SetAside)
         _wanted.push_back(object.getObj());
-    }
+    _rows[id].state = Row::Referenced;
     return true;
 }
 
@@ -173,6 +167,10 @@ void ClassicFile::writeObject(int id, QPDFObjectHandle value)
 {
     Row& row = _rows[static_cast<std::size_t>(id)];
     const Step step{nullptr, static_cast<std::size_t>(id)};
+    if (row.state == Row::Kept && isSetAside(value)) {
+        row.state = Row::SetAside;
+        return;
+    }
     if (value.isNull() || (value.isName() && _values.isEmptyName(value.getName(), step))) {
         row.state = Row::Free;
         return;
@@ -248,7 +246,7 @@ void ClassicFile::writeTable()
         stop(Reason::LimitReached, "what is in it takes more bytes than a table can tell");
     _image.add("xref\n0 " + std::to_string(_rows.size()) + '\n');
     for (const Row& row : _rows) {
-        const bool isInUse = row.state == Row::Kept || row.state == Row::Wanted;
+        const bool isInUse = row.state == Row::Kept || row.state == Row::Referenced;
         std::string text = "0000000000 00000 f \n";
         writeDigits(text, 0, 10, isInUse ? row.offset : 0);
         writeDigits(text, 11, 5, isInUse ? row.generation : highestGeneration);

@@ -23,10 +23,10 @@ private:
     // A row of the table, and what becomes of the object.
     struct Row {
         enum State : std::uint8_t {
-            Free,     // there is no such object
-            Kept,     // it is written
-            SetAside, // it is written if something refers to it
-            Wanted,   // something does
+            Free,       // there is no such object
+            Kept,       // it is written
+            Referenced, // and something refers to it
+            SetAside,   // it isn't, unless something refers to it
         };
 
         std::uint64_t offset = 0;
@@ -38,7 +38,7 @@ private:
     bool isFollowed(QPDFObjGen object) override;
 
     void readTable(const ObjectTable& table);
-    void setAside();
+    bool isSetAside(QPDFObjectHandle value) const;
     void writeHeader();
     QPDFObjectHandle objectOf(int id, const Replacements& replacements);
     void writeObject(int id, QPDFObjectHandle value);
@@ -55,6 +55,7 @@ private:
     std::vector<std::string>& _faults;
     ValueText _values;
     const bool _isEncrypted;
+    const QPDFObjGen _encryption; // the object that tells how, if it is one
     std::vector<Row> _rows;   // by id
     std::vector<int> _wanted; // objects that are to be written after all
 };

@@ -126,7 +126,7 @@ Ref<Interfaces::Stripe> convert(const Ref<Host::FileStripe>& file, const Options
     const std::uint64_t limit = options.limit != 0
         ? options.limit
         : std::max(Limits::maxGrowth * file->size(), Limits::growthAllowance);
-    const Host::FileStructure structure = Host::findStructure(*file);
+    const Host::FileStructure structure = Host::findStructure(*file, Host::StructureParts::Tables);
     report.tables = structure.tables + structure.tableStreams;
     Image image(file, limit);
     Conversion(file, options, report).run(image, limit);

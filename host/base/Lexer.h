@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,10 +40,23 @@ public:
     void skipValue() noexcept;
 
 private:
-    static bool isSpace(char c) noexcept { return isOneOf(c, {" \n\r\t\f\v\0", 7}); }
-    static bool isBracket(char c) noexcept { return isOneOf(c, "()<>[]{}"); }
-    static bool endsWord(char c) noexcept { return isSpace(c) || isBracket(c) || c == '/' || c == '%'; }
-    static bool isOneOf(char c, std::string_view characters) noexcept { return characters.find(c) != characters.npos; }
+    // What a character is, in bits.
+    enum Kind : std::uint8_t { Space = 1, Bracket = 2, EndOfWord = 4, HexDigit = 8 };
+
+    static constexpr std::array<std::uint8_t, 256> kinds = [] {
+        std::array<std::uint8_t, 256> table{};
+        const auto add = [&table](std::string_view characters, int bits) {
+            for (const char c : characters)
+                table[static_cast<unsigned char>(c)] = static_cast<std::uint8_t>(bits);
+        };
+        add({" \n\r\t\f\v\0", 7}, Space | EndOfWord);
+        add("()<>[]{}", Bracket | EndOfWord);
+        add("/%", EndOfWord);
+        add("0123456789ABCDEFabcdef", HexDigit);
+        return table;
+    }();
+
+    static bool is(char c, int bits) noexcept { return (kinds[static_cast<unsigned char>(c)] & bits) != 0; }
     bool skipLiteral() noexcept;
     bool skipHexadecimal() noexcept;
 
@@ -51,7 +66,7 @@ private:
 
 inline void Lexer::skipBlanks() noexcept
 {
-    while (!isAtEnd() && (isSpace(_text[_place]) || _text[_place] == '%')) {
+    while (!isAtEnd() && (is(_text[_place], Space) || _text[_place] == '%')) {
         if (_text[_place] == '%')
             _place = std::min(_text.find_first_of("\r\n", _place), _text.size());
         else
@@ -74,10 +89,10 @@ inline std::string_view Lexer::token() noexcept
         isToken = skipLiteral();
     else if (c == '<')
         isToken = skipHexadecimal();
-    else if (isBracket(c))
+    else if (is(c, Bracket))
         isToken = c == '[' || c == ']';
     else
-        while (!isAtEnd() && !endsWord(_text[_place]))
+        while (!isAtEnd() && !is(_text[_place], EndOfWord))
             ++_place;
     return isToken ? _text.substr(start, _place - start) : std::string_view();
 }
@@ -144,8 +159,7 @@ inline bool Lexer::skipHexadecimal() noexcept
         return false;
     const std::string_view digits = _text.substr(_place, end - _place);
     _place = end + 1;
-    return std::all_of(
-        digits.begin(), digits.end(), [](char c) { return isSpace(c) || isOneOf(c, "0123456789ABCDEFabcdef"); });
+    return std::all_of(digits.begin(), digits.end(), [](char c) { return is(c, Space | HexDigit); });
 }
 
 } // namespace Host

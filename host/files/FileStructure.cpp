@@ -62,14 +62,14 @@ class StructureSearch {
 public:
     explicit StructureSearch(FileStripe& file) noexcept : _file(file) {}
 
-    FileStructure run() noexcept
+    FileStructure run(StructureParts parts) noexcept
     {
         _start = findHeader();
         _found.isHeaderInside = _start != 0;
         std::set<std::uint64_t> visited;
         for (std::optional<std::uint64_t> offset = findStart(); offset && visited.insert(*offset).second;)
             offset = isReadTooOften() ? std::nullopt : readSection(*offset, visited.size() == 1);
-        if (_found.tableStreams > 0)
+        if (_found.tableStreams > 0 && parts == StructureParts::All)
             _found.hasObjectStreams = find(objectStreamKey, 0).has_value();
         return _found;
     }
@@ -225,9 +225,9 @@ bool FileStructure::isPlain() const noexcept
         && !isHeaderInside;
 }
 
-FileStructure findStructure(FileStripe& file) noexcept
+FileStructure findStructure(FileStripe& file, StructureParts parts) noexcept
 {
-    return StructureSearch(file).run();
+    return StructureSearch(file).run(parts);
 }
 
 std::string structureWords(const FileStructure& structure) noexcept

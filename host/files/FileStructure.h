@@ -21,8 +21,14 @@ struct FileStructure {
     bool isPlain() const noexcept;
 };
 
+// What is looked for.
+enum class StructureParts {
+    All,
+    Tables, // `hasObjectStreams` stays false: nothing but the whole file tells that
+};
+
 // Follows the tables of a file, without reading its objects. What is broken ends the search.
-EXPORTED FileStructure findStructure(FileStripe& file) noexcept;
+EXPORTED FileStructure findStructure(FileStripe& file, StructureParts parts = StructureParts::All) noexcept;
 
 // What a structure has that `open` doesn't take, or doesn't take all of, for people: "cross-reference streams, object
 // streams, encrypted". Empty when there is nothing.
