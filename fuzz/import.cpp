@@ -189,7 +189,9 @@ void importFile(std::string_view bytes, const Import::Options& options)
     require(options.isRepairAllowed || !imported->report.isRepaired, "only repair repairs");
     Import::Report report;
     const std::string image = bytesOf(*Import::convert(file, options, report));
-    compare(bytes, image, options, report);
+    // What libqpdf guesses depends on which object it reads first.
+    if (!report.isRepaired)
+        compare(bytes, image, options, report);
     Fuzz::Allowance allowance;
     require(!imported->opened.document->changed(), "nothing is changed");
     Fuzz::walk(imported->opened.document, image, allowance);
