@@ -128,6 +128,10 @@ Ref<Interfaces::Stripe> convert(const Ref<Host::FileStripe>& file, const Options
         : std::max(Limits::maxGrowth * file->size(), Limits::growthAllowance);
     const Host::FileStructure structure = Host::findStructure(*file, Host::StructureParts::Tables);
     report.tables = structure.tables + structure.tableStreams;
+    if (structure.streamedRows > std::max(Limits::maxRows * file->size(), Limits::rowAllowance))
+        stop(Reason::LimitReached, "its tables have " + std::to_string(structure.streamedRows) + " rows");
+    if (structure.hasCostlyFilters)
+        stop(Reason::LimitReached, "a cross-reference stream can't be decoded within bounds");
     Image image(file, limit);
     Conversion(file, options, report).run(image, limit);
     return image.toStripe();

@@ -23,6 +23,11 @@ constexpr std::uint64_t readingAllowance = 1 << 20;
 constexpr std::uint64_t maxGaps = 16;
 constexpr std::uint64_t gapAllowance = 1 << 20;
 
+// Rows that the cross-reference streams of a file may say they have: so many for each of its bytes, and never less than
+// so many. libqpdf takes some hundred bytes for each, and data of a few bytes has thousands.
+constexpr std::uint64_t maxRows = 1;
+constexpr std::uint64_t rowAllowance = 1 << 16;
+
 // Object streams: their dictionaries, in bytes; their filters; the rows of their predictors, in bits, for which libqpdf
 // takes memory however little data there is; and bytes that are read again since objects overlap, in times the data.
 constexpr std::size_t maxStreamDictionary = 1 << 16;

@@ -5,6 +5,7 @@
 #include <platform/Limits.h>
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace Host {
@@ -29,7 +30,61 @@ struct Links {
     std::optional<std::uint64_t> hybrid; // the stream beside a table
     bool isEncrypted = false;
     bool isTableStream = false;
+    // Of a table stream.
+    std::uint64_t size = 0;                // what its Size says
+    std::optional<std::uint64_t> indexed; // the rows that its Index counts
+    bool hasCostlyFilters = false;
+
+    std::uint64_t rows() const noexcept { return indexed.value_or(size); }
 };
+
+constexpr std::uint64_t usualRow = 4096; // no row of a table is longer, in bytes
+
+constexpr std::uint64_t tooMany = std::numeric_limits<std::uint64_t>::max();
+
+// Every second number of an array, added up; too many where it is anything else.
+std::uint64_t sumOfCounts(Lexer array) noexcept
+{
+    std::uint64_t sum = 0;
+    array.token(); // "["
+    for (Lexer end = array; end.token() != "]"; end = array) {
+        const auto first = array.number<std::uint64_t>();
+        const auto count = array.number<std::uint64_t>();
+        if (!first || !count || *count > tooMany - sum)
+            return tooMany;
+        sum += *count;
+    }
+    return sum;
+}
+
+// Whether a value, which the text is, has more than one name, as an array of filters.
+bool hasSeveralNames(std::string_view value) noexcept
+{
+    Lexer lexer(value);
+    std::size_t names = 0;
+    while (!lexer.isAtEnd())
+        names += lexer.token().starts_with('/') ? 1 : 0;
+    return names > 1;
+}
+
+// Whether a number in the parameters of filters is too large for a row of a table.
+bool hasLongRows(std::string_view parameters) noexcept
+{
+    Lexer lexer(parameters);
+    while (!lexer.isAtEnd()) {
+        Lexer number = lexer;
+        const std::string_view word = lexer.token();
+        const bool isNumber = !word.empty() && (word[0] == '+' || (word[0] >= '0' && word[0] <= '9'));
+        if (isNumber && number.number<std::uint64_t>().value_or(usualRow + 1) > usualRow)
+            return true;
+    }
+    return false;
+}
+
+bool isOneOf(std::string_view written, std::initializer_list<const char*> names) noexcept
+{
+    return std::any_of(names.begin(), names.end(), [&](const char* name) { return isSameName(written, name); });
+}
 
 Links linksOf(std::string_view dictionary)
 {
@@ -38,13 +93,19 @@ Links linksOf(std::string_view dictionary)
     lexer.token(); // "<<"
     while (!lexer.isAtEnd()) {
         const std::string_view key = lexer.token();
-        if (!key.starts_with('/'))
+        if (!key.starts_with('/')) {
+            links.hasCostlyFilters = links.hasCostlyFilters || key != ">>"; // nobody knows what follows
             break;
+        }
         const std::string_view name = key.substr(1);
         Lexer value = lexer;
         lexer.skipValue();
-        if (Lexer reference = value; reference.reference())
+        const std::string_view text = dictionary.substr(value.place(), lexer.place() - value.place());
+        if (Lexer reference = value; reference.reference()) {
             lexer = reference;
+            // What the table needs can't be in what it leads to.
+            links.hasCostlyFilters = links.hasCostlyFilters || isOneOf(name, {"Size", "Index", "Filter", "DecodeParms"});
+        }
         if (isSameName(name, "Prev"))
             links.previous = value.number<std::uint64_t>();
         else if (isSameName(name, "XRefStm"))
@@ -53,6 +114,14 @@ Links linksOf(std::string_view dictionary)
             links.isEncrypted = value.token() != "null";
         else if (isSameName(name, "Type"))
             links.isTableStream = value.token() == "/XRef";
+        else if (isSameName(name, "Size"))
+            links.size = value.number<std::uint64_t>().value_or(tooMany);
+        else if (isSameName(name, "Index"))
+            links.indexed = sumOfCounts(value);
+        else if (isSameName(name, "Filter"))
+            links.hasCostlyFilters = links.hasCostlyFilters || hasSeveralNames(text);
+        else if (isSameName(name, "DecodeParms"))
+            links.hasCostlyFilters = links.hasCostlyFilters || hasLongRows(text);
     }
     return links;
 }
@@ -135,12 +204,20 @@ private:
         Lexer lexer(head);
         if (lexer.token() == tableKeyword)
             return readTable(place + lexer.place(), isNewest);
-        Links links = linksOf(dictionaryOf(head));
+        const Links links = linksOf(dictionaryOf(head));
         if (!links.isTableStream)
             return std::nullopt;
         ++_found.tableStreams;
         _found.isEncrypted = _found.isEncrypted || links.isEncrypted;
+        countStream(links);
         return links.previous;
+    }
+
+    void countStream(const Links& stream) noexcept
+    {
+        const std::uint64_t rows = stream.rows();
+        _found.streamedRows += std::min(rows, tooMany - _found.streamedRows);
+        _found.hasCostlyFilters = _found.hasCostlyFilters || stream.hasCostlyFilters;
     }
 
     // The dictionary of the object that the text begins with.
@@ -166,7 +243,10 @@ private:
             _found.hasSubsections = trailer.subsections > 1;
         }
         const Links links = linksOf(std::string_view(text).substr(dictionary));
-        _found.tableStreams += links.hybrid ? 1 : 0;
+        if (links.hybrid) {
+            ++_found.tableStreams;
+            countStream(linksOf(dictionaryOf(read(_start + *links.hybrid, blockSize))));
+        }
         _found.isEncrypted = _found.isEncrypted || links.isEncrypted;
         return links.previous;
     }

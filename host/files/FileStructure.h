@@ -11,6 +11,10 @@ namespace Host {
 struct FileStructure {
     std::size_t tables = 0;       // cross-reference tables, each with a trailer
     std::size_t tableStreams = 0; // cross-reference streams
+    // What reading these may cost: how many rows they say they have, and whether one has several filters, a
+    // predictor with rows of more than a few thousand bytes, or can't be told, all of which no program makes.
+    std::uint64_t streamedRows = 0;
+    bool hasCostlyFilters = false;
     bool hasObjectStreams = false;
     bool isEncrypted = false;
     bool hasSubsections = false;     // the newest table has more than one

@@ -252,6 +252,10 @@ TEST(Import, keepsWithinItsLimits)
         {"objects inside each other in a stream", nested, "overlap too often"},
         {"objects inside each other", again, "overlap too often"},
         {"ids", far, "ids go up to 200000"},
+        {"rows of tables", PackedText(packed).trailer("/Index [ 0 4 7 2000000 ]"), "tables have 2000004 rows"},
+        {"filters of tables", PackedText(packed).trailer("/Filter [ /FlateDecode /FlateDecode ]"), "within bounds"},
+        {"predictors of tables", PackedText(packed).trailer("/DecodeParms << /Columns 100000 >>"), "within bounds"},
+        {"tables that lead elsewhere", PackedText(packed).trailer("/Filter 7 0 R"), "within bounds"},
         {"the image", PackedText(packed).stream(9, std::string(1'100'000, 'x')), "more than 1000000 bytes"},
     };
     for (const auto& [rule, file, message] : cases)
