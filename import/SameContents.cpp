@@ -24,11 +24,11 @@ public:
     std::string bytes;
 };
 
-// The data of a stream as it is stored, but for encryption, or decoded; none when it can't be read.
-std::optional<std::string> dataOf(QPDFObjectHandle stream, qpdf_stream_decode_level_e level)
+// The data of a stream as it is stored, but for encryption; none when it can't be read.
+std::optional<std::string> dataOf(QPDFObjectHandle stream)
 {
     Text text;
-    if (!stream.pipeStreamData(&text, nullptr, 0, level, true))
+    if (!stream.pipeStreamData(&text, nullptr, 0, qpdf_dl_none, true))
         return std::nullopt;
     return std::move(text.bytes);
 }
@@ -107,15 +107,10 @@ private:
     }
     bool areSameStreams(QPDFObjectHandle first, QPDFObjectHandle second)
     {
-        const bool isCompressed = first.getDict().getKey("/Filter").isNull()
-            && second.getDict().getKey("/Filter").isNameAndEquals("/FlateDecode");
-        Entries entries = entriesOf(second.getDict(), {"/Length"});
-        if (isCompressed)
-            entries.erase("/Filter");
-        if (!areSameEntries(entriesOf(first.getDict(), {"/Length"}), entries))
+        if (!areSameEntries(entriesOf(first.getDict(), {"/Length"}), entriesOf(second.getDict(), {"/Length"})))
             return false;
-        const auto data = dataOf(first, qpdf_dl_none);
-        return data && data == dataOf(second, isCompressed ? qpdf_dl_generalized : qpdf_dl_none);
+        const auto data = dataOf(first);
+        return data && data == dataOf(second);
     }
     bool areSameTrailers()
     {

@@ -68,11 +68,14 @@ std::shared_ptr<QPDF> readWhole(FileOutput& out, const std::string& password)
 
 void write(QPDF& document, FileOutput& out, const Storage& storage)
 {
+    for (QPDFObjectHandle object : document.getAllObjects())
+        if (object.isStream())
+            object.setFilterOnWrite(false); // its data goes out as it is stored
     OutputPipeline pipeline(out);
     QPDFWriter writer(document);
     writer.setOutputPipeline(&pipeline);
     writer.setDecodeLevel(qpdf_dl_none);
-    writer.setCompressStreams(storage.isCompact);
+    writer.setCompressStreams(storage.isCompact); // those that libqpdf makes
     writer.setObjectStreamMode(storage.isCompact ? qpdf_o_generate : qpdf_o_disable);
     writer.setPreserveUnreferencedObjects(true);
     std::shared_ptr<QPDF> encrypted;

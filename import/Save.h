@@ -7,7 +7,7 @@ namespace Import {
 // How a document is stored where it isn't a plain classic file.
 struct Storage {
     // Objects in compressed streams, and the table in one, too: a form that came so grows to three times the size
-    // otherwise. Data without a filter is compressed.
+    // otherwise. Data of other streams stays as it is stored.
     bool isCompact = false;
     // The encrypted file whose cipher, passwords and permissions the new one gets; null for a file that anybody can
     // read.
