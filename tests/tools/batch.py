@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tries the program `batch`: batch.py BATCH MAKE_INVOICE"""
+"""Tries the program `batch`: batch.py BATCH MAKE_INVOICE [import]"""
 import json
 import os
 import subprocess
@@ -8,6 +8,7 @@ import tempfile
 import unittest
 
 BATCH, MAKE_INVOICE = sys.argv[1:3]
+HAS_IMPORT = "import" in sys.argv[3:]
 
 
 def run(lines, *options):
@@ -55,6 +56,18 @@ class Batch(unittest.TestCase):
             self.assertEqual([r["id"] for r in results], list(range(500)))
             self.assertEqual([r["line"] for r in results], list(range(1, 501)))
             self.assertEqual(status, 1)
+
+    def test_results_tell_of_imports(self):
+        with open("form.pdf", "rb") as form, open("line.pdf", "wb") as line:
+            line.write(form.read().replace(b"trailer\n", b"trailer "))
+        job = {"in": "line.pdf", "fill": {"number": "17"}, "background": "letterhead.pdf", "out": "out.pdf"}
+        _, (result, plain) = run([job, {"in": "form.pdf"}], "--compact")
+        self.assertNotIn("import", plain)
+        if not HAS_IMPORT:
+            self.assertIn("one line; needs libfiles-pdf-import", result["error"])
+            return
+        self.assertEqual((result["ok"], result["import"]["why"]), (True, "trailer and its dictionary on one line"))
+        self.assertLess(os.path.getsize("out.pdf"), os.path.getsize("form.pdf") + os.path.getsize("letterhead.pdf"))
 
     def test_every_step_is_done_and_the_saved_file_has_it(self):
         job = {"in": "form.pdf", "fill": {"number": "17"}, "out": "steps.pdf", "recompress": "none",
