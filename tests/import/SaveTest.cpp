@@ -69,7 +69,8 @@ TEST(ImportSave, leavesTheTargetWhenRefused)
 TEST(ImportSave, findsWhatIsNotTheSame)
 {
     const std::string file = PdfText()
-                                 .object(1, "<< /Type /Catalog /A [ 1 -0.50 (a) true 5 0 R ] /B 3 0 R /C 4 0 R >>")
+                                 .object(1, "<< /Type /Catalog /A [ 1 -0.50 (a) true 5 0 R ] /B 3 0 R /C 4 0 R "
+                                            "/Z << /ADBE 1 >> /Extensions << /Other 1 /ADBE << /A 1 >> >> >>")
                                  .object(3, "[ 5 0 R ]").object(4, "[ 5 0 R ]").object(5, "(five)")
                                  .stream(6, "data", "/K 1").object(7, "(seven)")
                                  .trailer("/Size 8 /ID [ (one) (two) ]");
@@ -78,6 +79,8 @@ TEST(ImportSave, findsWhatIsNotTheSame)
         writer.setObjectStreamMode(qpdf_o_generate);
     })), "none");
     const std::tuple<const char*, const char*, const char*> changes[] = {
+        {"/Z << /ADBE ", "/Z << /ADBF ", "object 1 0"}, {"/ADBE << /A 1", "/ADBE << /A 2", "none"},
+        {"/Other 1", "/Other 2", "object 1 0"},
         {"[ 1 ", "[ 2 ", "object 1 0"}, {"-0.50", "-0.05", "object 1 0"}, {"(a)", "(b)", "object 1 0"},
         {"true", "null", "object 1 0"}, {"/B 3", "/B 4", "object 1 0"}, {"/C 4 0 R", "/C null ", "object 1 0"},
         {"(five)", "(cinq)", "object 5 0"}, {"data", "date", "object 6 0"}, {"/K 1", "/K 2", "object 6 0"},
