@@ -1,18 +1,38 @@
 #include <import/OpenAny.h>
 
+#include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/files/FileStructure.h>
 #include <host/losses/PartialMarks.h>
+#include <host/losses/ReadingLosses.h>
 
 namespace Import {
 
 namespace {
 
-// Why a document that the core opened isn't all that the file has, or not as the file has it; empty when it is.
-std::string whyIncomplete(const Host::OpenedFile& opened)
+// Whether the core noted that it reads something otherwise than it is meant. Of a repeated key it keeps the last value,
+// as libqpdf does.
+bool isReadOtherwise(const Host::PDF::ReadingNotes& notes)
 {
-    const Host::PartialMark* const mark = Host::findPartialMark(*opened.document->trailer());
-    return mark ? mark->message : "";
+    for (std::size_t i = 0; i < Host::PDF::readingNoteCount; ++i)
+        if (const auto note = Host::PDF::ReadingNote(i); note != Host::PDF::ReadingNote::RepeatedKey)
+            if (notes.of(note).count != 0)
+                return true;
+    return false;
+}
+
+// Why a document that the core opened isn't all that the file has, or not as the file has it; empty when it is.
+struct Shortcoming {
+    std::string why;
+    bool isPartial;
+};
+
+Shortcoming shortcomingOf(const Host::OpenedFile& opened)
+{
+    if (const Host::PartialMark* const mark = Host::findPartialMark(*opened.document->trailer()))
+        return {mark->message, true};
+    const Host::PDF::ReadingNotes notes = Host::PDF::readingNotes(opened.document);
+    return {isReadOtherwise(notes) ? "parts that the core reads otherwise" : "", Host::isPartial(notes)};
 }
 
 Host::Result<Opened> openByDoor(
@@ -51,12 +71,14 @@ Host::Result<Opened> openAny(Door door, const Ref<Host::FileStripe>& file, const
         return openByDoor(door, file, options, words);
     Host::Result<Host::OpenedFile> opened = Host::open(file);
     const bool isFinal = use == DoorUse::Never || (!opened && opened.refusal().isUnusable());
-    const std::string why = isFinal ? "" : opened ? whyIncomplete(*opened) : opened.refusal().message;
-    if (opened && why.empty())
-        return Opened{std::move(*opened), {}, {}};
     if (isFinal)
-        return refusedByCore(opened.refusal(), words);
-    Host::Result<Opened> imported = openByDoor(door, file, options, why);
+        return opened ? Host::Result<Opened>(Opened{std::move(*opened), {}, {}}) : refusedByCore(opened.refusal(), words);
+    const Shortcoming shortcoming = opened ? shortcomingOf(*opened) : Shortcoming{opened.refusal().message, true};
+    if (shortcoming.why.empty())
+        return Opened{std::move(*opened), {}, {}};
+    Host::Result<Opened> imported = openByDoor(door, file, options, shortcoming.why);
+    if (!imported && !shortcoming.isPartial)
+        return Opened{std::move(*opened), {}, {}}; // all of it is there, and a save tells what isn't as it was meant
     if (!imported && !opened)
         return Host::Refusal{imported.refusal().reason, imported.refusal().message, opened.refusal().code};
     return imported;

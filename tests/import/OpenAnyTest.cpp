@@ -30,6 +30,14 @@ TEST(OpenAny, takesTheDoorWhereTheCoreDoesntSuffice)
             "cross-reference streams, object streams"},
         {"what it refuses otherwise", blank, DoorUse::Automatic, "there is no %%EOF at the very end"},
         {"what it has in part", updated, DoorUse::Automatic, "several tables"},
+        {"what it reads otherwise", PdfText().object(1, "<< /Type /Catalog >>").object(2, "[ 3(t) ]").trailer("/Size 3"),
+            DoorUse::Automatic, "parts that the core reads otherwise"},
+        {"the same, of which libqpdf warns",
+            PdfText()
+                .object(1, "<< /Type /Catalog >>")
+                .object(2, "<< /Length 2 >>\nstream\nabcd\nendstream")
+                .trailer("/Size 3"),
+            DoorUse::Automatic, nullptr},
         {"anything on demand", plain, DoorUse::Always, ""},
     };
     const TestFolder folder;
