@@ -122,7 +122,7 @@ public:
     // `ErrBadPages`.
     Ref<Object> getPageCatalog() const noexcept;
     // The objects of the `Kids` of the root of the page tree, in order. Deliberately flat: of a tree of
-    // several levels these are its intermediate nodes. Empty with `ErrBadPages` on any failure, and
+    // several levels these are its intermediate nodes, and `Host::pages` gives the pages. Empty with `ErrBadPages` on any failure, and
     // without a code when there are no pages; set the slot to 0 before to tell them apart.
     StackVector<Ref<Object>> getPages() const noexcept;
     // The value itself, or what it refers to, as a dictionary; one reference is followed, not two. Null

@@ -1,8 +1,7 @@
 #include <host/pages/SameContents.h>
 
-#include <document/Resolve.h>
+#include <host/base/Following.h>
 #include <host/base/Keys.h>
-#include <platform/Limits.h>
 #include <platform/Mem.h>
 #include <values/Stream.h>
 
@@ -13,15 +12,6 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
-
-// What a value leads to, all references followed; null when that is nothing.
-Ref<Value> resolveAll(const Document& document, Ref<Value> value)
-{
-    const auto isReference = [&value] { return value && value->type() == Value::Type::ObjectRef; };
-    for (int i = 0; i < Limits::maxReferenceChain && isReference(); ++i)
-        value = resolve(document, value);
-    return isReference() ? nullptr : value;
-}
 
 bool readBlock(Interfaces::Stripe& stripe, std::vector<std::uint32_t>& block, std::size_t count)
 {
@@ -58,7 +48,7 @@ bool SameContents::areSame(const Ref<Value>& own, const Ref<Value>& foreign) noe
     while (!_open.empty()) {
         const auto [a, b] = std::move(_open.back());
         _open.pop_back();
-        if (!compare(resolveAll(*_document, a), resolveAll(*_foreign, b)))
+        if (!compare(followAll(*_document, a), followAll(*_foreign, b)))
             return false;
     }
     return true;

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <document/Document.h>
+
+#include <optional>
+#include <string>
+
+namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
+
+// A rectangle with its corners in order. Without area it stands for none.
+struct Rectangle {
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+
+    double width() const noexcept { return right - left; }
+    double height() const noexcept { return top - bottom; }
+    bool hasArea() const noexcept { return width() > 0 && height() > 0; }
+    // The part that both have; without area when there is none.
+    Rectangle within(const Rectangle& other) const noexcept;
+    bool operator==(const Rectangle&) const noexcept = default;
+};
+
+// A transformation as the format writes it: x' = a x + c y + e, y' = b x + d y + f.
+struct Matrix {
+    double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
+
+    static Matrix moving(double x, double y) noexcept { return {1, 0, 0, 1, x, y}; }
+    static Matrix scaling(double factor) noexcept { return {factor, 0, 0, factor, 0, 0}; }
+    // Clockwise, as pages are turned, by a multiple of 90 degrees.
+    static Matrix turning(int degrees) noexcept;
+
+    // This one first, then the other.
+    Matrix then(const Matrix& next) const noexcept;
+    // Which takes back what this one does; the identity where that can't be.
+    Matrix inverse() const noexcept;
+    // What encloses the rectangle afterwards.
+    Rectangle applied(const Rectangle& rectangle) const noexcept;
+    bool operator==(const Matrix&) const noexcept = default;
+};
+
+// A number of a file; none for a value of another kind, null included, and for what is no decimal number.
+std::optional<double> numberOf(const Ref<PDF::Value>& value) noexcept;
+// A whole number as degrees from 0 to 359; none for any other.
+std::optional<int> degreesOf(const Ref<PDF::Value>& value) noexcept;
+// Four numbers as a rectangle, whatever the order of its corners; none when they aren't four, or not numbers.
+std::optional<Rectangle> rectangleOf(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
+
+// A number as content streams have it: in decimal digits, up to six after the point.
+std::string decimalText(double number);
+// The operands of `cm`: "1 0 0 1 10 20".
+std::string matrixText(const Matrix& matrix);
+
+} // namespace Host

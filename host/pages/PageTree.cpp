@@ -1,0 +1,188 @@
+#include <host/pages/PageTree.h>
+
+#include <host/base/ErrorWords.h>
+#include <host/base/Following.h>
+#include <host/pages/PageKeys.h>
+#include <platform/Limits.h>
+#include <values/Array.h>
+#include <values/ObjectRef.h>
+
+#include <unordered_set>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+namespace {
+
+constexpr Rectangle letter{0, 0, 612, 792};
+
+// What a node hands down, as it is in the dictionaries; null where there is none.
+struct Inheritance {
+    Ref<Dictionary> resources;
+    Ref<Value> mediaBox;
+    Ref<Value> cropBox;
+    Ref<Value> rotation;
+};
+
+// A node whose kids are being walked.
+struct OpenNode {
+    Ref<Array> kids;
+    std::uint64_t next = 0;
+    Inheritance inheritance;
+};
+
+class Walk {
+public:
+    explicit Walk(const Document& document) noexcept : _document(document) {}
+
+    PageTree run(const Ref<Dictionary>& root)
+    {
+        _visited.insert(root.get());
+        open(root, {});
+        while (!_open.empty())
+            if (OpenNode& node = _open.back(); node.next < node.kids->size())
+                visit(node.kids->get(node.next++), Inheritance(node.inheritance));
+            else
+                _open.pop_back();
+        if (_problemCount > _tree.problems.size())
+            _tree.problems.push_back(
+                "and " + std::to_string(_problemCount - _tree.problems.size()) + " more problems of the page tree");
+        return std::move(_tree);
+    }
+
+private:
+    void visit(const Ref<Value>& kid, Inheritance inheritance);
+    bool open(const Ref<Dictionary>& node, Inheritance inheritance);
+    void inherit(const Dictionary& dictionary, Inheritance& inheritance) const;
+    void addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, const Inheritance& inheritance);
+    void readBoxes(Page& page, const Inheritance& inheritance);
+    Rectangle readBox(const Ref<Value>& value, const char* name, const Rectangle& fallback, const Rectangle& sheet);
+    void tell(std::string problem)
+    {
+        if (_problemCount++ < Limits::maxSkipped)
+            _tree.problems.push_back(std::move(problem));
+    }
+    // The page that comes next, in words.
+    std::string place() const { return "page " + std::to_string(_tree.pages.size() + 1) + ": "; }
+
+    const Document& _document;
+    PageTree _tree;
+    std::vector<OpenNode> _open; // from the root on
+    std::unordered_set<const Dictionary*> _visited;
+    std::size_t _problemCount = 0;
+};
+
+void Walk::visit(const Ref<Value>& kid, Inheritance inheritance)
+{
+    const Ref<Dictionary> dictionary = followAs<Dictionary>(_document, kid);
+    if (!dictionary)
+        return tell("before " + place() + "a kid of the page tree is no dictionary and was skipped");
+    const bool isNode = followEntryAs<Array>(_document, *dictionary, PageKeys::kids)
+        && !isNamed(followEntry(_document, *dictionary, PageKeys::type), "Page");
+    const bool isFirstVisit = _visited.insert(dictionary.get()).second;
+    if (!isFirstVisit && isNode)
+        return tell("before " + place() + "a node of the page tree is listed twice or in a circle and was skipped");
+    if (!isFirstVisit)
+        tell(place() + "is in the page tree twice");
+    if (isNode)
+        open(dictionary, std::move(inheritance));
+    else if (isNamed(followEntry(_document, *dictionary, PageKeys::type), "Pages"))
+        tell("before " + place() + "a node of the page tree has no kids and was skipped");
+    else
+        addPage(kid, dictionary, inheritance);
+}
+
+// Puts a node on the way down; false when it has no list of kids.
+bool Walk::open(const Ref<Dictionary>& node, Inheritance inheritance)
+{
+    Ref<Array> kids = followEntryAs<Array>(_document, *node, PageKeys::kids);
+    if (!kids)
+        return tell("the root of the page tree has no kids"), false;
+    inherit(*node, inheritance);
+    _open.push_back({std::move(kids), 0, std::move(inheritance)});
+    return true;
+}
+
+void Walk::inherit(const Dictionary& dictionary, Inheritance& inheritance) const
+{
+    if (Ref<Dictionary> own = followEntryAs<Dictionary>(_document, dictionary, PageKeys::resources))
+        inheritance.resources = std::move(own);
+    for (const auto& [key, entry] : {std::pair(&PageKeys::mediaBox, &inheritance.mediaBox),
+             std::pair(&PageKeys::cropBox, &inheritance.cropBox), std::pair(&PageKeys::rotate, &inheritance.rotation)})
+        if (Ref<Value> own = followEntry(_document, dictionary, *key))
+            *entry = std::move(own);
+}
+
+void Walk::addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, const Inheritance& inheritance)
+{
+    Page page;
+    if (const Ref<ObjectRef> reference = valueAs<ObjectRef>(kid))
+        page.object = _document.object(reference);
+    page.dictionary = dictionary;
+    Inheritance own = inheritance;
+    inherit(*dictionary, own);
+    page.resources = own.resources;
+    page.isInheritingResources = own.resources && own.resources == inheritance.resources;
+    readBoxes(page, own);
+    const auto rotation = degreesOf(own.rotation);
+    if (rotation && *rotation % 90 == 0)
+        page.rotation = *rotation;
+    else if (own.rotation)
+        tell(place() + "Rotate is no multiple of 90 and has no effect");
+    const auto unit = numberOf(followEntry(_document, *dictionary, PageKeys::userUnit));
+    if (unit && *unit > 0)
+        page.userUnit = *unit;
+    _tree.pages.push_back(std::move(page));
+}
+
+void Walk::readBoxes(Page& page, const Inheritance& inheritance)
+{
+    Rectangle& sheet = page.boxes[std::size_t(PageBox::Media)];
+    const auto media = rectangleOf(_document, inheritance.mediaBox);
+    sheet = media.value_or(letter);
+    if (!media)
+        tell(place() + "MediaBox is missing or not four numbers, and 612 by 792 points are assumed");
+    else if (!media->hasArea())
+        tell(place() + "MediaBox has no area");
+    const Rectangle crop = readBox(inheritance.cropBox, "CropBox", sheet, sheet);
+    page.boxes[std::size_t(PageBox::Crop)] = crop;
+    static const std::pair<PageBox, Ref<::String>> others[] = {{PageBox::Bleed, ::String::create("BleedBox")},
+        {PageBox::Trim, ::String::create("TrimBox")}, {PageBox::Art, ::String::create("ArtBox")}};
+    for (const auto& [box, key] : others)
+        page.boxes[std::size_t(box)]
+            = readBox(followEntry(_document, *page.dictionary, key), "a box", crop, sheet);
+}
+
+// The box within the sheet; `fallback` when there is none, or none with area there.
+Rectangle Walk::readBox(const Ref<Value>& value, const char* name, const Rectangle& fallback, const Rectangle& sheet)
+{
+    if (!value)
+        return fallback;
+    const auto box = rectangleOf(_document, value);
+    if (box && box->within(sheet).hasArea())
+        return box->within(sheet);
+    tell(place() + name + " is no rectangle on the sheet and has no effect");
+    return fallback;
+}
+
+} // namespace
+
+Result<PageTree> pages(const Ref<Document>& document) noexcept
+{
+    if (!document)
+        return codeRefusal(ErrNullArgument);
+    const std::uint32_t codeBefore = Error::get();
+    const Ref<Dictionary> trailer = document->trailer();
+    const auto catalog = trailer ? followEntryAs<Dictionary>(*document, *trailer, PageKeys::root) : nullptr;
+    if (!catalog)
+        return codeRefusal(ErrNoRoot);
+    const auto root = followEntryAs<Dictionary>(*document, *catalog, PageKeys::pages);
+    if (!root)
+        return codeRefusal(ErrBadPages);
+    PageTree tree = Walk(*document).run(root);
+    Error::set(codeBefore);
+    return tree;
+}
+
+} // namespace Host
