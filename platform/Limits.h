@@ -81,6 +81,15 @@ constexpr std::size_t maxListedText = std::size_t(16) << 20;
 // chain counts as leading nowhere.
 constexpr int maxReferenceChain = 16;
 
+// The filters of one stream. More than two or three hardly occur.
+constexpr std::size_t maxFilters = 16;
+// What the stored data of a stream may become on its way through its filters, in bytes. Flate makes a byte 1032 and
+// LZW up to 2730; several of them in a row could fill any memory.
+constexpr std::size_t maxDecoded(std::size_t storedSize)
+{
+    return (std::size_t(16) << 20) + 4096 * storedSize;
+}
+
 // Symbolic links that are followed to a target: as many as the system follows.
 constexpr int maxLinks = 40;
 // Random names that are tried for a new file. A second one is hardly ever needed.

@@ -2,6 +2,7 @@
 
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
+#include <host/streams/FilterChain.h>
 #include <platform/ZlibFilter.h>
 #include <values/FilterEntry.h>
 
@@ -101,25 +102,23 @@ private:
     bool _isSinkFull = false;
 };
 
-// The filter that the dictionary asks for; null for none.
-Result<Ref<BlockFilter>> decoderOf(const Stream& stream)
+// Whether the data can be decoded piece by piece: it has no filter, or FlateDecode without a predictor.
+bool isSimple(const std::vector<FilterStep>& filters)
 {
-    const Ref<Dictionary> dictionary = stream.dict();
-    if (!dictionary)
-        return codeRefusal(ErrStreamNoDict);
-    switch (readFilterEntry(*dictionary).kind) {
-    case FilterEntry::Kind::None:
-        return Ref<BlockFilter>();
-    case FilterEntry::Kind::Flate:
-        break;
-    case FilterEntry::Kind::OtherName:
-    case FilterEntry::Kind::NoName:
-        return codeRefusal(ErrBadFilter);
-    }
-    Ref<BlockFilter> decoder = ZlibFilter::createDecompressorStream();
-    if (!decoder)
-        return codeRefusal(ErrConverterCreate);
-    return decoder;
+    return filters.empty()
+        || (filters.size() == 1 && filters[0].name == FilterEntry::flateName && filters[0].predictor.isNone());
+}
+
+Result<std::uint64_t> copyDecoded(const Ref<Document>& document, const Ref<Stream>& stream, const ByteSink& sink)
+{
+    const auto decoded = decodeStream(document, stream);
+    if (!decoded)
+        return decoded.refusal();
+    if (!decoded->bytes.empty() && !sink(decoded->bytes.data(), decoded->bytes.size()))
+        return Refusal{Reason::Cancelled, "the copying of its data was stopped"};
+    if (decoded->isDamaged)
+        return codeRefusal(ErrStreamConvert);
+    return decoded->bytes.size();
 }
 
 } // namespace
@@ -129,16 +128,25 @@ Result<std::uint64_t> copyStream(
 {
     if (!document || !stream)
         return codeRefusal(ErrNullArgument);
-    Result<Ref<BlockFilter>> decoder = form == StreamForm::Decoded ? decoderOf(*stream) : Ref<BlockFilter>();
-    if (!decoder)
-        return decoder.refusal();
+    const Ref<Dictionary> dictionary = stream->dict();
+    if (form == StreamForm::Decoded && !dictionary)
+        return codeRefusal(ErrStreamNoDict);
+    Result<std::vector<FilterStep>> filters =
+        form == StreamForm::Decoded ? filtersOf(document, *dictionary) : std::vector<FilterStep>();
+    if (!filters)
+        return filters.refusal();
+    if (!isSimple(*filters))
+        return copyDecoded(document, stream, sink);
+    Ref<BlockFilter> decoder = filters->empty() ? nullptr : ZlibFilter::createDecompressorStream();
+    if (!decoder && !filters->empty())
+        return codeRefusal(ErrConverterCreate);
     const Ref<Interfaces::Stripe> stored = document->streamData(stream, false);
     if (!stored)
         return codeRefusal(Error::get());
     if (stored->elementSize() != sizeof(std::uint32_t))
         return codeRefusal(ErrStreamConvert);
     const std::uint64_t position = stored->tell();
-    Result<std::uint64_t> copied = Pump(*stored, std::move(*decoder), sink).run();
+    Result<std::uint64_t> copied = Pump(*stored, std::move(decoder), sink).run();
     stored->seek(position);
     return copied;
 }

@@ -14,7 +14,7 @@ namespace PDF = Libraries::Files::PDF;
 // Which data of a stream.
 enum class StreamForm {
     Stored,  // as the data is in the file
-    Decoded, // as FlateDecode gives it; as stored when the stream has no filter
+    Decoded, // as its filters give it; as stored when the stream has none
 };
 
 // Gets the bytes of a stream, some at a time; false ends the copying.
@@ -24,9 +24,9 @@ using ByteSink = std::function<bool(const std::uint8_t* bytes, std::size_t count
 // be called at any time and any number of times, even when the library already holds the stream's stored
 // form; data that was replaced in memory counts as stored, too. The position of data that is held is kept.
 //
-// Decoding supports one filter, the name FlateDecode; decode parameters are not applied. What follows the
-// compressed data is left out. Refused with `ErrBadFilter` for any other filter, an array included, with
-// `ErrStreamConvert` for data that is damaged, truncated, or can't be read, with the codes of
+// Decoding supports what `decodeStream` does (host/streams/FilterChain.h); through anything but FlateDecode alone the
+// data is decoded as a whole first. What follows compressed data is left out. Refused with `ErrBadFilter` for any other
+// filter and for parameters that can't be, with `Reason::LimitReached` (`ErrOutOfRange`), with `ErrStreamConvert` for data that is damaged, truncated, or can't be read, with the codes of
 // `Document::streamData`, and with `Reason::Cancelled` when the sink ends the copying. The sink may have got a
 // part of the data by then.
 EXPORTED Result<std::uint64_t> copyStream(const Ref<PDF::Document>& document,
