@@ -64,7 +64,6 @@ bool DocumentObj::changed() const noexcept
     });
 }
 
-// Enters a value into the table as a new object.
 Ref<ObjectRef> DocumentObj::addObject(Ref<Value> value) noexcept
 {
     if (!value)

@@ -7,6 +7,7 @@
 #include <platform/Reporter.h>
 #include <values/Object.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace Libraries::Files::PDF {
@@ -46,6 +47,12 @@ public:
     const KeptSources& sources() const noexcept { return _sources; }
     // As `PDF::writeExactly`, to a stream of 4-byte elements.
     Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
+    // Enters a value into the table as a new object. Null with `ErrNullArgument`.
+    Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
+    // The id that the next new object gets.
+    std::uint32_t nextObjectId() const noexcept { return _nextObjectId; }
+    // Never lowers it.
+    void raiseVersion(std::uint32_t version) noexcept { _version = std::max(_version, version); }
 
 private:
     void noteDataEnds(ReadingNotes& notes) const noexcept;
@@ -77,7 +84,6 @@ private:
     class Cloning;
     class Merging;
     class Background;
-    Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
 
     // Released from the last to the first.
     Ref<Interfaces::Stripe> _stripe; // the file

@@ -90,7 +90,7 @@ bool DocumentObj::Background::add() noexcept
     if (!readCatalogResources() || !mergeResources() || !mergeCatalogResources() || !addStreams()
         || !updateContents())
         return false;
-    _document._version = std::max(_document._version, _foreign->version());
+    _document.raiseVersion(_foreign->version());
     _document._changed = true;
     return true;
 }
