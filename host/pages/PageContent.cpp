@@ -1,0 +1,68 @@
+#include <host/pages/PageContent.h>
+
+#include <host/base/Following.h>
+#include <host/pages/PageKeys.h>
+#include <host/streams/FilterChain.h>
+#include <platform/ZlibFilter.h>
+#include <values/Array.h>
+
+namespace Host {
+
+using namespace Libraries::Files::PDF;
+
+PageContent contentOf(const Document& document, const Dictionary& page) noexcept
+{
+    PageContent content;
+    const auto add = [&](const Ref<Value>& part) {
+        Ref<Stream> stream = followAs<Stream>(document, part);
+        if (!stream || part->type() != Value::Type::ObjectRef) {
+            content.hasBrokenParts = true;
+            return;
+        }
+        content.references.push_back(part);
+        content.streams.push_back(std::move(stream));
+    };
+    const Ref<Value> contents = followEntry(document, page, PageKeys::contents);
+    const Ref<Array> array = valueAs<Array>(contents);
+    if (contents && !array)
+        add(page.find(PageKeys::contents));
+    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+        add(array->get(i));
+    return content;
+}
+
+Result<JoinedContent> joinedContent(const Ref<Document>& document, const PageContent& content) noexcept
+{
+    JoinedContent joined;
+    for (const Ref<Stream>& stream : content.streams) {
+        const auto decoded = decodeStream(document, stream);
+        if (!decoded)
+            return decoded.refusal();
+        joined.bytes.insert(joined.bytes.end(), decoded->bytes.begin(), decoded->bytes.end());
+        joined.bytes.push_back('\n');
+        joined.isDamaged = joined.isDamaged || decoded->isDamaged;
+    }
+    return joined;
+}
+
+std::vector<std::uint8_t> compressedBytes(const std::vector<std::uint8_t>& bytes) noexcept
+{
+    const Ref<BlockFilter> filter = ZlibFilter::createCompressorStream(0);
+    std::vector<std::uint8_t> out;
+    std::vector<std::uint8_t> block(65536);
+    std::size_t produced = 0;
+    for (std::size_t done = 0; done < bytes.size();) {
+        std::size_t consumed = 0;
+        if (!filter->process(bytes.data() + done, bytes.size() - done, block.data(), block.size(), &consumed, &produced))
+            return {};
+        out.insert(out.end(), block.begin(), block.begin() + std::ptrdiff_t(produced));
+        done += consumed;
+    }
+    for (int state = 1; state == 1;) {
+        state = filter->flush(block.data(), block.size(), &produced);
+        out.insert(out.end(), block.begin(), block.begin() + std::ptrdiff_t(produced));
+    }
+    return out;
+}
+
+} // namespace Host
