@@ -118,7 +118,7 @@ private:
         if (!letterhead)
             return letterhead.refusal();
         _file = _form; // its pages are named
-        auto done = Host::background(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
+        auto done = Host::mergeBackground(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
         if (!done)
             return done.refusal();
         std::printf("letterhead   %s beneath %zu pages\n", _letterhead, done->pageCount);

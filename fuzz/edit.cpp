@@ -211,7 +211,7 @@ void Editing::addCheckedBackground(Arguments arguments) noexcept
     if (!canHaveBackground(_foreign, _foreignFile))
         return;
     const Host::BackgroundOptions options{arguments.variant % 2 == 0};
-    const auto laid = Host::background(_document, _foreign, PDF::BackgroundMode(arguments.which % 4), options);
+    const auto laid = Host::mergeBackground(_document, _foreign, PDF::BackgroundMode(arguments.which % 4), options);
     require(laid || !laid.refusal().message.empty(), "a refusal has words");
 }
 

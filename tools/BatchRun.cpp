@@ -54,7 +54,7 @@ public:
         warnOfImport(*foreign, _job.foreign + ": ");
         if (auto refusal = refuseContent(*foreign, _options.save))
             return refusal->withPrefix(_job.foreign + ": ");
-        const auto done = Host::background(_opened.document, foreign->document, _job.mode, {_options.isForced});
+        const auto done = Host::mergeBackground(_opened.document, foreign->document, _job.mode, {_options.isForced});
         if (!done)
             return done.refusal();
         warn(done->warnings);

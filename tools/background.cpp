@@ -45,7 +45,7 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
     if (const auto status = saving.checkContent(*foreign, line.operand(1)))
         return *status; // its content goes into the new file, too
     const auto done = Tools::withProgress("putting pages beneath",
-        [&] { return Host::background(opened->document, foreign->document, *mode, {line.has("--force")}); });
+        [&] { return Host::mergeBackground(opened->document, foreign->document, *mode, {line.has("--force")}); });
     if (!done)
         return console.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)

@@ -218,7 +218,7 @@ std::vector<std::string> Preflight::warnings() const
 
 } // namespace
 
-Result<BackgroundResult> background(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
+Result<BackgroundResult> mergeBackground(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
     const BackgroundOptions& options) noexcept
 {
     if (!document || !foreign)

@@ -9,13 +9,13 @@ namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
 
-// How `background` decides.
+// How `mergeBackground` decides.
 struct BackgroundOptions {
     // Goes on where the preflight finds a reason not to, which becomes a warning.
     bool isForced = false;
 };
 
-// What `background` did.
+// What `mergeBackground` did.
 struct BackgroundResult {
     std::size_t pageCount; // how many pages got a background
     // What people should know of the result, one line each; docs/letterhead.md lists them all.
@@ -32,7 +32,7 @@ struct BackgroundResult {
 // the document is then as that leaves it. docs/letterhead.md tells the rules.
 //
 // Time grows with the pages, and for each page with the names in its resources and the foreign ones.
-EXPORTED Result<BackgroundResult> background(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign,
+EXPORTED Result<BackgroundResult> mergeBackground(const Ref<PDF::Document>& document, const Ref<PDF::Document>& foreign,
     PDF::BackgroundMode mode, const BackgroundOptions& options = {}) noexcept;
 
 } // namespace Host

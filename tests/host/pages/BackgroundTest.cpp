@@ -118,7 +118,7 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
         const Ref<PDF::Document> foreign = open(c.foreign);
         ASSERT_TRUE(document && foreign);
         const std::string before = written(document);
-        const auto done = Host::background(document, foreign, c.mode);
+        const auto done = Host::mergeBackground(document, foreign, c.mode);
         EXPECT_EQ(bool(done), c.words.empty()) << (done ? "" : done.refusal().message);
         if (!done) {
             EXPECT_EQ(done.refusal().message.substr(0, c.words.size()), c.words);
@@ -127,7 +127,7 @@ TEST(Background, refusesWhatWouldBeDrawnOtherwiseAndChangesNothing)
         // What is gone on with ends as it does in the library.
         const Ref<PDF::Document> twin = open(c.own);
         const bool isDoable = twin->addBackground(open(c.foreign), c.mode);
-        const auto forced = Host::background(open(c.own), open(c.foreign), c.mode, BackgroundOptions{true});
+        const auto forced = Host::mergeBackground(open(c.own), open(c.foreign), c.mode, BackgroundOptions{true});
         EXPECT_EQ(bool(forced), isDoable);
         if (done)
             EXPECT_EQ(written(document), written(twin));
@@ -169,7 +169,7 @@ TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
     };
     for (const auto& [rule, own, foreign, mode, warning] : cases) {
         SCOPED_TRACE(rule);
-        const auto done = Host::background(open(own), open(foreign), mode);
+        const auto done = Host::mergeBackground(open(own), open(foreign), mode);
         ASSERT_TRUE(done);
         EXPECT_EQ(done->warnings, Lines(warning.empty() ? 0 : 1, warning));
         EXPECT_EQ(done->pageCount, mode == BackgroundMode::FirstPageOnly ? 1u : 2u);
@@ -179,17 +179,17 @@ TEST(Background, warnsOfCopiesAndOfWhatPagesDoNotSee)
 TEST(Background, refusesWithTheCodesOfTheLibrary)
 {
     const Ref<PDF::Document> document = open(File());
-    EXPECT_EQ(Host::background(nullptr, document, BackgroundMode::AllPages).refusal().code, ErrNullArgument);
-    EXPECT_EQ(Host::background(document, nullptr, BackgroundMode::AllPages).refusal().code, ErrNullArgument);
-    EXPECT_EQ(Host::background(document, document, BackgroundMode(7)).refusal().code, ErrInvalidArgument);
-    const auto without = Host::background(document, open(PdfText().pages()), BackgroundMode::AllPages);
+    EXPECT_EQ(Host::mergeBackground(nullptr, document, BackgroundMode::AllPages).refusal().code, ErrNullArgument);
+    EXPECT_EQ(Host::mergeBackground(document, nullptr, BackgroundMode::AllPages).refusal().code, ErrNullArgument);
+    EXPECT_EQ(Host::mergeBackground(document, document, BackgroundMode(7)).refusal().code, ErrInvalidArgument);
+    const auto without = Host::mergeBackground(document, open(PdfText().pages()), BackgroundMode::AllPages);
     EXPECT_EQ(without.refusal().code, ErrForeignPage);
     const std::string noTree = damaged(File(), "/Type /Pages", "/Type /Pagez");
-    const auto unusable = Host::background(document, open(noTree), BackgroundMode::AllPages);
+    const auto unusable = Host::mergeBackground(document, open(noTree), BackgroundMode::AllPages);
     EXPECT_EQ(unusable.refusal().code, 0x706u);
     EXPECT_EQ(unusable.refusal().message, "the page tree has no usable root or Kids, in the other document");
     EXPECT_FALSE(document->changed());
-    const auto dangling = Host::background(document, open(File{f1}), BackgroundMode::AllPages);
+    const auto dangling = Host::mergeBackground(document, open(File{f1}), BackgroundMode::AllPages);
     EXPECT_EQ(dangling.refusal().code, ErrNoResource);
     EXPECT_EQ(dangling.refusal().message.substr(0, 26), "resources can't be copied:");
 }
@@ -206,9 +206,9 @@ TEST(Background, comparesLongRingsInTimeThatGrowsWithThem)
     };
     onSmallStack([&ring] {
         const Ref<PDF::Document> document = open(ring(10000));
-        EXPECT_TRUE(Host::background(document, open(ring(9999)), BackgroundMode::FirstPageOnly));
+        EXPECT_TRUE(Host::mergeBackground(document, open(ring(9999)), BackgroundMode::FirstPageOnly));
         File other = ring(9999);
         other.objects[9000] = "<< /Other 6 0 R >>";
-        EXPECT_FALSE(Host::background(open(ring(10000)), open(other), BackgroundMode::FirstPageOnly));
+        EXPECT_FALSE(Host::mergeBackground(open(ring(10000)), open(other), BackgroundMode::FirstPageOnly));
     });
 }
