@@ -21,6 +21,11 @@ foreach(name inspect rewrite recompress replace-stream save-in-place fields fill
         list(APPEND pages ${PROJECT_BINARY_DIR}/${program}.1)
     endif()
 endforeach()
+# The same program under a name by which it draws above what is there.
+if(TARGET files-pdf-background)
+    install(CODE "execute_process(COMMAND \${CMAKE_COMMAND} -E create_symlink files-pdf-background
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/files-pdf-stamp\")" COMPONENT tools)
+endif()
 if(HELP2MAN)
     add_custom_target(files-pdf-man ALL DEPENDS ${pages})
     install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)

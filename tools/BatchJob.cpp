@@ -4,8 +4,6 @@
 
 namespace Tools {
 
-using Host::PDF::BackgroundMode;
-
 namespace {
 
 Host::Refusal wrongJob(std::string message)
@@ -35,30 +33,37 @@ std::optional<Host::Refusal> unknownKeyOf(const nlohmann::json& object, std::vec
     return {};
 }
 
-std::optional<BackgroundMode> modeOf(const nlohmann::json& name)
+// A key of a background besides `file`: what the option of its name says. One without an argument is true or false.
+std::optional<Host::Refusal> readPlacement(const std::string& key, const nlohmann::json& value, PagesAsked& asked)
 {
-    return name.is_string() ? modeNamed(name.get<std::string>()) : std::nullopt;
+    const Option* const option = placementOption(key);
+    if (!option)
+        return wrongJob("unknown key " + key);
+    const bool takesText = *option->argument != '\0';
+    if (takesText ? !value.is_string() : !value.is_boolean())
+        return wrongJob("the " + key + " of a background is " + (takesText ? "no text" : "neither true nor false"));
+    if (!takesText && !value.get<bool>())
+        return {};
+    return ask(asked, key, takesText ? value.get<std::string>() : std::string());
 }
 
-// `background` is the name of a file, or an object of `file` and `mode`.
+// `background` is the name of a file, or an object of `file` and what the options of the program say.
 std::optional<Host::Refusal> readBackground(const nlohmann::json& object, BatchJob& job)
 {
     const auto found = object.find("background");
     if (found == object.end())
         return {};
     const bool isObject = found->is_object();
-    if (isObject)
-        if (auto refusal = unknownKeyOf(*found, {"file", "mode"}))
-            return refusal;
     const auto foreign = isObject ? fileNameUnder(*found, "file") : fileNameUnder(object, "background");
     if (!foreign || foreign->empty())
         return wrongJob("background names no file");
-    const auto mode =
-        isObject && found->contains("mode") ? modeOf(found->at("mode")) : std::optional(BackgroundMode::AllPages);
-    if (!mode)
-        return wrongJob("the mode of a background is first, all, pairs or repeat-last");
     job.foreign = *foreign;
-    job.mode = *mode;
+    if (!isObject)
+        return {};
+    for (const auto& item : found->items())
+        if (item.key() != "file")
+            if (auto refusal = readPlacement(item.key(), item.value(), job.pages))
+                return refusal;
     return {};
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <host/streams/Recompress.h>
-#include <tools/BackgroundModes.h>
 #include <tools/FieldValues.h>
+#include <tools/Placements.h>
 
 #include <nlohmann/json.hpp>
 
@@ -13,8 +13,8 @@ struct BatchJob {
     nlohmann::json id; // a text or a number, given back with the result; null when there is none
     std::string in;
     FieldValues values;
-    std::string foreign; // the file whose pages go beneath; empty for none
-    Host::PDF::BackgroundMode mode = Host::PDF::BackgroundMode::AllPages;
+    std::string foreign; // the file whose pages are drawn; empty for none
+    PagesAsked pages;    // how
     std::optional<Host::PDF::Compression> target;
     std::string out; // empty: nothing is saved
 };

@@ -54,7 +54,9 @@ public:
         warnOfImport(*foreign, _job.foreign + ": ");
         if (auto refusal = refuseContent(*foreign, _options.save))
             return refusal->withPrefix(_job.foreign + ": ");
-        const auto done = Host::mergeBackground(_opened.document, foreign->document, _job.mode, {_options.isForced});
+        PagesAsked asked = _job.pages;
+        asked.isForced = asked.isForced || _options.isForced;
+        const auto done = drawPages(_opened.document, foreign->document, asked);
         if (!done)
             return done.refusal();
         warn(done->warnings);

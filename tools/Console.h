@@ -19,6 +19,7 @@ public:
     // `name` is the one that the program is called by.
     explicit Console(std::string name);
 
+    const std::string& name() const { return _name; }
     // Wrong use: what is wrong, and where to read more.
     int misuse(const std::string& message) const;
     // What is wrong with the file, and the code.

@@ -1,38 +1,48 @@
-// Puts pages of a PDF file beneath the pages of another.
+// Draws pages of a PDF file on the pages of another, as letterheads and stamps.
 
-#include <tools/BackgroundModes.h>
 #include <tools/FileProgress.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
 #include <tools/Opening.h>
+#include <tools/Placements.h>
 #include <tools/Saving.h>
 
 namespace {
 
-constexpr Tools::Option ownOptions[] = {
-    {"--mode", "MODE",
-        "first: the first page of FOREIGN beneath the first page;\n"
-        "all, as without --mode: its first page beneath all pages;\n"
-        "pairs: each page beneath the page of the same number;\n"
-        "repeat-last: the same, and the last one beneath the rest"},
-    {"--force", "", "go on where the preflight finds a reason not to"},
-};
 const Tools::Program program = {
     .name = "background",
     .usage = "[options] IN FOREIGN OUT",
     .operandCount = 3,
-    .about = "Opens the PDF file IN, puts the content of pages of FOREIGN beneath that of its pages, and saves it as "
-             "OUT, which may be one of the two. Refused when a page would be drawn with a wrong font or image; the "
-             "message names it.",
-    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when a file, the background, or the saving is refused; 2 for wrong use and unreadable files.",
+    .about = "Opens the PDF file IN, draws pages of FOREIGN beneath those of IN, made to fit and upright as viewers "
+             "show them, and saves it as OUT, which may be one of the two.",
+    .options = {Tools::placementOptions()[0], Tools::placementOptions()[1], Tools::placementOptions()[2],
+        Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0; 1 when a file, the drawing, or the saving is refused; 2 for wrong use and unreadable files.",
 };
+
+// What the options say; the exit status where they can't be.
+std::optional<int> readOptions(const Tools::CommandLine& line, const Tools::Console& console, Tools::PagesAsked& asked)
+{
+    for (const Tools::OptionGroup& group : Tools::placementOptions())
+        for (const Tools::Option& option : group.options) {
+            const std::string name = std::string(option.name).substr(2);
+            if (!line.has(option.name))
+                continue;
+            if (const auto refusal = Tools::ask(asked, name, line.argument(option.name)))
+                return console.misuse(refusal->message);
+            if (line.has("--merged") && name != "merged" && name != "mode" && name != "force")
+                return console.misuse("--merged and --" + name + " don't go together");
+        }
+    return {};
+}
 
 int background(const Tools::CommandLine& line, const Tools::Console& console)
 {
-    const auto mode = Tools::modeNamed(line.argument("--mode", "all"));
-    if (!mode)
-        return console.misuse("unknown mode " + line.argument("--mode"));
+    Tools::PagesAsked asked;
+    if (const auto status = readOptions(line, console, asked))
+        return *status;
+    if (console.name() == "files-pdf-stamp")
+        asked.placement.layer = Host::Layer::Above;
     const std::string& in = line.operand(0);
     const Tools::Opening opening(line, console);
     const auto opened = opening.open(in);
@@ -44,8 +54,8 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
     const Tools::Saving saving(line, console);
     if (const auto status = saving.checkContent(*foreign, line.operand(1)))
         return *status; // its content goes into the new file, too
-    const auto done = Tools::withProgress("putting pages beneath",
-        [&] { return Host::mergeBackground(opened->document, foreign->document, *mode, {line.has("--force")}); });
+    const auto done = Tools::withProgress("drawing pages",
+        [&] { return Tools::drawPages(opened->document, foreign->document, asked); });
     if (!done)
         return console.refuse(in, done.refusal());
     for (const std::string& warning : done->warnings)

@@ -71,7 +71,7 @@ class Batch(unittest.TestCase):
 
     def test_every_step_is_done_and_the_saved_file_has_it(self):
         job = {"in": "form.pdf", "fill": {"number": "17"}, "out": "steps.pdf", "recompress": "none",
-               "background": {"file": "letterhead.pdf", "mode": "all"}}
+               "background": {"file": "letterhead.pdf", "mode": "all", "at": "top", "above": True}}
         status, [result] = run([job], "--jobs", "2")
         self.assertTrue(result["ok"], result)
         self.assertEqual((status, result["pages"], result["size"]), (0, 2, os.path.getsize("steps.pdf")))
@@ -108,7 +108,9 @@ class Batch(unittest.TestCase):
                {}, {"in": ""}, {"in": 3}, {"in": "form.pdf\0"}, {"in": "form.pdf", "Fill": {}},
                {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": 3}}, {"in": "form.pdf", "fill": []},
                {"in": "form.pdf", "recompress": "zip"}, {"in": "form.pdf", "background": {"mode": "all"}},
-               {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}}]
+               {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}},
+               {"in": "form.pdf", "background": {"file": "letterhead.pdf", "above": "yes"}},
+               {"in": "form.pdf", "background": {"file": "letterhead.pdf", "under": True}}]
         status, results = run(bad + [{"in": "form.pdf"}], "--jobs", "2")
         self.assertEqual([r.get("step") for r in results], ["job"] * len(bad) + [None])
         self.assertEqual(status, 1)

@@ -108,6 +108,13 @@ class Programs(unittest.TestCase):
             (2, "gone.json: can't be opened: No such file", "fill --values=gone.json form.pdf out.pdf"),
             (2, "folder: can't be read: Is a directory", "fill --values folder form.pdf out.pdf"),
             (2, "can't be saved as folder: is a folder", "rewrite form.pdf folder"),
+            (2, "unknown fit wide: there are none, shrink, scale", "background --fit wide form.pdf form.pdf out.pdf"),
+            (2, "an offset is two numbers", "background --offset 3 form.pdf form.pdf out.pdf"),
+            (2, "--merged and --above don't go together", "background --merged --above form.pdf form.pdf out.pdf"),
+            (1, 'there is no page "9" among', "background --pages 9 form.pdf form.pdf out.pdf"),
+            (0, "", "background --mode pairs --pages odd,even --from r1 --above --box crop,art --fit scale --at top"
+                " --offset -3,4.5 --rotate 90 form.pdf letterhead.pdf out.pdf"),
+            (0, "", "background --merged --mode first form.pdf letterhead.pdf out.pdf"),
             (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
             (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
             (1, "; --partial saves", "rewrite --import never part.pdf out.pdf"),
