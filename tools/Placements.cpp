@@ -16,6 +16,7 @@ constexpr Option options[] = {
     {"--pages", "RANGES", "draw on these pages only: 1-3,7 or odd, even, last, r2"},
     {"--from", "RANGES", "take only these pages of FOREIGN"},
     {"--above", "", "draw above what is there, as files-pdf-stamp does"},
+    {"--with-annotations", "", "take links and form fields of FOREIGN along"},
 };
 constexpr Option fittingOptions[] = {
     {"--box", "BOX",
@@ -153,6 +154,8 @@ std::optional<Host::Refusal> ask(PagesAsked& asked, std::string_view option, con
         placement.from = argument;
     else if (option == "above")
         placement.layer = Host::Layer::Above;
+    else if (option == "with-annotations")
+        placement.hasAnnotations = true;
     else if (option == "merged")
         asked.isMerged = true;
     else if (option == "force")

@@ -1,9 +1,11 @@
 #include <host/pages/Edit.h>
 
 #include <host/pages/Geometry.h>
+#include <host/streams/StoredBytes.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/NumberObj.h>
+#include <values/ObjectRefObj.h>
 #include <values/Stream.h>
 
 #include <algorithm>
@@ -31,6 +33,26 @@ Ref<Value> arrayOf(const std::vector<double>& numbers) noexcept
     for (const double number : numbers)
         values.push_back(numberValue(number));
     return Array::create(values);
+}
+
+Ref<ObjectRef> referenceTo(const PDF::Object& object) noexcept
+{
+    return make<ObjectRefObj>(object.id(), object.generation());
+}
+
+Ref<Stream> withEntry(const Ref<Document>& document, const Ref<Stream>& stream, const Ref<::String>& key,
+    const Ref<Value>& value) noexcept
+{
+    const auto stored = storedBytes(document, stream);
+    const Ref<Dictionary> dictionary = stream->dict();
+    if (!stored || !dictionary)
+        return nullptr;
+    const Ref<Dictionary> entries = Dictionary::create();
+    const auto keys = dictionary->keys();
+    for (const Ref<::String>& each : *keys)
+        entries->set(each, dictionary->find(each));
+    entries->set(key, value);
+    return createStream(entries, *stored);
 }
 
 Ref<Value> contentStream(std::string_view text) noexcept

@@ -2,6 +2,9 @@
 
 #include <document/Editing.h>
 #include <values/Dictionary.h>
+#include <values/Object.h>
+#include <values/ObjectRef.h>
+#include <values/Stream.h>
 
 #include <string>
 #include <string_view>
@@ -47,6 +50,11 @@ private:
 Ref<PDF::Value> nameValue(const char* name) noexcept;
 Ref<PDF::Value> numberValue(double number) noexcept;
 Ref<PDF::Value> arrayOf(const std::vector<double>& numbers) noexcept;
+Ref<PDF::ObjectRef> referenceTo(const PDF::Object& object) noexcept;
+// A copy of a stream of the document, or a new one, with another entry in its dictionary; null with a code when its data
+// can't be had.
+Ref<PDF::Stream> withEntry(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream,
+    const Ref<::String>& key, const Ref<PDF::Value>& value) noexcept;
 // A content stream of so little text that compressing it isn't worth it.
 Ref<PDF::Value> contentStream(std::string_view text) noexcept;
 

@@ -78,10 +78,11 @@ std::optional<Rectangle> rectangleOf(const Document& document, const Ref<Value>&
     const Ref<Array> corners = followAs<Array>(document, value);
     if (!corners || corners->size() != 4)
         return {};
+    constexpr double farEnough = 1e9; // beyond any sheet, and still a whole number of the library's
     double numbers[4];
     for (std::size_t i = 0; i < 4; ++i) {
         const auto number = numberOf(followAll(document, corners->get(i)));
-        if (!number)
+        if (!number || std::fabs(*number) > farEnough)
             return {};
         numbers[i] = *number;
     }

@@ -46,7 +46,8 @@ struct Matrix {
 std::optional<double> numberOf(const Ref<PDF::Value>& value) noexcept;
 // A whole number as degrees from 0 to 359; none for any other.
 std::optional<int> degreesOf(const Ref<PDF::Value>& value) noexcept;
-// Four numbers as a rectangle, whatever the order of its corners; none when they aren't four, or not numbers.
+// Four numbers as a rectangle, whatever the order of its corners; none when they aren't four, not numbers, or beyond
+// 1,000,000,000.
 std::optional<Rectangle> rectangleOf(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
 
 // A number as content streams have it: in decimal digits, up to six after the point.

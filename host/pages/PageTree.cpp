@@ -131,7 +131,8 @@ void Walk::addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, con
     else if (own.rotation)
         tell(place() + "Rotate is no multiple of 90 and has no effect");
     const auto unit = numberOf(followEntry(_document, *dictionary, PageKeys::userUnit));
-    if (unit && *unit > 0)
+    constexpr double maxUnit = 1e6; // far above what a sheet needs
+    if (unit && *unit > 0 && *unit <= maxUnit)
         page.userUnit = *unit;
     _tree.pages.push_back(std::move(page));
 }

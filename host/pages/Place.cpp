@@ -2,6 +2,7 @@
 
 #include <host/base/ErrorWords.h>
 #include <host/losses/PartialMarks.h>
+#include <host/pages/AnnotationCopies.h>
 #include <host/pages/FormXObject.h>
 #include <host/pages/OptionalContent.h>
 #include <host/pages/PageRange.h>
@@ -86,7 +87,7 @@ class Placing {
 public:
     Placing(const Ref<Document>& document, const Ref<Document>& foreign, const Placement& placement)
         : _document(document), _foreign(foreign), _placement(placement), _edit(document),
-          _forms(_edit, foreign), _drawing(_edit, _tree)
+          _forms(_edit, foreign), _drawing(_edit, _tree), _annotations(_edit, *foreign, _forms.copying())
     {
     }
 
@@ -97,6 +98,8 @@ public:
             if (const auto partner = partnerOf(_placement.pairing, i, _foreignChosen.size()))
                 refusal = draw(_chosen[i], _foreignChosen[*partner]);
         if (!refusal)
+            refusal = _annotations.finish();
+        if (!refusal)
             refusal = _drawing.prepare();
         if (refusal)
             return *refusal;
@@ -104,6 +107,8 @@ public:
         const std::uint32_t version = _foreign->version();
         if (_result.pageCount > 0 && (!_edit.apply() || !raiseVersion(_document, version)))
             return codeRefusal(Error::get());
+        if (_annotations.signatureCount() > 0)
+            _result.warnings.push_back("signatures of the other document stay behind");
         _result.warnings.insert(
             _result.warnings.end(), _drawing.warnings().begin(), _drawing.warnings().end());
         return std::move(_result);
@@ -123,6 +128,7 @@ private:
     Edit _edit;
     FormXObjects _forms;
     Drawing _drawing;
+    AnnotationCopies _annotations;
     std::unordered_set<const Dictionary*> _drawnOn;
     std::unordered_set<std::size_t> _damaged; // foreign pages
     PlaceResult _result;
@@ -175,10 +181,10 @@ std::optional<Refusal> Placing::draw(std::size_t index, std::size_t foreignIndex
         _result.warnings.push_back(foreignLabel + "its content is damaged, and was drawn up to there");
     if (!_drawnOn.insert(page.dictionary.get()).second)
         return {}; // listed twice: it is one page all the same
-    const Matrix matrix = form->matrix.inverse().then(matrixOf(page, foreign, _placement));
-    _drawing.add(index, form->reference, matrix, _placement.layer);
+    const Matrix placed = matrixOf(page, foreign, _placement);
+    _drawing.add(index, form->reference, form->matrix.inverse().then(placed), _placement.layer);
     ++_result.pageCount;
-    return {};
+    return _placement.hasAnnotations ? _annotations.copy(page, foreign, placed) : std::nullopt;
 }
 
 } // namespace

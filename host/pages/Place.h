@@ -45,6 +45,9 @@ struct Placement {
     double offsetY = 0;
     // Turns the foreign page clockwise, besides its own turn: a multiple of 90 degrees.
     int rotation = 0;
+    // Takes links and form fields along, with all other annotations but signatures. Fields whose names are taken get
+    // a number after them; what a link leads to in the foreign document stays behind.
+    bool hasAnnotations = false;
 };
 
 // What `place` did.

@@ -74,6 +74,8 @@ TEST(PageTree, tellsWhatIsWrongAndGoesOn)
             "before page 1: a node of the page tree has no kids and was skipped"},
         {"no box", "3 0 R", "", 1,
             "page 1: MediaBox is missing or not four numbers, and 612 by 792 points are assumed"},
+        {"a huge box", "3 0 R", "/MediaBox [ 0 0 9 99999999999999 ]", 1,
+            "page 1: MediaBox is missing or not four numbers, and 612 by 792 points are assumed"},
         {"a box without area", "3 0 R", "/MediaBox [ 5 5 5 9 ]", 1, "page 1: MediaBox has no area"},
         {"a turn by a part", "3 0 R", sheet + "/Rotate 37", 1,
             "page 1: Rotate is no multiple of 90 and has no effect"},

@@ -221,6 +221,35 @@ TEST(Place, hiddenContentStaysHidden)
     }
 }
 
+TEST(Place, linksAndFieldsComeAlong)
+{
+    const auto foreign = Tests::open(Pages{{"/Annots [ 3 0 R << /Subtype /Link /Rect [ 0 0 10 20 ] /P 10 0 R >> 5 0 R "
+        "9 0 R null ]"},
+        {{3, "<< /Subtype /Widget /Rect [ 10 20 30 60 ] /Parent 4 0 R /AP << /N 6 0 R >> /StructParent 3 >>"},
+            {4, "<< /T (name) /FT /Tx /Kids [ 3 0 R ] /V (x) >>"},
+            {5, "<< /Subtype /Widget /T (other) /FT /Btn /AP << /N << /On 6 0 R >> >> /Rect [ 0 0 1 1 ] >>"},
+            {6, stream("ap", "/BBox [ 0 0 1 1 ]")}, {7, "<< /Fields [ 4 0 R 5 0 R 9 0 R ] /DA (/F 0 Tf) /DR 8 0 R >>"},
+            {8, "<< /Font << /F 6 0 R /G 6 0 R >> >>"}, {9, "<< /Subtype /Widget /FT /Sig /T (sig) >>"}},
+        "/MediaBox [ 0 0 100 200 ]", "/AcroForm 7 0 R"});
+    const auto document = Tests::open(Pages{{"/Rotate 90", "/MediaBox [ 0 0 50 100 ] /Annots 5 0 R"},
+        {{3, "<< /T (name) /FT /Tx >>"}, {4, "<< /Fields [ 3 0 R ] /DR << /Font << /F 3 0 R >> >> >>"},
+            {5, "[ 3 0 R ]"}},
+        "/MediaBox [ 0 0 200 100 ]", "/AcroForm 4 0 R"});
+    const auto placed = Host::place(document, foreign, {.hasAnnotations = true});
+    ASSERT_TRUE(placed) << placed.refusal().message;
+    ASSERT_EQ(placed->warnings.size(), 1u);
+    EXPECT_EQ(placed->warnings[0], "signatures of the other document stay behind");
+    const auto all = written(document);
+    const auto has = [&all](const std::string& part) { return all.find(part) != all.npos; };
+    for (const char* part : {"/Annots [ 13 0 R 14 0 R 15 0 R ]", "/Annots [ 3 0 R ",
+             "/Fields [ 3 0 R 18 0 R 15 0 R 22 0 R 21 0 R ]", "/F 3 0 R /G ", "/T (name+1) ", "/T (name+2) ", "/T (other) ",
+             "/T (other+1) ", "/Kids [ 13 0 R ]", "/Matrix [ 0 1 -1 0 0 0 ]", "/DA (/F 0 Tf) ",
+             "/P 10 0 R /Parent 18 0 R /Rect [ 140 10 180 30 ] /Subtype /Widget", "/P 11 0 R /Parent 22 0 R /Rect [ 5 10 15 30 ] /Subtype /Widget"})
+        EXPECT_TRUE(has(part)) << part;
+    EXPECT_FALSE(has("StructParent"));
+    EXPECT_FALSE(has("/Sig"));
+}
+
 TEST(Place, aRefusalChangesNothing)
 {
     struct Case {
