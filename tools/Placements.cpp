@@ -10,9 +10,8 @@ using Host::PDF::BackgroundMode;
 
 constexpr Option options[] = {
     {"--mode", "MODE",
-        "which page of FOREIGN goes with which: its first with all (all, as without --mode) or with the first (first), "
-        "or each with that of its number (pairs), then the last with the rest (repeat-last) or all over and over "
-        "(repeat-all)"},
+        "which page of FOREIGN goes with which: its first with all (all, as without --mode) or the first (first), or "
+        "each with that of its number (pairs), then the last (repeat-last) or all again (repeat-all)"},
     {"--pages", "RANGES", "draw on these pages only: 1-3,7 or odd, even, last, r2"},
     {"--from", "RANGES", "take only these pages of FOREIGN"},
     {"--above", "", "draw above what is there, as files-pdf-stamp does"},
