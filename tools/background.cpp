@@ -13,8 +13,8 @@ const Tools::Program program = {
     .name = "background",
     .usage = "[options] IN FOREIGN OUT",
     .operandCount = 3,
-    .about = "Opens the PDF file IN, draws pages of FOREIGN beneath those of IN, made to fit and upright as viewers "
-             "show them, and saves it as OUT, which may be one of the two.",
+    .about = "Draws pages of FOREIGN beneath those of the PDF file IN, made to fit and upright as viewers show "
+             "them, and saves it as OUT, which may be one of the two.",
     .options = {Tools::placementOptions()[0], Tools::placementOptions()[1], Tools::placementOptions()[2],
         Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when a file, the drawing, or the saving is refused; 2 for wrong use and unreadable files.",
