@@ -28,6 +28,7 @@ const std::vector<Operation> operations = {
     {"compress", [](Job& job) { openAndSave(job, StreamForm::Flate); }},
     {"recompress", [](Job& job) { openAndSave(job, StreamForm::FlateAnew); }},
     {"background", addBackground},
+    {"place", placePage},
     {"form", fillForm},
 };
 

@@ -20,6 +20,7 @@ void walk(Job& job);         // the same several times while the document is ope
 void openAndSave(Job& job, StreamForm form);
 void decode(Job& job);        // one stream after the other, as `DecodedData`
 void addBackground(Job& job); // the first page of `job.foreign` under all pages; then saves
+void placePage(Job& job);     // the same as one XObject, where the library has that, or else by hand
 void fillForm(Job& job);      // each field gets `valueOfField`; then saves
 
 // What the form's field of this number gets.

@@ -244,6 +244,11 @@ void addBackground(Job& job)
     save(context, document, job, pdf_default_write_options);
 }
 
+void placePage(Job& job)
+{
+    addBackground(job);
+}
+
 void fillForm(Job& job)
 {
     const Context context;

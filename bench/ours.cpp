@@ -6,6 +6,7 @@
 #include <forms/Form.h>
 #include <forms/Text.h>
 #include <host/files/MemoryStripe.h>
+#include <host/pages/Place.h>
 #include <platform/Mem.h>
 #include <platform/Windows_1252.h>
 #include <values/Array.h>
@@ -266,6 +267,13 @@ void addBackground(Job& job)
 {
     const Ref<PDF::Document> document = open(job.bytes);
     require(document->addBackground(open(job.foreign), PDF::BackgroundMode::AllPages), "no background can be added");
+    save(document, job);
+}
+
+void placePage(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    require(bool(Host::place(document, open(job.foreign))), "no page can be placed");
     save(document, job);
 }
 

@@ -217,6 +217,11 @@ void addBackground(Job& job)
     save(document, job);
 }
 
+void placePage(Job& job)
+{
+    addBackground(job);
+}
+
 void fillForm(Job& job)
 {
     Document document(job.bytes);

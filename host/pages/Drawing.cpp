@@ -10,6 +10,7 @@
 #include <values/Name.h>
 #include <values/ObjectRef.h>
 
+#include <algorithm>
 #include <charconv>
 
 namespace Host {
@@ -38,20 +39,25 @@ constexpr std::uint64_t maxDirectContents = 16;
 
 void Drawing::add(std::size_t page, const Ref<ObjectRef>& xObject, const Matrix& matrix, Layer layer)
 {
-    const std::size_t place = _places.emplace(_tree.pages[page].dictionary.get(), page).first->second;
-    _items[place].push_back({indexOf(xObject), matrix, layer});
+    if (_matrices.empty() || _matrices.back() != matrix)
+        _matrices.push_back(matrix);
+    _items.push_back({std::uint32_t(_tree.pages[page].firstPlace), std::uint32_t(indexOf(xObject)),
+        std::uint32_t(_matrices.size() - 1), layer});
 }
 
 std::optional<Refusal> Drawing::prepare() noexcept
 {
+    std::ranges::stable_sort(_items, {}, &Item::page);
     chooseNames();
     _isTagged = isTagged();
-    for (const auto& [index, items] : _items) {
-        const Page& page = _tree.pages[index];
-        if (auto refusal = changeContents(page, index, textsOf(items)))
-            return refusal->withPrefix("page " + std::to_string(index + 1) + ": ");
-        for (const Item& item : items)
-            extendResources(page, item.xObject);
+    for (auto first = _items.cbegin(); first != _items.cend();) {
+        const auto last = std::find_if(
+            first, _items.cend(), [first](const Item& item) { return item.page != first->page; });
+        const Page& page = _tree.pages[first->page];
+        if (auto refusal = changeContents(page, first->page, textsOf(first, last)))
+            return refusal->withPrefix("page " + std::to_string(first->page + 1) + ": ");
+        for (; first != last; ++first)
+            extendResources(page, first->xObject);
     }
     return {};
 }
@@ -59,8 +65,8 @@ std::optional<Refusal> Drawing::prepare() noexcept
 // All names are like "Fx7", with numbers after those that are in use.
 void Drawing::chooseNames() noexcept
 {
-    for (const auto& [index, items] : _items)
-        if (const Ref<Dictionary>& resources = _tree.pages[index].resources)
+    for (const Item& item : _items)
+        if (const Ref<Dictionary>& resources = _tree.pages[item.page].resources)
             noteNames(*resources);
 }
 
@@ -92,13 +98,14 @@ std::string Drawing::nameOf(std::size_t xObject) const
     return std::string(namePrefix) + std::to_string(_lastNumber + 1 + xObject);
 }
 
-Drawing::Texts Drawing::textsOf(const std::vector<Item>& items) const
+Drawing::Texts Drawing::textsOf(Items::const_iterator first, Items::const_iterator last) const
 {
     Texts texts;
-    for (const Item& item : items) {
-        std::string& text = item.layer == Layer::Beneath ? texts.beneath : texts.above;
-        const std::string place = item.matrix == Matrix() ? "" : matrixText(item.matrix) + " cm ";
-        text += std::string(_isTagged ? "/Artifact BMC " : "") + "q " + place + "/" + nameOf(item.xObject) + " Do Q"
+    for (; first != last; ++first) {
+        std::string& text = first->layer == Layer::Beneath ? texts.beneath : texts.above;
+        const Matrix& matrix = _matrices[first->matrix];
+        const std::string place = matrix == Matrix() ? "" : matrixText(matrix) + " cm ";
+        text += std::string(_isTagged ? "/Artifact BMC " : "") + "q " + place + "/" + nameOf(first->xObject) + " Do Q"
             + (_isTagged ? " EMC" : "") + "\n";
     }
     return texts;
@@ -210,9 +217,19 @@ Ref<Value> Drawing::streamOf(const std::string& text) noexcept
 
 void Drawing::extendResources(const Page& page, std::size_t xObject) noexcept
 {
-    const Ref<Dictionary> xObjects = xObjectsOf(resourcesToExtend(page));
-    if (_extended.emplace(xObjects.get(), xObject).second)
-        _edit.set(xObjects, ::String::create(nameOf(xObject).c_str()), _xObjects[xObject]);
+    const Ref<Dictionary> resources = resourcesToExtend(page);
+    const Ref<::String> name = ::String::create(nameOf(xObject).c_str());
+    const auto own = followEntryAs<Dictionary>(*_edit.document(), *resources, PageKeys::xObject);
+    if (own && _extended.emplace(own.get(), xObject).second)
+        _edit.set(own, name, _xObjects[xObject]);
+    if (own)
+        return;
+    Ref<Dictionary>& made = _newXObjects[resources.get()];
+    if (!made) {
+        made = Dictionary::create();
+        _edit.set(resources, PageKeys::xObject, made);
+    }
+    made->set(name, _xObjects[xObject]);
 }
 
 // The page's own dictionary, or one that it gets: a copy of what it inherits, or an empty one.
@@ -229,19 +246,6 @@ Ref<Dictionary> Drawing::resourcesToExtend(const Page& page) noexcept
     }
     _edit.set(page.dictionary, PageKeys::resources, shared.reference);
     return shared.dictionary;
-}
-
-// The dictionary of XObjects among the resources, which may be new.
-Ref<Dictionary> Drawing::xObjectsOf(const Ref<Dictionary>& resources) noexcept
-{
-    if (Ref<Dictionary> own = followEntryAs<Dictionary>(*_edit.document(), *resources, PageKeys::xObject))
-        return own;
-    Ref<Dictionary>& made = _newXObjects[resources.get()];
-    if (!made) {
-        made = Dictionary::create();
-        _edit.set(resources, PageKeys::xObject, made);
-    }
-    return made;
 }
 
 } // namespace Host

@@ -28,7 +28,7 @@ public:
     Drawing(Edit& edit, const PageTree& tree) noexcept : _edit(edit), _tree(tree) {}
 
     // Notes that the XObject is to be drawn, in the coordinates of the page that the matrix leads to. Of several in a
-    // layer the last is on top.
+    // layer the last is on top. A page that is in the tree twice gets what either place is given.
     void add(std::size_t page, const Ref<PDF::ObjectRef>& xObject, const Matrix& matrix, Layer layer);
     // Prepares all of it. Refused when content of a page that something goes above can't be had; then the edit must
     // not be applied.
@@ -38,10 +38,12 @@ public:
 
 private:
     struct Item {
-        std::size_t xObject; // index among those drawn
-        Matrix matrix;
+        std::uint32_t page;
+        std::uint32_t xObject; // index among those drawn
+        std::uint32_t matrix;  // likewise
         Layer layer;
     };
+    using Items = std::vector<Item>;
     // What a page gets before and after its content.
     struct Texts {
         std::string beneath;
@@ -59,7 +61,7 @@ private:
     std::size_t indexOf(const Ref<PDF::ObjectRef>& xObject);
     std::string nameOf(std::size_t xObject) const;
     // Content
-    Texts textsOf(const std::vector<Item>& items) const;
+    Texts textsOf(Items::const_iterator first, Items::const_iterator last) const;
     std::optional<Refusal> changeContents(const Page& page, std::size_t index, const Texts& texts) noexcept;
     Result<Ref<PDF::Value>> contentsOf(const Page& page, std::size_t index, const Texts& texts) noexcept;
     std::optional<Refusal> enclose(const Page& page, std::size_t index, std::vector<Ref<PDF::Value>>& contents) noexcept;
@@ -69,12 +71,11 @@ private:
     // Resources
     void extendResources(const Page& page, std::size_t xObject) noexcept;
     Ref<PDF::Dictionary> resourcesToExtend(const Page& page) noexcept;
-    Ref<PDF::Dictionary> xObjectsOf(const Ref<PDF::Dictionary>& resources) noexcept;
 
     Edit& _edit;
     const PageTree& _tree;
-    std::map<std::size_t, std::vector<Item>> _items; // by page
-    std::unordered_map<const PDF::Dictionary*, std::size_t> _places; // of pages, which may be in the tree twice
+    Items _items;
+    std::vector<Matrix> _matrices; // no two in a row are the same
     std::vector<Ref<PDF::ObjectRef>> _xObjects;
     std::unordered_map<std::uint32_t, std::size_t> _indices; // of these, by their ids
     std::uint64_t _lastNumber = 0;                           // of a name like ours that is in use

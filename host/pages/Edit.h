@@ -6,6 +6,7 @@
 #include <values/ObjectRef.h>
 #include <values/Stream.h>
 
+#include <deque>
 #include <string>
 #include <string_view>
 
@@ -43,7 +44,7 @@ private:
         Ref<::String> key;
         Ref<PDF::Value> value;
     };
-    std::vector<Entry> _entries;
+    std::deque<Entry> _entries; // which takes no room beyond them
 };
 
 // Values as an edit needs them.

@@ -7,7 +7,7 @@
 #include <values/Array.h>
 #include <values/ObjectRef.h>
 
-#include <unordered_set>
+#include <unordered_map>
 
 namespace Host {
 
@@ -38,7 +38,7 @@ public:
 
     PageTree run(const Ref<Dictionary>& root)
     {
-        _visited.insert(root.get());
+        _visited.emplace(root.get(), 0);
         open(root, {});
         while (!_open.empty())
             if (OpenNode& node = _open.back(); node.next < node.kids->size())
@@ -56,7 +56,7 @@ private:
     bool open(const Ref<Dictionary>& node, Inheritance inheritance);
     void inherit(const Dictionary& dictionary, Inheritance& inheritance) const;
     void addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, const Inheritance& inheritance);
-    void readBoxes(Page& page, const Inheritance& inheritance);
+    PageBoxes readBoxes(const Dictionary& page, const Inheritance& inheritance);
     Rectangle readBox(const Ref<Value>& value, const char* name, const Rectangle& fallback, const Rectangle& sheet);
     void tell(std::string problem)
     {
@@ -69,7 +69,7 @@ private:
     const Document& _document;
     PageTree _tree;
     std::vector<OpenNode> _open; // from the root on
-    std::unordered_set<const Dictionary*> _visited;
+    std::unordered_map<const Dictionary*, std::size_t> _visited; // with the number of pages before the first visit
     std::size_t _problemCount = 0;
 };
 
@@ -80,7 +80,7 @@ void Walk::visit(const Ref<Value>& kid, Inheritance inheritance)
         return tell("before " + place() + "a kid of the page tree is no dictionary and was skipped");
     const bool isNode = followEntryAs<Array>(_document, *dictionary, PageKeys::kids)
         && !isNamed(followEntry(_document, *dictionary, PageKeys::type), "Page");
-    const bool isFirstVisit = _visited.insert(dictionary.get()).second;
+    const bool isFirstVisit = _visited.emplace(dictionary.get(), _tree.pages.size()).second;
     if (!isFirstVisit && isNode)
         return tell("before " + place() + "a node of the page tree is listed twice or in a circle and was skipped");
     if (!isFirstVisit)
@@ -124,7 +124,10 @@ void Walk::addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, con
     inherit(*dictionary, own);
     page.resources = own.resources;
     page.isInheritingResources = own.resources && own.resources == inheritance.resources;
-    readBoxes(page, own);
+    const PageBoxes boxes = readBoxes(*dictionary, own);
+    const bool isAsBefore = !_tree.pages.empty() && *_tree.pages.back().boxes == boxes;
+    page.boxes = isAsBefore ? _tree.pages.back().boxes : std::make_shared<const PageBoxes>(boxes);
+    page.firstPlace = _visited[dictionary.get()];
     const auto rotation = degreesOf(own.rotation);
     if (rotation && *rotation % 90 == 0)
         page.rotation = *rotation;
@@ -137,9 +140,10 @@ void Walk::addPage(const Ref<Value>& kid, const Ref<Dictionary>& dictionary, con
     _tree.pages.push_back(std::move(page));
 }
 
-void Walk::readBoxes(Page& page, const Inheritance& inheritance)
+PageBoxes Walk::readBoxes(const Dictionary& page, const Inheritance& inheritance)
 {
-    Rectangle& sheet = page.boxes[std::size_t(PageBox::Media)];
+    PageBoxes boxes;
+    Rectangle& sheet = boxes[std::size_t(PageBox::Media)];
     const auto media = rectangleOf(_document, inheritance.mediaBox);
     sheet = media.value_or(letter);
     if (!media)
@@ -147,12 +151,12 @@ void Walk::readBoxes(Page& page, const Inheritance& inheritance)
     else if (!media->hasArea())
         tell(place() + "MediaBox has no area");
     const Rectangle crop = readBox(inheritance.cropBox, "CropBox", sheet, sheet);
-    page.boxes[std::size_t(PageBox::Crop)] = crop;
+    boxes[std::size_t(PageBox::Crop)] = crop;
     static const std::pair<PageBox, Ref<::String>> others[] = {{PageBox::Bleed, ::String::create("BleedBox")},
         {PageBox::Trim, ::String::create("TrimBox")}, {PageBox::Art, ::String::create("ArtBox")}};
     for (const auto& [box, key] : others)
-        page.boxes[std::size_t(box)]
-            = readBox(followEntry(_document, *page.dictionary, key), "a box", crop, sheet);
+        boxes[std::size_t(box)] = readBox(followEntry(_document, page, key), "a box", crop, sheet);
+    return boxes;
 }
 
 // The box within the sheet; `fallback` when there is none, or none with area there.

@@ -6,6 +6,7 @@
 #include <values/Object.h>
 
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ namespace Host {
 
 // The boxes of a page, from the sheet inwards.
 enum class PageBox : std::uint8_t { Media, Crop, Bleed, Trim, Art };
-constexpr std::size_t pageBoxCount = 5;
+using PageBoxes = std::array<Rectangle, 5>; // by `PageBox`
 
 // A page with all that it inherits.
 struct Page {
@@ -29,11 +30,13 @@ struct Page {
     int rotation = 0;
     // The size of a unit of the page's coordinates, in points.
     double userUnit = 1;
-    // By `PageBox`, in the page's coordinates, within the media box; one that the page doesn't have is as the
-    // standard says, so the crop box is the media box, and the others are the crop box.
-    std::array<Rectangle, pageBoxCount> boxes;
+    // In the page's coordinates, within the media box; one that the page doesn't have is as the standard says, so
+    // the crop box is the media box, and the others are the crop box. Never null; pages in a row with the same share it.
+    std::shared_ptr<const PageBoxes> boxes;
+    // The place of the page in the list where it is listed first, which is its own unless it is listed twice.
+    std::size_t firstPlace = 0;
 
-    const Rectangle& box(PageBox which) const noexcept { return boxes[std::size_t(which)]; }
+    const Rectangle& box(PageBox which) const noexcept { return (*boxes)[std::size_t(which)]; }
 };
 
 // The pages of a document, and what is wrong with its page tree.

@@ -129,7 +129,7 @@ private:
     FormXObjects _forms;
     Drawing _drawing;
     AnnotationCopies _annotations;
-    std::unordered_set<const Dictionary*> _drawnOn;
+    std::vector<bool> _isDrawnOn; // by the first places of pages
     std::unordered_set<std::size_t> _damaged; // foreign pages
     PlaceResult _result;
 };
@@ -160,6 +160,7 @@ std::optional<Refusal> Placing::read()
         return refusal;
     if (auto refusal = readOne(_foreign, _placement.from, _foreignTree, _foreignChosen, "the other document: "))
         return refusal;
+    _isDrawnOn.resize(_tree.pages.size());
     if (_foreignChosen.empty())
         return Refusal{Reason::BrokenRule, "the other document has no pages to be drawn", ErrForeignPage};
     return {};
@@ -179,8 +180,9 @@ std::optional<Refusal> Placing::draw(std::size_t index, std::size_t foreignIndex
         return form.refusal().withPrefix(foreignLabel);
     if (form->isDamaged && _damaged.insert(foreignIndex).second)
         _result.warnings.push_back(foreignLabel + "its content is damaged, and was drawn up to there");
-    if (!_drawnOn.insert(page.dictionary.get()).second)
+    if (_isDrawnOn[page.firstPlace])
         return {}; // listed twice: it is one page all the same
+    _isDrawnOn[page.firstPlace] = true;
     const Matrix placed = matrixOf(page, foreign, _placement);
     _drawing.add(index, form->reference, form->matrix.inverse().then(placed), _placement.layer);
     ++_result.pageCount;
