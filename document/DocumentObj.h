@@ -47,6 +47,7 @@ public:
     const KeptSources& sources() const noexcept { return _sources; }
     // As `PDF::writeExactly`, to a stream of 4-byte elements.
     Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
+    std::uint64_t fileSize() const noexcept { return _stripe->size(); }
     // Enters a value into the table as a new object. Null with `ErrNullArgument`.
     Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
     // The id that the next new object gets.

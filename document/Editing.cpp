@@ -1,9 +1,11 @@
 #include <document/Editing.h>
 
 #include <document/DocumentObj.h>
+#include <document/Inspection.h>
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <document/StreamCopy.h>
+#include <platform/Limits.h>
 #include <platform/MemoryStream.h>
 #include <stripes/ByteElements.h>
 #include <values/ArrayObj.h>
@@ -219,6 +221,10 @@ Ref<Value> ValueCopying::copyStream(const Ref<Stream>& stream) noexcept
     const Ref<Interfaces::Stripe> data = dictionary ? _source->streamData(stream, false) : nullptr;
     if (!data)
         return nullptr;
+    const bool isInFile = stream->strmOfs() < fileSizeOf(_source);
+    _taken += isInFile ? data->size() : 0;
+    if (Limits::isReadTooOften(_taken, fileSizeOf(_source)))
+        return refuse(ErrOutOfRange);
     const std::uint64_t position = data->tell();
     const StreamCopy bytes = copyToMemory(*data, copyWording);
     data->seek(position);

@@ -64,8 +64,9 @@ public:
     // Lets copies have this value in the place of references to the object.
     void replace(const Ref<Object>& object, Ref<Value> by) noexcept;
     // The copy, which shares nothing that can change; the data of streams is in memory. Null with `ErrNullArgument`,
-    // or with the code of `Document::streamData` or `ErrNoResource` when the data of a stream can't be had; then the
-    // new objects are of no use.
+    // with the code of `Document::streamData` or `ErrNoResource` when the data of a stream can't be had, or with
+    // `ErrOutOfRange` when streams that overlap give more than `Limits::maxReadings` times their file; then the new
+    // objects are of no use.
     Ref<Value> copy(const Ref<Value>& value) noexcept;
     // The objects that were copied so far, with the references to their copies.
     const std::vector<std::pair<Ref<Object>, Ref<ObjectRef>>>& copied() const noexcept { return _copied; }
@@ -81,7 +82,8 @@ private:
     const Ref<Document> _source;
     std::unordered_map<const Object*, Ref<Value>> _places; // what copies have for references to an object
     std::vector<std::pair<Ref<Object>, Ref<ObjectRef>>> _copied;
-    std::size_t _next = 0; // of these, whose value is still to be copied
+    std::uint64_t _taken = 0; // of stream data, in elements
+    std::size_t _next = 0;    // of these, whose value is still to be copied
 };
 
 } // namespace Libraries::Files::PDF

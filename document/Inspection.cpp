@@ -42,6 +42,12 @@ Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept
     return held ? held->lineEnding() : nullptr;
 }
 
+std::uint64_t fileSizeOf(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->fileSize() : 0;
+}
+
 Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept
 {
     const Ref<DocumentObj> held = implementation(document);

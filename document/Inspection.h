@@ -16,6 +16,8 @@ EXPORTED StackVector<Ref<Object>> objectsOf(const Ref<Document>& document) noexc
 EXPORTED StackVector<Ref<Object>> objectsAsWritten(const Ref<Document>& document) noexcept;
 // The line ending that the file was read with and is written with: CR, LF or CR LF.
 EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
+// The elements of the file that the document was opened from, by which work on it can be bounded; 0 on failure.
+EXPORTED std::uint64_t fileSizeOf(const Ref<Document>& document) noexcept;
 // The characters that stand for the value in a written file, one element each; a stream's data, as
 // stored, included, which counts as a call of `streamData`. Null when the value can't be written, with
 // `ErrInvalidArgument`, `ErrNoResource` or `ErrOutOfRange`, or with `ErrNullArgument` for a null value.

@@ -90,6 +90,18 @@ constexpr std::size_t maxDecoded(std::size_t storedSize)
     return (std::size_t(16) << 20) + 4096 * storedSize;
 }
 
+// The parts of the contents of all pages together that something is drawn on. Only pages that share a long list of
+// them have more than a few bytes of the file for each.
+constexpr std::size_t maxContentParts(std::size_t fileSize)
+{
+    return 10000 + 4 * fileSize;
+}
+// Annotations that come along with the pages that are drawn: of a page many, on many pages.
+constexpr std::size_t maxAnnotationCopies(std::size_t objectCount)
+{
+    return 10000 + 16 * objectCount;
+}
+
 // Symbolic links that are followed to a target: as many as the system follows.
 constexpr int maxLinks = 40;
 // Random names that are tried for a new file. A second one is hardly ever needed.

@@ -1,5 +1,6 @@
 #include <host/pages/AnnotationCopies.h>
 
+#include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
 #include <host/base/Utf8.h>
@@ -9,6 +10,7 @@
 #include <values/Stream.h>
 #include <values/String.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Host {
@@ -76,8 +78,9 @@ Ref<Value> moved(const Document& document, const Ref<Array>& coordinates, const 
 
 } // namespace
 
-AnnotationCopies::AnnotationCopies(Edit& edit, Document& foreign, ValueCopying& copying) noexcept
-    : _edit(edit), _foreign(foreign), _copying(copying)
+AnnotationCopies::AnnotationCopies(Edit& edit, const Ref<Document>& foreign, ValueCopying& copying) noexcept
+    : _edit(edit), _foreign(*foreign), _copying(copying),
+      _copiesLeft(Limits::maxAnnotationCopies(objectsOf(foreign).size() + objectsOf(edit.document()).size()))
 {
 }
 
@@ -87,6 +90,9 @@ std::optional<Refusal> AnnotationCopies::copy(const Page& page, const Page& fore
     const std::vector<Annotation> annotations = annotationsOf(foreign);
     if (annotations.empty())
         return {};
+    if (annotations.size() > _copiesLeft)
+        return Refusal{Reason::LimitReached, "the annotations of the other document are too many", ErrOutOfRange};
+    _copiesLeft -= annotations.size();
     if (foreign.object && page.object)
         _copying.replace(foreign.object, referenceTo(*page.object));
     for (const Annotation& annotation : annotations)
@@ -96,6 +102,7 @@ std::optional<Refusal> AnnotationCopies::copy(const Page& page, const Page& fore
     Values& list = place->second;
     if (isFirst)
         list = elementsOf(followEntryAs<Array>(*_edit.document(), *page.dictionary, PageKeys::annots));
+    _copiesLeft -= std::min(_copiesLeft, isFirst ? list.size() : 0);
     Fields fields;
     for (const Annotation& annotation : annotations) {
         const Ref<Dictionary> copied = copyAnnotation(annotation, matrix);

@@ -20,7 +20,7 @@ namespace Host {
 class AnnotationCopies {
 public:
     // All must live as long.
-    AnnotationCopies(Edit& edit, PDF::Document& foreign, PDF::ValueCopying& copying) noexcept;
+    AnnotationCopies(Edit& edit, const Ref<PDF::Document>& foreign, PDF::ValueCopying& copying) noexcept;
 
     // The matrix leads from the coordinates of the foreign page to those of the page. Refused with the codes of
     // `Document::streamData`; then the edit must not be applied.
@@ -70,6 +70,7 @@ private:
     std::map<std::pair<const PDF::Value*, int>, Ref<PDF::Value>> _turned; // appearances, by their turns
     std::unordered_map<const PDF::Dictionary*, std::vector<Ref<PDF::Value>>> _annots; // what pages have so far
     std::size_t _signatureCount = 0;
+    std::size_t _copiesLeft;
 };
 
 } // namespace Host

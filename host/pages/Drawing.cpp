@@ -1,10 +1,12 @@
 #include <host/pages/Drawing.h>
 
+#include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
 #include <host/pages/ContentBalance.h>
 #include <host/pages/PageContent.h>
 #include <host/pages/PageKeys.h>
+#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Boolean.h>
 #include <values/Name.h>
@@ -36,6 +38,12 @@ std::uint64_t numberOfName(const ::String& name)
 constexpr std::uint64_t maxDirectContents = 16;
 
 } // namespace
+
+Drawing::Drawing(Edit& edit, const PageTree& tree) noexcept
+    : _edit(edit), _tree(tree), _bytesLeft(Limits::maxDecoded(fileSizeOf(edit.document()))),
+      _partsLeft(Limits::maxContentParts(fileSizeOf(edit.document())))
+{
+}
 
 void Drawing::add(std::size_t page, const Ref<ObjectRef>& xObject, const Matrix& matrix, Layer layer)
 {
@@ -147,6 +155,9 @@ std::optional<Refusal> Drawing::changeContents(const Page& page, std::size_t ind
 Result<Ref<Value>> Drawing::contentsOf(const Page& page, std::size_t index, const Texts& texts) noexcept
 {
     std::vector<Ref<Value>> contents = contentOf(*_edit.document(), *page.dictionary).references;
+    if (contents.size() > _partsLeft)
+        return Refusal{Reason::LimitReached, "pages with the same content are too many", ErrOutOfRange};
+    _partsLeft -= contents.size();
     if (!texts.above.empty() && !contents.empty())
         if (auto refusal = enclose(page, index, contents))
             return *refusal;
@@ -166,7 +177,7 @@ Result<Ref<Value>> Drawing::contentsOf(const Page& page, std::size_t index, cons
 std::optional<Refusal> Drawing::enclose(
     const Page& page, std::size_t index, std::vector<Ref<Value>>& contents) noexcept
 {
-    const auto joined = joinedContent(_edit.document(), contentOf(*_edit.document(), *page.dictionary));
+    const auto joined = joinedContent(_edit.document(), contentOf(*_edit.document(), *page.dictionary), _bytesLeft);
     if (!joined)
         return joined.refusal();
     const ContentBalance balance = balanceOf(joined->bytes);

@@ -8,6 +8,7 @@
 #include <host/pages/SameContents.h>
 #include <host/streams/FilterChain.h>
 #include <host/streams/StoredBytes.h>
+#include <platform/Limits.h>
 #include <values/Name.h>
 #include <values/Number.h>
 #include <values/ObjectRefObj.h>
@@ -41,7 +42,8 @@ bool canBeKept(const std::vector<FilterStep>& filters)
 } // namespace
 
 FormXObjects::FormXObjects(Edit& edit, Ref<Document> source) noexcept
-    : _edit(edit), _source(std::move(source)), _copying(edit.objects, _source)
+    : _edit(edit), _source(std::move(source)), _copying(edit.objects, _source),
+      _budget(Limits::maxDecoded(fileSizeOf(_source)))
 {
 }
 
@@ -90,7 +92,7 @@ std::optional<Refusal> FormXObjects::fillContent(const Page& page, Draft& draft)
     if (!filters)
         return filters.refusal();
     if (!canBeKept(*filters)) {
-        auto joined = joinedContent(_source, content);
+        auto joined = joinedContent(_source, content, _budget);
         if (!joined)
             return joined.refusal();
         draft.isDamaged = joined->isDamaged;
@@ -101,6 +103,9 @@ std::optional<Refusal> FormXObjects::fillContent(const Page& page, Draft& draft)
     auto stored = storedBytes(_source, content.streams[0]);
     if (!stored)
         return stored.refusal();
+    if (stored->size() >= _budget)
+        return Refusal{Reason::LimitReached, "pages with the same content are too many", ErrOutOfRange};
+    _budget -= stored->size();
     draft.stored = std::move(*stored);
     for (const Ref<::String>& key : {filterKey, parametersKey})
         if (const Ref<Value> value = followEntry(*_source, *only, key)) {
@@ -142,12 +147,10 @@ Ref<Value> FormXObjects::copyResources(const Ref<Dictionary>& resources) noexcep
 // A form XObject of the document that is the page already; null when there is none.
 Ref<ObjectRef> FormXObjects::findSame(const Draft& draft, const Page& page) noexcept
 {
-    constexpr int maxTries = 4; // of those that have the same data
     listForms();
     const Document& document = *_edit.document();
-    int tries = 0;
     const auto [first, last] = _known.equal_range(draft.stored.size());
-    for (auto known = first; known != last && tries < maxTries; ++known) {
+    for (auto known = first; known != last && _triesLeft > 0; ++known) {
         const Ref<Dictionary> dictionary = known->second.stream->dict();
         bool isSame = true;
         for (const Ref<::String>& key : {PageKeys::boundingBox, PageKeys::matrix, filterKey, parametersKey})
@@ -156,7 +159,7 @@ Ref<ObjectRef> FormXObjects::findSame(const Draft& draft, const Page& page) noex
                                    : Result<std::vector<std::uint8_t>>(std::vector<std::uint8_t>());
         if (!isSame || !stored || *stored != draft.stored)
             continue;
-        ++tries;
+        --_triesLeft;
         SameContents contents(_edit.document(), _source);
         const Ref<Value> own = followEntry(document, *dictionary, PageKeys::resources);
         const Ref<Value> resources = page.resources ? Ref<Value>(page.resources) : Ref<Value>(Dictionary::create());

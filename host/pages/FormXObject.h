@@ -61,6 +61,8 @@ private:
     std::unordered_map<const PDF::Dictionary*, Ref<PDF::Value>> _resources; // references to their copies
     std::unordered_multimap<std::size_t, Known> _known; // by the size of their stored data
     bool _isListed = false;
+    std::size_t _budget;  // of bytes of content, stored or decoded, whatever pages share it
+    int _triesLeft = 64;  // to find one that is the same
 };
 
 } // namespace Host

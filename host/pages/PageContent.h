@@ -23,8 +23,9 @@ struct JoinedContent {
     std::vector<std::uint8_t> bytes;
     bool isDamaged = false; // some of the data is, and is here up to that place
 };
-// Refused as `decodeStream` does.
-Result<JoinedContent> joinedContent(const Ref<PDF::Document>& document, const PageContent& content) noexcept;
+// Refused as `decodeStream` does. What it decodes is taken off the budget, in bytes, and is no more than that.
+Result<JoinedContent> joinedContent(
+    const Ref<PDF::Document>& document, const PageContent& content, std::size_t& budget) noexcept;
 
 // The bytes as zlib compresses them.
 std::vector<std::uint8_t> compressedBytes(const std::vector<std::uint8_t>& bytes) noexcept;

@@ -87,7 +87,7 @@ class Placing {
 public:
     Placing(const Ref<Document>& document, const Ref<Document>& foreign, const Placement& placement)
         : _document(document), _foreign(foreign), _placement(placement), _edit(document),
-          _forms(_edit, foreign), _drawing(_edit, _tree), _annotations(_edit, *foreign, _forms.copying())
+          _forms(_edit, foreign), _drawing(_edit, _tree), _annotations(_edit, foreign, _forms.copying())
     {
     }
 

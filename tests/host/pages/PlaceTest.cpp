@@ -286,6 +286,39 @@ TEST(Place, aRefusalChangesNothing)
     }
 }
 
+// Small files that ask for copies without end.
+TEST(Place, whatIsSharedOverAndOverComesToAnEnd)
+{
+    const auto many = [](const std::string& text, int count) {
+        std::string all;
+        for (int i = 0; i < count; ++i)
+            all += text;
+        return all;
+    };
+    Pages joined{{"/Contents [ " + many("3 0 R ", 1000) + "]"}, {{3, stream(compressed(std::string(10000000, ' ')), flate)}}};
+    Pages overlapping{{"/Resources << /Font 3 0 R >>"}, {}};
+    std::string fonts;
+    for (unsigned id = 20; id < 120; ++id) {
+        fonts += "/F" + std::to_string(id) + " " + std::to_string(id) + " 0 R ";
+        overlapping.objects.emplace_back(id, "<< /Length 20000 >>\nstream\nx\nendstream");
+    }
+    overlapping.objects.emplace_back(3, "<< " + fonts + " >>");
+    overlapping.objects.emplace_back(120, "(" + std::string(20000, 'x') + ")");
+    Pages annotated{std::vector<std::string>(1000, "/Annots 3 0 R"), {{3, "[ " + many("<< >> ", 1000) + "]"}}};
+    const std::pair<const Pages*, const char*> cases[] = {
+        {&joined, "page 1 of the other document: its data is too long when it is decoded"},
+        {&overlapping, "page 1 of the other document: its resources: a position is outside the data"},
+        {&annotated, "the annotations of the other document are too many"},
+    };
+    const Pages own{std::vector<std::string>(1000, "")};
+    for (const auto& [foreign, words] : cases) {
+        const auto document = Tests::open(own);
+        EXPECT_EQ(refused(Host::place(document, Tests::open(*foreign),
+                      {.pairing = Host::Pairing::PagePairs, .hasAnnotations = true})), words);
+        EXPECT_FALSE(document->changed());
+    }
+}
+
 // Every read of the foreign file fails once, from the first that the call does.
 TEST(Place, failingReadsLeaveTheDocumentAsItWas)
 {
