@@ -4,12 +4,14 @@
 #include "Walk.h"
 
 #include <document/Document.h>
+#include <document/Inspection.h>
 #include <forms/Button.h>
 #include <forms/Choice.h>
 #include <forms/Text.h>
 #include <host/fields/Fill.h>
 #include <host/fields/FormFields.h>
 #include <host/pages/Background.h>
+#include <host/pages/Place.h>
 #include <values/ArrayObj.h>
 
 #include <algorithm>
@@ -69,6 +71,7 @@ private:
     void checkContents(
         const PDF::Object& page, const std::vector<Ref<PDF::Value>>& own, const PDF::Object& foreignPage) noexcept;
     void addCheckedBackground(Arguments arguments) noexcept;
+    void place(Arguments arguments) noexcept;
     void writeToFailing(Arguments arguments) noexcept;
     void decode(Arguments arguments) noexcept;
 
@@ -81,6 +84,9 @@ private:
 
 void Editing::edit(std::uint8_t operation, Arguments arguments) noexcept
 {
+    constexpr std::uint8_t firstOfPlace = 224;
+    if (operation >= firstOfPlace)
+        return place(arguments);
     switch (operation % 16) {
     case 0: return setValue(arguments);
     case 1: return fill(arguments);
@@ -213,6 +219,38 @@ void Editing::addCheckedBackground(Arguments arguments) noexcept
     const Host::BackgroundOptions options{arguments.variant % 2 == 0};
     const auto laid = Host::mergeBackground(_document, _foreign, PDF::BackgroundMode(arguments.which % 4), options);
     require(laid || !laid.refusal().message.empty(), "a refusal has words");
+}
+
+// Draws pages, also of the document itself. A refusal changes nothing.
+void Editing::place(Arguments arguments) noexcept
+{
+    constexpr const char* ranges[] = {"", "1", "odd", "last-1", "r2,1", "all", "2-3even", "x"};
+    const Ref<PDF::Document>& foreign = arguments.which % 8 == 0 ? _document : _foreign;
+    if (!foreign || !_allowance.hasElements(16 * (PDF::fileSizeOf(foreign) + PDF::fileSizeOf(_document))))
+        return;
+    Host::Placement placement;
+    placement.pages = ranges[arguments.which / 8 % 8];
+    placement.from = ranges[arguments.amount % 8];
+    placement.pairing = Host::Pairing(arguments.amount / 8 % 5);
+    placement.layer = Host::Layer(arguments.variant % 2);
+    placement.hasAnnotations = arguments.variant / 2 % 2 == 0;
+    placement.fit = Host::Fit(arguments.variant / 4 % 3);
+    placement.box = Host::PageBox(arguments.variant % 5);
+    placement.anchor = Host::Anchor(arguments.variant % 9);
+    placement.rotation = arguments.variant / 64 * 90;
+    const std::size_t objectsBefore = PDF::objectsOf(_document).size();
+    const bool wasChanged = _document->changed();
+    const auto pagesBefore = Host::pages(_document);
+    const auto placed = Host::place(_document, foreign, placement);
+    const std::size_t objects = PDF::objectsOf(_document).size();
+    if (!placed || placed->pageCount == 0) {
+        require(placed || !placed.refusal().message.empty(), "a refusal has words");
+        require(objects == objectsBefore && _document->changed() == wasChanged, "a refusal changes nothing");
+        return;
+    }
+    require(_document->changed() && objects > objectsBefore, "a page that is drawn on is a change");
+    const auto pages = Host::pages(_document);
+    require(pages && pages->pages.size() == pagesBefore->pages.size(), "no page goes or comes");
 }
 
 void Editing::writeToFailing(Arguments arguments) noexcept

@@ -58,6 +58,12 @@ void addEditing(const std::filesystem::path& folder)
             small.add(name + "-" + std::to_string(number),
                 edit(operation(number, 1, 7, 2) + operation(number, 0, 200, 1), file + Fuzz::letterhead()));
     }
+    for (const auto& [name, file] : Fuzz::smallFiles())
+        for (unsigned which = 0; which < 8; ++which) {
+            constexpr unsigned place = 224;
+            const std::string twice = operation(place, 9 * which, 8 * which, which) + operation(place, 1, 8, 7 * which);
+            small.add(name + "-place-" + std::to_string(which), edit(twice, file + Fuzz::letterhead()));
+        }
     for (unsigned variant = 0; variant < 4; ++variant)
         for (const unsigned way : {0u, 1u}) { // of setting values
             std::string fillAll;
@@ -110,6 +116,7 @@ int main(int argc, char** argv)
         Folder(folder, "import").add(file, bytes);
 #endif
     addEditing(folder);
+    addCounting(folder, "decode");
     addCounting(folder, "stripes");
     addCounting(folder, "text");
     return Folder::isGood ? 0 : 1;
