@@ -24,7 +24,8 @@ public:
         if (_opened.report)
             _result.import = importJson(_opened);
         warnOfImport(_opened, "");
-        _result.pages = _opened.document->getPages().size();
+        if (const auto tree = Host::pages(_opened.document))
+            _result.pages = tree->pages.size();
         return {};
     }
     std::optional<Host::Refusal> fill()

@@ -6,6 +6,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
 #include <host/losses/Examine.h>
+#include <host/pages/PageTree.h>
 #include <host/streams/StreamBytes.h>
 #include <platform/Windows_1252.h>
 #include <tools/FileProgress.h>
@@ -128,13 +129,41 @@ std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& ob
     return out + "}";
 }
 
-// The page list; `code` says why there is none.
-Objects pagesOf(const Ref<PDF::Document>& document, std::uint32_t& code)
+// A page by its object; "-" for one that the page tree has itself.
+std::string pageText(const Host::Page& page)
 {
-    Error::set(0);
-    auto pages = document->getPages();
-    code = pages.empty() ? Error::get() : 0;
-    return pages;
+    return page.object ? numberOf(*page.object) + " R" : "-";
+}
+
+void printPages(const Ref<PDF::Document>& document)
+{
+    const auto tree = Host::pages(document);
+    std::printf("pages: %zu\n", tree ? tree->pages.size() : 0);
+    if (!tree)
+        std::printf("no page list: %s (%s)\n", tree.refusal().message.c_str(),
+            Host::codeText(tree.refusal().code).c_str());
+    for (std::size_t i = 0; tree && i < tree->pages.size(); ++i)
+        std::printf("page %zu: %s\n", i + 1, pageText(tree->pages[i]).c_str());
+    for (std::size_t i = 0; tree && i < tree->problems.size(); ++i)
+        std::printf("problem: %s\n", tree->problems[i].c_str());
+}
+
+void printJsonPages(const Ref<PDF::Document>& document)
+{
+    const auto tree = Host::pages(document);
+    const char* separator = "";
+    std::printf(",\n\"pages\": [");
+    for (std::size_t i = 0; tree && i < tree->pages.size(); ++i) {
+        const Ref<PDF::Object>& object = tree->pages[i].object;
+        std::printf("%s{\"id\": %s, \"generation\": %s}", std::exchange(separator, ", "),
+            object ? std::to_string(object->id()).c_str() : "null",
+            object ? std::to_string(object->generation()).c_str() : "null");
+    }
+    separator = "";
+    std::printf("],\n\"pagesCode\": %s,\n\"pageProblems\": [", jsonCode(tree ? 0 : tree.refusal().code).c_str());
+    for (std::size_t i = 0; tree && i < tree->problems.size(); ++i)
+        std::printf("%s%s", std::exchange(separator, ", "), json(tree->problems[i]).c_str());
+    std::printf("]");
 }
 
 enum class Extent { Whole, AllObjects, OneObject };
@@ -152,13 +181,7 @@ void printText(const Tools::Opened& opened, const Objects& objects, Extent exten
         std::printf("%s\n", textLine(document, *object).c_str());
     if (extent != Extent::Whole)
         return;
-    std::uint32_t code = 0;
-    const Objects pages = pagesOf(document, code);
-    std::printf("pages: %zu\n", pages.size());
-    for (std::size_t i = 0; i < pages.size(); ++i)
-        std::printf("page %zu: %s R\n", i + 1, numberOf(*pages[i]).c_str());
-    if (code)
-        std::printf("no page list: %s (%s)\n", Host::errorWords(code).data(), Host::codeText(code).c_str());
+    printPages(document);
 }
 
 void printJson(const Tools::Opened& opened, const Objects& objects, Extent extent)
@@ -177,14 +200,8 @@ void printJson(const Tools::Opened& opened, const Objects& objects, Extent exten
         std::printf("%s%s", std::exchange(separator, ",\n"), jsonObject(document, *object).c_str());
     std::printf("%s]", objects.empty() ? "[" : "");
     if (extent == Extent::Whole) {
-        std::uint32_t code = 0;
-        separator = "";
-        std::printf(",\n\"pages\": [");
-        for (const auto& page : pagesOf(document, code))
-            std::printf("%s{\"id\": %u, \"generation\": %u}", std::exchange(separator, ", "), page->id(),
-                page->generation());
-        std::printf("],\n\"pagesCode\": %s,\n\"import\": %s}", jsonCode(code).c_str(),
-            Tools::importJson(opened).c_str());
+        printJsonPages(document);
+        std::printf(",\n\"import\": %s}", Tools::importJson(opened).c_str());
     }
     std::printf("\n");
 }

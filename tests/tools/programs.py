@@ -139,7 +139,7 @@ class Programs(unittest.TestCase):
         whole, losses, fields = (json.loads(run(*line.split())[1]) for line in (
             "inspect --json odd.pdf", "inspect --losses --json odd.pdf", "fields --json odd.pdf"))
         keys = [  # of an object, or of all objects of a list together
-            (whole, "version lineEnding trailer objects pages pagesCode import"),
+            (whole, "version lineEnding trailer objects pages pagesCode pageProblems import"),
             (whole["objects"], "id generation text stored decoded error code"),
             (whole["pages"], "id generation"),
             (losses, "losses counts size table import"),
