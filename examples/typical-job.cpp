@@ -3,7 +3,7 @@
 
 #include <host/fields/Fill.h>
 #include <host/fields/FormFields.h>
-#include <host/pages/Background.h>
+#include <host/pages/Place.h>
 #include <host/saving/Save.h>
 #include <values/Object.h>
 
@@ -118,7 +118,7 @@ private:
         if (!letterhead)
             return letterhead.refusal();
         _file = _form; // its pages are named
-        auto done = Host::mergeBackground(_opened.document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
+        auto done = Host::place(_opened.document, letterhead->document);
         if (!done)
             return done.refusal();
         std::printf("letterhead   %s beneath %zu pages\n", _letterhead, done->pageCount);

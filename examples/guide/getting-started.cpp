@@ -2,7 +2,7 @@
 
 #include <host/base/Utf8.h>
 #include <host/files/Open.h>
-#include <values/Object.h>
+#include <host/pages/PageTree.h>
 
 #include <cstdio>
 
@@ -11,6 +11,9 @@ int main(int argc, char** argv)
     auto opened = Host::open(argc > 1 ? argv[1] : "in.pdf");
     if (!opened)
         return std::fprintf(stderr, "%s\n", opened.refusal().message.c_str()), 1;
-    for (const auto& page : opened->document->getPages())
-        std::printf("object %u: %s\n", page->id(), Host::toUtf8(page->value()->asText()).c_str());
+    const auto tree = Host::pages(opened->document);
+    if (!tree)
+        return std::fprintf(stderr, "%s\n", tree.refusal().message.c_str()), 1;
+    for (const Host::Page& page : tree->pages)
+        std::printf("page: %s\n", Host::toUtf8(page.dictionary->asText()).c_str());
 }

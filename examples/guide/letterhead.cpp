@@ -1,7 +1,7 @@
 // Puts a letterhead beneath all pages.
 
 #include <host/files/Open.h>
-#include <host/pages/Background.h>
+#include <host/pages/Place.h>
 #include <host/saving/Save.h>
 
 #include <cstdio>
@@ -14,7 +14,7 @@ int main(int argc, char** argv)
     auto letterhead = Host::open(argv[2]);
     if (!opened || !letterhead)
         return 1;
-    auto done = Host::mergeBackground(opened->document, letterhead->document, Host::PDF::BackgroundMode::AllPages);
+    auto done = Host::place(opened->document, letterhead->document);
     if (!done)
         return std::fprintf(stderr, "%s\n", done.refusal().message.c_str()), 1;
     for (const std::string& warning : done->warnings)
