@@ -31,37 +31,39 @@ const Tools::Program program = {
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
 
-std::string outcomeText(const RecompressedStream& stream, PDF::Compression target)
+std::string outcomeText(const RecompressedStream& stream, PDF::Compression target, bool isForced)
 {
     switch (stream.outcome) {
     case StreamOutcome::Converted: break;
     case StreamOutcome::Fitting:
         return target == PDF::Compression::None ? "left alone: no filter" : "left alone: FlateDecode";
     case StreamOutcome::OtherFilter: return "left alone: its filter is " + stream.filter;
-    case StreamOutcome::NoName: return "left alone: its filter is not a name but, for example, an array";
+    case StreamOutcome::NoName: return "left alone: what it says of its filters can't be used";
     }
     std::string text = std::to_string(stream.sizeBefore) + " -> " + std::to_string(stream.sizeAfter);
-    if (target == PDF::Compression::Flate && !stream.filter.empty())
+    if (target == PDF::Compression::Flate && !stream.filter.empty() && isForced)
         text += "; its filter " + stream.filter + " is lost";
-    if (stream.hasDecodeParameters)
+    if (stream.hasDecodeParameters && isForced)
         text += target == PDF::Compression::None ? "; its decode parameters stay and no longer fit"
                                                  : "; its decode parameters take effect";
     return text;
 }
 
-void print(const std::vector<RecompressedStream>& streams, PDF::Compression target)
+void print(const std::vector<RecompressedStream>& streams, PDF::Compression target, bool isForced)
 {
     std::uint64_t before = 0;
     std::uint64_t after = 0;
     std::size_t converted = 0;
+    std::size_t otherFilters = 0;
     for (const RecompressedStream& stream : streams) {
-        std::printf("%s: %s\n", Host::nameOf(*stream.object).c_str(), outcomeText(stream, target).c_str());
+        std::printf("%s: %s\n", Host::nameOf(*stream.object).c_str(), outcomeText(stream, target, isForced).c_str());
         before += stream.sizeBefore;
         after += stream.sizeAfter;
         converted += stream.outcome == StreamOutcome::Converted;
+        otherFilters += stream.outcome == StreamOutcome::OtherFilter || stream.outcome == StreamOutcome::NoName;
     }
-    std::printf("%zu converted, %zu left alone; bytes: %s -> %s\n", converted, streams.size() - converted,
-        std::to_string(before).c_str(), std::to_string(after).c_str());
+    std::printf("%zu converted, %zu left alone, %zu of them for their filters; bytes: %s -> %s\n", converted,
+        streams.size() - converted, otherFilters, std::to_string(before).c_str(), std::to_string(after).c_str());
 }
 
 int recompress(const Tools::CommandLine& line, const Tools::Console& console)
@@ -82,7 +84,7 @@ int recompress(const Tools::CommandLine& line, const Tools::Console& console)
     const int status = Tools::Saving(line, console).save(*opened, in, line.operand(1));
     if (status != Tools::Done)
         return status;
-    print(*streams, target);
+    print(*streams, target, line.has("--force"));
     return console.finish();
 }
 

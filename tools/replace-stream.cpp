@@ -2,11 +2,16 @@
 
 #include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
+#include <host/streams/FilterChain.h>
 #include <host/streams/StreamChecks.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
 #include <tools/Opening.h>
 #include <tools/Saving.h>
+#include <values/Dictionary.h>
+#include <values/Name.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,7 +26,8 @@ const Tools::Program program = {
     .operandCount = 4,
     .about = "Opens the PDF file IN, replaces the data of its stream object N with that of DATAFILE, and saves the "
              "whole as OUT, which may be the same file. The data is compressed when the stream has the filter "
-             "FlateDecode and stored as it is when it has none; streams with other filters are refused.",
+             "FlateDecode, which takes the place of others without loss, and stored as it is when it has none; streams "
+             "with filters of images are refused.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
 };
@@ -32,6 +38,17 @@ Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)
         if (object->id() == id)
             return object;
     return nullptr;
+}
+
+// Whether the stream has filters that can be undone, so that FlateDecode alone can take their place.
+bool hasOtherFilters(const Ref<PDF::Document>& document, const PDF::Stream& stream)
+{
+    const auto dictionary = stream.dict();
+    const auto filters = dictionary ? Host::filtersOf(document, *dictionary) : std::vector<Host::FilterStep>();
+    const auto isSupported = [](const Host::FilterStep& step) { return step.isSupported(); };
+    return filters && std::all_of(filters->begin(), filters->end(), isSupported)
+        && (filters->size() > 1 || (filters->size() == 1 && Host::hasDecodeParameters(stream))
+            || (filters->size() == 1 && stream.compression() != PDF::Compression::Flate));
 }
 
 int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
@@ -56,6 +73,12 @@ int replaceStream(const Tools::CommandLine& line, const Tools::Console& console)
     const auto data = Host::ByteFileStripe::open(dataFile);
     if (!data)
         return console.refuse(dataFile, data.refusal());
+    if (!line.has("--stored") && hasOtherFilters(opened->document, *stream)) {
+        const auto dictionary = stream->dict();
+        for (const char* key : {"DecodeParms", "DP"})
+            dictionary->set(::String::create(key), nullptr);
+        dictionary->set(::String::create("Filter"), PDF::Name::create(::String::create("FlateDecode")));
+    }
     if (!opened->document->setStreamData(stream, *data, !line.has("--stored"))) {
         if (const auto failure = (*data)->readFailure())
             return console.refuse(dataFile, *failure);

@@ -6,6 +6,7 @@
 #include <host/pages/ContentBalance.h>
 #include <host/pages/PageContent.h>
 #include <host/pages/PageKeys.h>
+#include <host/streams/Compress.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Boolean.h>

@@ -6,6 +6,7 @@
 #include <host/pages/PageContent.h>
 #include <host/pages/PageKeys.h>
 #include <host/pages/SameContents.h>
+#include <host/streams/Compress.h>
 #include <host/streams/FilterChain.h>
 #include <host/streams/StoredBytes.h>
 #include <platform/Limits.h>

@@ -3,7 +3,6 @@
 #include <host/base/Following.h>
 #include <host/pages/PageKeys.h>
 #include <host/streams/FilterChain.h>
-#include <platform/ZlibFilter.h>
 #include <values/Array.h>
 
 namespace Host {
@@ -47,26 +46,6 @@ Result<JoinedContent> joinedContent(
         joined.isDamaged = joined.isDamaged || decoded->isDamaged;
     }
     return joined;
-}
-
-std::vector<std::uint8_t> compressedBytes(const std::vector<std::uint8_t>& bytes) noexcept
-{
-    const Ref<BlockFilter> filter = ZlibFilter::createCompressorStream(0);
-    std::vector<std::uint8_t> out;
-    std::vector<std::uint8_t> block(65536);
-    std::size_t produced = 0;
-    for (std::size_t done = 0; done < bytes.size();) {
-        std::size_t consumed = 0;
-        if (!filter->process(bytes.data() + done, bytes.size() - done, block.data(), block.size(), &consumed, &produced))
-            return {};
-        out.insert(out.end(), block.begin(), block.begin() + std::ptrdiff_t(produced));
-        done += consumed;
-    }
-    for (int state = 1; state == 1;) {
-        state = filter->flush(block.data(), block.size(), &produced);
-        out.insert(out.end(), block.begin(), block.begin() + std::ptrdiff_t(produced));
-    }
-    return out;
 }
 
 } // namespace Host

@@ -27,7 +27,4 @@ struct JoinedContent {
 Result<JoinedContent> joinedContent(
     const Ref<PDF::Document>& document, const PageContent& content, std::size_t& budget) noexcept;
 
-// The bytes as zlib compresses them.
-std::vector<std::uint8_t> compressedBytes(const std::vector<std::uint8_t>& bytes) noexcept;
-
 } // namespace Host

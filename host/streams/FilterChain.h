@@ -21,7 +21,7 @@ struct FilterStep {
     bool isEarly = true;           // of LZWDecode
 
     // Whether `decodeStream` knows it.
-    bool isSupported() const noexcept;
+    EXPORTED bool isSupported() const noexcept;
 };
 
 // The filters of a stream in the order in which they are undone, by `Filter` and `DecodeParms`, references followed.

@@ -1,12 +1,17 @@
 #include <host/streams/Recompress.h>
 
 #include <document/Inspection.h>
+#include <document/Resolve.h>
 #include <host/base/Characters.h>
 #include <host/base/ErrorWords.h>
+#include <host/files/MemoryStripe.h>
+#include <host/streams/Compress.h>
+#include <host/streams/FilterChain.h>
 #include <host/streams/StreamChecks.h>
-#include <values/Dictionary.h>
-#include <values/Name.h>
+#include <values/FilterEntry.h>
+#include <values/NumberObj.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 
@@ -38,7 +43,17 @@ std::string textOf(const Ref<Value>& filter)
     return text;
 }
 
-StreamOutcome outcomeOf(const Stream& stream, bool hasFilter, Compression target)
+// The names of filters with blanks between them.
+std::string textOf(const std::vector<FilterStep>& filters)
+{
+    std::string text;
+    for (const FilterStep& step : filters)
+        text += (text.empty() ? "" : " ") + step.name;
+    return text;
+}
+
+// As `Document::recompress` decides, which goes by the name alone.
+StreamOutcome forcedOutcomeOf(const Stream& stream, bool hasFilter, Compression target)
 {
     const Compression compression = stream.compression();
     if (compression == Compression::Unknown)
@@ -48,17 +63,31 @@ StreamOutcome outcomeOf(const Stream& stream, bool hasFilter, Compression target
     return hasFilter && target == Compression::None ? StreamOutcome::OtherFilter : StreamOutcome::Fitting;
 }
 
-std::vector<Surveyed> survey(const Ref<Document>& document, Compression target)
+StreamOutcome outcomeOf(const std::vector<FilterStep>& filters, Compression target)
+{
+    const bool isFlate = filters.size() == 1 && filters[0].name == FilterEntry::flateName;
+    if (target == Compression::Flate ? isFlate : filters.empty())
+        return StreamOutcome::Fitting;
+    const bool canBeUndone
+        = std::all_of(filters.begin(), filters.end(), [](const FilterStep& step) { return step.isSupported(); });
+    return canBeUndone ? StreamOutcome::Converted : StreamOutcome::OtherFilter;
+}
+
+std::vector<Surveyed> survey(const Ref<Document>& document, Compression target, bool isForced)
 {
     std::vector<Surveyed> streams;
     for (const auto& object : objectsOf(document)) {
         Ref<Stream> stream = valueAs<Stream>(object->value());
-        if (!stream)
+        const Ref<Dictionary> dictionary = stream ? stream->dict() : nullptr;
+        if (!dictionary)
             continue;
         Ref<Value> filter = entryOf(*stream, "Filter");
-        const StreamOutcome outcome = outcomeOf(*stream, filter != nullptr, target);
+        const auto filters = filtersOf(document, *dictionary);
+        const StreamOutcome outcome = isForced ? forcedOutcomeOf(*stream, filter != nullptr, target)
+            : filters                          ? outcomeOf(*filters, target)
+                                               : StreamOutcome::NoName;
+        std::string text = !isForced && filters && filters->size() > 1 ? textOf(*filters) : textOf(filter);
         const bool hasParameters = hasDecodeParameters(*stream);
-        std::string text = textOf(filter);
         streams.push_back({std::move(stream), std::move(filter),
             {object, outcome, std::move(text), hasParameters, 0, 0}});
     }
@@ -68,19 +97,6 @@ std::vector<Surveyed> survey(const Ref<Document>& document, Compression target)
 bool isConverted(const Surveyed& surveyed)
 {
     return surveyed.report.outcome == StreamOutcome::Converted;
-}
-
-// Streams that would be compressed although they have a filter, which then can't be FlateDecode.
-std::optional<Refusal> refuseLostFilters(const std::vector<Surveyed>& streams)
-{
-    std::string names;
-    for (const Surveyed& each : streams)
-        if (isConverted(each) && each.filter)
-            names += (names.empty() ? "" : ", ") + nameOf(*each.report.object) + " (" + each.report.filter + ")";
-    if (names.empty())
-        return {};
-    return Refusal{Reason::Lossy,
-        "these streams would lose their filter if they were compressed again: " + names, ErrBadFilter};
 }
 
 std::optional<Refusal> refuseSharedLengths(const std::vector<Surveyed>& streams)
@@ -130,6 +146,59 @@ Refusal restore(const Ref<Document>& document, std::vector<Surveyed>& streams, s
     return codeRefusal(code, failing);
 }
 
+// Whether the library can bring the Length up to date.
+bool hasUsableLength(const Ref<Document>& document, const Stream& stream)
+{
+    const auto number = resolveAs<Number>(*document, entryOf(stream, "Length"));
+    return number && number.cast<NumberObj>();
+}
+
+// Undoes all filters and parameters of the streams, and applies the new filter, when all can be.
+std::optional<Refusal> convert(const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target)
+{
+    std::vector<std::vector<std::uint8_t>> converted;
+    for (Surveyed& each : streams) {
+        if (!isConverted(each))
+            continue;
+        const std::string prefix = nameOf(*each.report.object) + ": ";
+        if (!hasUsableLength(document, *each.stream))
+            return codeRefusal(ErrStreamLength, prefix);
+        auto decoded = decodeStream(document, each.stream);
+        if (!decoded)
+            return decoded.refusal().withPrefix(prefix);
+        if (decoded->isDamaged)
+            return codeRefusal(ErrStreamConvert, prefix);
+        each.report.sizeBefore = document->streamData(each.stream, false)->size();
+        converted.push_back(target == Compression::Flate ? compressedBytes(decoded->bytes) : std::move(decoded->bytes));
+    }
+    auto next = converted.begin();
+    for (Surveyed& each : streams) {
+        if (!isConverted(each))
+            continue;
+        each.report.sizeAfter = next->size();
+        document->setStreamData(each.stream, make<ByteMemoryStripe>(std::move(*next++)), false);
+        const Ref<Dictionary> dictionary = each.stream->dict();
+        for (const char* key : {"Filter", "DecodeParms", "DP"})
+            dictionary->set(::String::create(key), nullptr);
+        if (target == Compression::Flate)
+            dictionary->set(FilterEntry::key, Name::create(::String::create(FilterEntry::flateName)));
+    }
+    return {};
+}
+
+// By `Document::recompress`, which goes by names alone.
+std::optional<Refusal> convertForced(const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target)
+{
+    if (auto refusal = rewind(document, streams))
+        return refusal;
+    if (!document->recompress(target))
+        return restore(document, streams, Error::get());
+    for (Surveyed& each : streams)
+        if (isConverted(each))
+            each.report.sizeAfter = document->streamData(each.stream, false)->size();
+    return {};
+}
+
 } // namespace
 
 Result<std::vector<RecompressedStream>> recompress(
@@ -139,22 +208,14 @@ Result<std::vector<RecompressedStream>> recompress(
         return codeRefusal(ErrNullArgument);
     if (target != Compression::None && target != Compression::Flate)
         return codeRefusal(ErrInvalidArgument);
-    std::vector<Surveyed> streams = survey(document, target);
-    if (target == Compression::Flate && !options.isForced)
-        if (auto refusal = refuseLostFilters(streams))
-            return *refusal;
+    std::vector<Surveyed> streams = survey(document, target, options.isForced);
     if (auto refusal = refuseSharedLengths(streams))
         return *refusal;
-    if (auto refusal = rewind(document, streams))
+    if (auto refusal = (options.isForced ? convertForced : convert)(document, streams, target))
         return *refusal;
-    if (!document->recompress(target))
-        return restore(document, streams, Error::get());
     std::vector<RecompressedStream> reports;
-    for (Surveyed& each : streams) {
-        if (isConverted(each))
-            each.report.sizeAfter = document->streamData(each.stream, false)->size();
+    for (Surveyed& each : streams)
         reports.push_back(std::move(each.report));
-    }
     return reports;
 }
 
