@@ -10,8 +10,8 @@
 // `Dictionary::create` and `Array::create`. A document here is one that `Document::create` made.
 namespace Libraries::Files::PDF {
 
-// Enters a value into the table as a new object, of generation 0 and an id that was never in use; what the reference
-// names from then on. A change of the document. Null with `ErrNullArgument`, or `ErrInvalidArgument` for a document
+// Enters a value into the table as a new object, of generation 0 and an id that no object had; what the reference names
+// from then on, and so do references of this id that led nowhere before. A change of the document. Null with `ErrNullArgument`, or `ErrInvalidArgument` for a document
 // of another class.
 EXPORTED Ref<ObjectRef> addObject(const Ref<Document>& document, Ref<Value> value) noexcept;
 

@@ -91,12 +91,13 @@ std::optional<Rectangle> rectangleOf(const Document& document, const Ref<Value>&
     return Rectangle{left, bottom, right, top};
 }
 
-std::string decimalText(double number)
+std::string decimalText(double number, int digitsAfterPoint)
 {
     char digits[400];
-    const auto end = std::to_chars(digits, std::end(digits), number, std::chars_format::fixed, 6).ptr;
+    const auto end = std::to_chars(digits, std::end(digits), number, std::chars_format::fixed, digitsAfterPoint).ptr;
     std::string text(digits, end);
-    text.erase(text.find_last_not_of('0') + 1);
+    if (text.find('.') != text.npos)
+        text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.')
         text.pop_back();
     return text == "-0" ? "0" : text;
@@ -106,7 +107,7 @@ std::string matrixText(const Matrix& matrix)
 {
     std::string text;
     for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f})
-        text += (text.empty() ? "" : " ") + decimalText(number);
+        text += (text.empty() ? "" : " ") + decimalText(number, 5);
     return text;
 }
 

@@ -50,9 +50,10 @@ std::optional<int> degreesOf(const Ref<PDF::Value>& value) noexcept;
 // 1,000,000,000.
 std::optional<Rectangle> rectangleOf(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
 
-// A number as content streams have it: in decimal digits, up to six after the point.
-std::string decimalText(double number);
-// The operands of `cm`: "1 0 0 1 10 20".
+// A number as files have it: in decimal digits, with no more after the point than that.
+std::string decimalText(double number, int digitsAfterPoint = 6);
+// The operands of `cm`: "1 0 0 1 10 20". Five digits after the point place a corner of a sheet of 14 inches to a
+// hundredth of a point.
 std::string matrixText(const Matrix& matrix);
 
 } // namespace Host
