@@ -13,6 +13,7 @@ function(files_pdf_public_headers folder result)
         platform/Mem platform/Ref platform/TConstArray platform/TVector values/Compression
         platform/Limits host/base/Refusal host/base/Result
         host/files/Descriptor host/files/MemoryStripe host/files/StripeOver host/files/Target host/fields/FieldValue
+        host/pages/Layer host/pages/Rectangle host/streams/Predictor
         import/Loader import/Options import/Report)
     list(FILTER needed INCLUDE REGEX "^${folder}/[^/]+$")
     foreach(name ${needed})

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <host/pages/Edit.h>
+#include <host/pages/Geometry.h>
+#include <host/pages/Layer.h>
 #include <host/pages/PageTree.h>
 #include <values/ObjectRef.h>
 #include <values/Stream.h>
@@ -15,9 +17,6 @@
 #include <vector>
 
 namespace Host {
-
-// Whether something is drawn before the content of a page or after it.
-enum class Layer : std::uint8_t { Beneath, Above };
 
 // Draws XObjects on pages of a document, as a part of an edit. Pages keep their content and all names in it: the
 // XObjects get names that no resources of these pages have, in any category. Resources that several pages have are

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <host/pages/Edit.h>
+#include <host/pages/Geometry.h>
 #include <host/pages/PageTree.h>
 #include <values/ObjectRef.h>
 #include <values/Stream.h>

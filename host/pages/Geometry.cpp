@@ -12,12 +12,6 @@ namespace Host {
 
 using namespace Libraries::Files::PDF;
 
-Rectangle Rectangle::within(const Rectangle& other) const noexcept
-{
-    return {std::max(left, other.left), std::max(bottom, other.bottom), std::min(right, other.right),
-        std::min(top, other.top)};
-}
-
 Matrix Matrix::turning(int degrees) noexcept
 {
     switch (((degrees % 360) + 360) % 360) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/Document.h>
+#include <host/pages/Rectangle.h>
 
 #include <optional>
 #include <string>
@@ -8,21 +9,6 @@
 namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
-
-// A rectangle with its corners in order. Without area it stands for none.
-struct Rectangle {
-    double left = 0;
-    double bottom = 0;
-    double right = 0;
-    double top = 0;
-
-    double width() const noexcept { return right - left; }
-    double height() const noexcept { return top - bottom; }
-    bool hasArea() const noexcept { return width() > 0 && height() > 0; }
-    // The part that both have; without area when there is none.
-    Rectangle within(const Rectangle& other) const noexcept;
-    bool operator==(const Rectangle&) const noexcept = default;
-};
 
 // A transformation as the format writes it: x' = a x + c y + e, y' = b x + d y + f.
 struct Matrix {

@@ -2,6 +2,7 @@
 
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
+#include <host/pages/Geometry.h>
 #include <host/pages/PageKeys.h>
 #include <platform/Limits.h>
 #include <values/Array.h>

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <document/Document.h>
 #include <host/base/Result.h>
-#include <host/pages/Geometry.h>
+#include <host/pages/Rectangle.h>
 #include <values/Dictionary.h>
 #include <values/Object.h>
 
@@ -11,6 +12,8 @@
 #include <vector>
 
 namespace Host {
+
+namespace PDF = Libraries::Files::PDF;
 
 // The boxes of a page, from the sheet inwards.
 enum class PageBox : std::uint8_t { Media, Crop, Bleed, Trim, Art };

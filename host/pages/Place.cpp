@@ -3,6 +3,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/losses/PartialMarks.h>
 #include <host/pages/AnnotationCopies.h>
+#include <host/pages/Drawing.h>
 #include <host/pages/FormXObject.h>
 #include <host/pages/OptionalContent.h>
 #include <host/pages/PageRange.h>

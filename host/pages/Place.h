@@ -1,6 +1,6 @@
 #pragma once
 
-#include <host/pages/Drawing.h>
+#include <host/pages/Layer.h>
 #include <host/pages/PageTree.h>
 
 #include <string>

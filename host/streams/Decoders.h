@@ -1,5 +1,7 @@
 #pragma once
 
+#include <host/streams/Predictor.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -29,18 +31,6 @@ End runLength(Input in, std::size_t limit, Bytes& out);
 End lzw(Input in, bool isEarly, std::size_t limit, Bytes& out);
 // zlib's format. What follows its end is passed over.
 End flate(Input in, std::size_t limit, Bytes& out);
-
-// What an encoder did before compressing, to be taken back.
-struct Predictor {
-    int kind = 1;            // 1 for none, 2 for TIFF's differences, 10 to 15 for PNG's rows
-    int colors = 1;          // of a pixel
-    int bitsPerComponent = 8;
-    int columns = 1;         // pixels of a row
-
-    bool isNone() const { return kind <= 1; }
-    // Whether it can be: numbers that the format allows, and a row that a size can count.
-    bool isUsable() const;
-};
 
 // Takes back a predictor that is usable. `Damaged` for a PNG row of an unknown type.
 End unpredict(const Predictor& predictor, Input in, std::size_t limit, Bytes& out);

@@ -3,6 +3,7 @@
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
 #include <host/base/Utf8.h>
+#include <host/streams/Decoders.h>
 #include <host/streams/StoredBytes.h>
 #include <platform/Limits.h>
 #include <values/Array.h>

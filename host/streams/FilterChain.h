@@ -2,7 +2,7 @@
 
 #include <document/Document.h>
 #include <host/base/Result.h>
-#include <host/streams/Decoders.h>
+#include <host/streams/Predictor.h>
 #include <values/Dictionary.h>
 #include <values/Stream.h>
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <initializer_list>
 
 namespace Host::Decoders {
 
@@ -89,14 +88,6 @@ void addUp(const Predictor& predictor, std::uint8_t* row, std::size_t size)
 }
 
 } // namespace
-
-bool Predictor::isUsable() const
-{
-    constexpr int maxColors = 256;
-    const bool isWidth = std::ranges::count(std::initializer_list<int>{1, 2, 4, 8, 16}, bitsPerComponent) == 1;
-    const bool isKind = kind <= 2 || (kind >= 10 && kind <= 15);
-    return isKind && isWidth && colors >= 1 && colors <= maxColors && columns >= 1;
-}
 
 End unpredict(const Predictor& predictor, Input in, std::size_t limit, Bytes& out)
 {

@@ -1,3 +1,4 @@
+#include <host/pages/Geometry.h>
 #include <host/pages/PageTree.h>
 
 #include <tests/support/Pages.h>
