@@ -24,7 +24,13 @@ Ref<Value> numberValue(double number) noexcept
     const std::string text = decimalText(number);
     const std::size_t point = std::min(text.find('.'), text.size());
     const std::string fraction = point < text.size() ? text.substr(point + 1) : "0";
-    return make<NumberObj>(std::int64_t(std::stoll(text.substr(0, point))), std::uint64_t(std::stoull(fraction)));
+    const std::int64_t whole = std::stoll(text.substr(0, point));
+    NumberObj::Spelling spelling;
+    if (whole == 0 && text.starts_with('-'))
+        spelling.flags = NumberObj::Spelling::Minus;
+    if (point < text.size())
+        spelling.fractionZeros = std::uint8_t(fraction.find_first_not_of('0'));
+    return make<NumberObj>(whole, std::uint64_t(std::stoull(fraction)), spelling);
 }
 
 Ref<Value> arrayOf(const std::vector<double>& numbers) noexcept

@@ -2,6 +2,7 @@
 
 #include <host/base/Following.h>
 #include <values/Array.h>
+#include <values/Exact.h>
 #include <values/Number.h>
 
 #include <algorithm>
@@ -45,17 +46,11 @@ Rectangle Matrix::applied(const Rectangle& rectangle) const noexcept
     return {left + left2 + e, bottom + bottom2 + f, right + right2 + e, top + top2 + f};
 }
 
-// The digits after the point are counted by the number that they make.
 std::optional<double> numberOf(const Ref<Value>& value) noexcept
 {
-    const Ref<Number> number = valueAs<Number>(value);
-    if (!number)
-        return {};
-    double fraction = double(number->fracPart());
-    while (fraction >= 1)
-        fraction /= 10;
-    const double whole = double(number->intPart());
-    return whole < 0 ? whole - fraction : whole + fraction;
+    const Ref<Number> held = valueAs<Number>(value);
+    const double number = held ? exactDouble(*held) : std::nan("");
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<int> degreesOf(const Ref<Value>& value) noexcept

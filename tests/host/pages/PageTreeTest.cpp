@@ -30,7 +30,7 @@ TEST(PageTree, walksTreesOfAnyDepthInOrderWithWhatPagesInherit)
         .object(4, "<< /Type /Page /MediaBox [ 0 0 5 6 ] /Rotate 450 /UserUnit 2 >>")
         .object(5, "<< /Type /Page /Resources << /B 1 >> >>")
         .object(6, "<< /Type /Page /Rotate 180 /TrimBox [ 30 30 999 100 ] /CropBox null >>")
-        .object(9, "[ 0 0 400.25 800 ]"));
+        .object(9, "[ 0 0 400.05 800 ]"));
     const auto tree = Host::pages(document);
     ASSERT_TRUE(tree);
     EXPECT_TRUE(tree->problems.empty());
@@ -40,11 +40,11 @@ TEST(PageTree, walksTreesOfAnyDepthInOrderWithWhatPagesInherit)
     EXPECT_EQ(valueText(document, first.resources), "<< /B 1 >>");
     EXPECT_FALSE(first.isInheritingResources);
     EXPECT_EQ(first.rotation, 270);
-    EXPECT_EQ(box(first.box(PageBox::Media)), "0 0 400.25 800");
+    EXPECT_EQ(box(first.box(PageBox::Media)), "0 0 400.05 800");
     EXPECT_EQ(box(first.box(PageBox::Trim)), "20 10 300 200");
     const Host::Page& second = tree->pages[1];
     EXPECT_EQ(second.rotation, 180);
-    EXPECT_EQ(box(second.box(PageBox::Trim)), "30 30 400.25 100");
+    EXPECT_EQ(box(second.box(PageBox::Trim)), "30 30 400.05 100");
     EXPECT_EQ(box(second.box(PageBox::Art)), "20 10 300 200");
     EXPECT_TRUE(second.isInheritingResources);
     const Host::Page& last = tree->pages[2];

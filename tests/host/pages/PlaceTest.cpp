@@ -1,5 +1,6 @@
 #include <host/pages/Place.h>
 
+#include <document/ExactWriting.h>
 #include <document/Resolve.h>
 #include <host/streams/StreamBytes.h>
 #include <tests/support/Pages.h>
@@ -284,6 +285,15 @@ TEST(Place, aRefusalChangesNothing)
         EXPECT_FALSE(document->changed()) << each.rule;
         EXPECT_EQ(written(document), before) << each.rule;
     }
+}
+
+TEST(Place, boxesKeepTheirNumbers)
+{
+    const auto document = Tests::open(Pages{{""}});
+    ASSERT_TRUE(Host::place(document, Tests::open(Pages{{"/MediaBox [ -0.5 1.05 10.25 -.075 ]"}})));
+    const auto form = streamOf(document, PDF::objectsOf(document).size() - 3)->dict()->find(text("BBox"));
+    const auto exact = PDF::exactText(document, form);
+    EXPECT_EQ(std::string(exact->data(), exact->data() + exact->size()), "[ -0.5 -0.075 10.25 1.05 ]");
 }
 
 // Small files that ask for copies without end.
