@@ -11,11 +11,10 @@ using Host::PDF::BackgroundMode;
 constexpr Option options[] = {
     {"--mode", "MODE",
         "which page of FOREIGN goes with which: its first with all (all, as without --mode) or the first (first), or "
-        "each with that of its number (pairs), then the last (repeat-last) or all again (repeat-all)"},
+        "each with its own (pairs), then the last (repeat-last) or all again (repeat-all)"},
     {"--pages", "RANGES", "draw on these pages only: 1-3,7 or odd, even, last, r2"},
     {"--from", "RANGES", "take only these pages of FOREIGN"},
     {"--above", "", "draw above what is there, as files-pdf-stamp does"},
-    {"--with-annotations", "", "take links and form fields of FOREIGN along"},
 };
 constexpr Option fittingOptions[] = {
     {"--box", "BOX",
@@ -27,6 +26,7 @@ constexpr Option fittingOptions[] = {
         "center, as without --at; lower-left, lower-right, upper-left, upper-right, left, right, bottom or top"},
     {"--offset", "X,Y", "from that place, in points, to the right and up"},
     {"--rotate", "DEGREES", "turn FOREIGN clockwise by a multiple of 90"},
+    {"--with-annotations", "", "take links and form fields of FOREIGN along"},
 };
 constexpr Option mergingOptions[] = {
     {"--merged", "", "merge contents and resources as they are, whatever their size; only --mode goes with it"},
@@ -120,7 +120,7 @@ std::optional<BackgroundMode> mergeModeOf(Host::Pairing pairing)
 
 std::array<OptionGroup, 3> placementOptions()
 {
-    return {{{"", options}, {"size and place", fittingOptions}, {"merging", mergingOptions}}};
+    return {{{"", options}, {"placing", fittingOptions}, {"merging", mergingOptions}}};
 }
 
 const Option* placementOption(std::string_view name)
