@@ -1,5 +1,6 @@
 #include <host/fonts/BaseEncodings.h>
 #include <host/fonts/GlyphNames.h>
+#include <host/fonts/StandardFonts.h>
 
 #include <gtest/gtest.h>
 
@@ -37,4 +38,57 @@ TEST(FontData, encodingsHaveTheirNamesAtTheirCodes)
     EXPECT_EQ(macOsCode("A"), 'A');
     EXPECT_FALSE(macOsCode("Lslash"));
     EXPECT_FALSE(findEncoding("")) << "as the built-in encodings are called";
+}
+
+TEST(FontData, everyNameInAnEncodingOfLettersHasAWidthInTheStandardFonts)
+{
+    using enum BaseEncoding;
+    for (const BaseEncoding encoding : {Standard, WinAnsi, MacRoman, PdfDoc})
+        for (const std::string& name : namesOf(encoding))
+            EXPECT_TRUE(name.empty() || StandardFont::find("Times-Bold")->width(name)) << name;
+    for (const char* symbols : {"Symbol", "ZapfDingbats"})
+        for (const std::string& name : namesOf(StandardFont::find(symbols)->encoding()))
+            EXPECT_TRUE(name.empty() || StandardFont::find(symbols)->width(name)) << name;
+}
+
+TEST(FontData, standardFontsAreFoundByTheNamesThatFilesHaveForThem)
+{
+    // Names, the font, and the widths of A, i and the dagger in it.
+    const std::tuple<std::vector<const char*>, const char*, std::vector<double>> cases[] = {
+        {{"Helvetica", "Helv", "Arial", "ArialMT", "ABCDEF+Arial", "Helvetica-Regular"}, "Helvetica", {667, 222, 556}},
+        {{"Helvetica-Bold", "HeBo", "Arial,Bold", "Arial-BoldMT", "Arial-Bold"}, "Helvetica-Bold", {722, 278, 556}},
+        {{"Helvetica-BoldOblique", "HeBO", "Arial-BoldItalicMT", "Arial,BoldItalic"}, "Helvetica-BoldOblique",
+            {722, 278, 556}},
+        {{"Times-Roman", "TiRo", "TimesNewRoman", "TimesNewRomanPSMT", "Times New Roman", "Times"}, "Times-Roman",
+            {722, 278, 500}},
+        {{"Times-BoldItalic", "TiBI", "TimesNewRomanPS-BoldItalicMT", "TimesNewRoman,BoldItalic"}, "Times-BoldItalic",
+            {667, 278, 500}},
+        {{"Times-Italic", "TiIt", "TimesNewRoman,Italic"}, "Times-Italic", {611, 278, 500}},
+        {{"Courier-Oblique", "CoOb", "CourierNew,Italic", "CourierNewPS-ItalicMT"}, "Courier-Oblique",
+            {600, 600, 600}},
+        {{"Symbol", "Symb", "SymbolMT", "Symbol,Bold"}, "Symbol", {0, 0, 0}},
+        {{"ZapfDingbats", "ZaDb"}, "ZapfDingbats", {0, 0, 0}},
+        {{"ArialNarrow", "Arial-Black", "Helvetica-Light", "Verdana", "", "arial", "ABCDEF+", "Boldly"}, nullptr, {}},
+    };
+    for (const auto& [names, font, widths] : cases)
+        for (const char* name : names) {
+            const StandardFont* found = StandardFont::find(name);
+            ASSERT_EQ(found != nullptr, font != nullptr) << name;
+            if (!found)
+                continue;
+            EXPECT_EQ(found->name(), font) << name;
+            const std::vector<double> got = {found->width("A").value_or(0), found->width("i").value_or(0),
+                found->width("dagger").value_or(0)};
+            EXPECT_EQ(got, widths) << name;
+        }
+}
+
+TEST(FontData, aMarkIsCentredByItsBox)
+{
+    const StandardFont& dingbats = *StandardFont::find("ZaDb");
+    EXPECT_EQ(dingbats.width("a20"), 846);
+    EXPECT_EQ(dingbats.box("a20")->right, 811);
+    EXPECT_EQ(dingbats.heights().ascent, 820) << "from the box: there is no other";
+    EXPECT_FALSE(StandardFont::find("Helv")->box("A"));
+    EXPECT_EQ(StandardFont::find("TiRo")->heights().descent, -217);
 }
