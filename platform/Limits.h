@@ -102,6 +102,18 @@ constexpr std::size_t maxAnnotationCopies(std::size_t objectCount)
     return 10000 + 16 * objectCount;
 }
 
+// What is read of a font, decoded, in bytes: of the map of its characters, and of its program. The largest fonts that
+// there are, with all ideographs, have a program of 30 MiB.
+constexpr std::size_t maxCodeMap = std::size_t(4) << 20;
+constexpr std::size_t maxFontProgram = std::size_t(64) << 20;
+
+// The size of text that a field asks for, in points; beyond it is the size that fits.
+constexpr double maxTextSize = 2000;
+// The width and height of a field, in points. A page may be 14400 of them wide.
+constexpr double maxFieldExtent = 1e6;
+// The cells of a comb, and the choices of a list box that are drawn.
+constexpr std::int64_t maxCells = 10000;
+
 // Symbolic links that are followed to a target: as many as the system follows.
 constexpr int maxLinks = 40;
 // Random names that are tried for a new file. A second one is hardly ever needed.

@@ -2,11 +2,13 @@
 
 #include <host/base/Characters.h>
 #include <host/streams/StreamBytes.h>
+#include <values/Exact.h>
 #include <values/Name.h>
 #include <values/Number.h>
 #include <values/String.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace Host {
@@ -29,11 +31,8 @@ std::optional<double> numberOf(const PDF::Document& document, const Ref<PDF::Val
     const Ref<PDF::Number> number = PDF::resolveAs<PDF::Number>(document, value);
     if (!number)
         return {};
-    double fraction = static_cast<double>(number->fracPart());
-    while (fraction >= 1)
-        fraction /= 10;
-    const auto whole = static_cast<double>(number->intPart());
-    return whole < 0 ? whole - fraction : whole + fraction;
+    const double exact = PDF::exactDouble(*number);
+    return std::isfinite(exact) ? std::optional(exact) : std::nullopt;
 }
 
 std::optional<double> numberAt(
@@ -79,10 +78,8 @@ std::string textAt(const PDF::Document& document, const PDF::Dictionary& diction
 {
     std::string text;
     const Ref<PDF::String> string = valueAt<PDF::String>(document, dictionary, key);
-    if (const auto bytes = string ? string->data() : nullptr)
-        text.assign(bytes->data(), bytes->data() + bytes->size());
-    else if (string && string->value())
-        string->value()->forEach([&text](char32_t c) { text += static_cast<char>(c); });
+    if (const auto bytes = string ? PDF::exactBytes(*string) : std::nullopt)
+        text.assign(bytes->begin(), bytes->end());
     return text;
 }
 
