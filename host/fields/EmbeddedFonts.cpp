@@ -1,0 +1,198 @@
+#include <host/fields/EmbeddedFonts.h>
+
+#include <values/Array.h>
+#include <values/String.h>
+
+#include <algorithm>
+
+namespace Host {
+
+namespace {
+
+constexpr std::size_t mappingsInBlock = 100; // that a CMap may have
+
+std::string hexadecimal(std::uint32_t number, int digits)
+{
+    constexpr char all[] = "0123456789ABCDEF";
+    std::string text;
+    while (digits-- > 0)
+        text += all[number >> (4 * digits) & 15];
+    return text;
+}
+
+std::string utf16(std::u32string_view text)
+{
+    std::string digits;
+    for (const char32_t c : text)
+        digits += c > 0xFFFF ? hexadecimal(0xD800 + ((c - 0x10000) >> 10), 4) + hexadecimal(0xDC00 + (c & 0x3FF), 4)
+                             : hexadecimal(c, 4);
+    return digits;
+}
+
+std::string mapOf(const std::vector<std::pair<std::uint32_t, std::u32string>>& texts)
+{
+    std::string map = "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n"
+                      "/CIDSystemInfo << /Registry (Adobe) /Ordering (UCS) /Supplement 0 >> def\n"
+                      "/CMapName /Adobe-Identity-UCS def\n/CMapType 2 def\n"
+                      "1 begincodespacerange\n<0000> <FFFF>\nendcodespacerange\n";
+    for (std::size_t begin = 0; begin < texts.size(); begin += mappingsInBlock) {
+        const std::size_t end = std::min(begin + mappingsInBlock, texts.size());
+        map += std::to_string(end - begin) + " beginbfchar\n";
+        for (std::size_t i = begin; i < end; ++i)
+            map += "<" + hexadecimal(texts[i].first, 4) + "> <" + utf16(texts[i].second) + ">\n";
+        map += "endbfchar\n";
+    }
+    return map + "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
+}
+
+// Six letters that say that it is a subset; they come from the name, so that the same work gives the same file.
+std::string tagged(const std::string& name)
+{
+    std::uint32_t sum = 2166136261u; // FNV-1a
+    for (const char byte : name)
+        sum = (sum ^ static_cast<unsigned char>(byte)) * 16777619u;
+    std::string tag;
+    for (int i = 0; i < 6; ++i, sum /= 26)
+        tag += static_cast<char>('A' + sum % 26);
+    return tag + "+" + (name.empty() ? "Font" : name);
+}
+
+Ref<PDF::Dictionary> descriptorOf(const TextEngine::Font& font)
+{
+    constexpr int fixedPitch = 1, serif = 2, symbolic = 4, italic = 64;
+    const int flags = symbolic | (font.isFixedPitch ? fixedPitch : 0) | (font.isSerif ? serif : 0)
+        | (font.isItalic ? italic : 0);
+    return dictionaryValue({{"Type", nameValue("FontDescriptor")}, {"FontName", nameValue(tagged(font.name))},
+        {"Flags", numberValue(flags)}, {"FontBBox", numbersValue({font.box.begin(), font.box.end()})},
+        {"ItalicAngle", numberValue(font.italicAngle)}, {"Ascent", numberValue(font.ascent)},
+        {"Descent", numberValue(font.descent)}, {"CapHeight", numberValue(font.capHeight)},
+        {"StemV", numberValue(font.isBold ? 140 : 80)}});
+}
+
+Ref<PDF::Value> text(const char* characters)
+{
+    return PDF::String::create(::String::create(characters));
+}
+
+} // namespace
+
+std::optional<Refusal> EmbeddedFonts::prepare(
+    TextEngine& engine, const GlyphTexts& texts, const std::vector<TextEngine::Glyph>& glyphs) noexcept
+{
+    std::map<std::uint32_t, std::map<std::uint32_t, Used>> added;
+    for (const TextEngine::Glyph& glyph : glyphs) {
+        const auto font = _fonts.find(glyph.font);
+        const Used used{glyph.width, texts.find(glyph.font, glyph.id)};
+        const bool isNew = font == _fonts.end() || !font->second.glyphs.contains(glyph.id)
+            || font->second.glyphs.at(glyph.id).text != used.text;
+        if (isNew)
+            added[glyph.font][glyph.id] = used;
+    }
+    std::map<std::uint32_t, Embedded> fonts;
+    for (auto& [number, more] : added) {
+        const auto known = _fonts.find(number);
+        Embedded font;
+        if (known != _fonts.end())
+            font = known->second;
+        else
+            font.facts = engine.font(number);
+        const std::size_t count = font.glyphs.size();
+        for (auto& [id, used] : more)
+            font.glyphs[id] = std::move(used);
+        font.isChanged = true;
+        std::vector<std::uint32_t> ids;
+        for (const auto& [id, used] : font.glyphs)
+            ids.push_back(id);
+        if (ids.size() != count) {
+            Result<std::string> program = engine.subset(number, ids);
+            if (!program)
+                return program.refusal();
+            font.program = std::move(*program);
+        }
+        fonts.emplace(number, std::move(font));
+    }
+    for (auto& [number, font] : fonts)
+        _fonts[number] = std::move(font);
+    return {};
+}
+
+bool EmbeddedFonts::commit() noexcept
+{
+    for (auto& [number, font] : _fonts)
+        if (font.isChanged) {
+            if (!(font.reference ? update(font) : create(font)))
+                return false;
+            font.isChanged = false;
+            font.program.reset();
+        }
+    return true;
+}
+
+bool EmbeddedFonts::create(Embedded& font) noexcept
+{
+    const Ref<PDF::Dictionary> descriptor = descriptorOf(font.facts);
+    const Ref<PDF::Dictionary> programEntries = font.facts.isCompact
+        ? dictionaryValue({{"Subtype", nameValue("CIDFontType0C")}})
+        : dictionaryValue({{"Length1", numberValue(double(font.program->size()))}});
+    font.programStream = streamValue(_document, programEntries, *font.program);
+    font.characterMap = streamValue(_document, PDF::Dictionary::create(), std::string(1024, ' '));
+    if (!font.programStream || !font.characterMap)
+        return false;
+    descriptor->set(::String::create(font.facts.isCompact ? "FontFile3" : "FontFile2"),
+        PDF::addObject(_document, font.programStream));
+    font.descendant = dictionaryValue({{"Type", nameValue("Font")},
+        {"Subtype", nameValue(font.facts.isCompact ? "CIDFontType0" : "CIDFontType2")},
+        {"BaseFont", nameValue(tagged(font.facts.name))},
+        {"CIDSystemInfo", dictionaryValue({{"Registry", text("Adobe")}, {"Ordering", text("Identity")},
+                              {"Supplement", numberValue(0)}})},
+        {"FontDescriptor", PDF::addObject(_document, descriptor)}, {"DW", numberValue(0)}});
+    if (!font.facts.isCompact)
+        font.descendant->set(::String::create("CIDToGIDMap"), nameValue("Identity"));
+    const Ref<PDF::Dictionary> composite = dictionaryValue({{"Type", nameValue("Font")},
+        {"Subtype", nameValue("Type0")}, {"BaseFont", nameValue(tagged(font.facts.name))},
+        {"Encoding", nameValue("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
+    composite->set(::String::create("DescendantFonts"),
+        PDF::Array::create(std::vector<Ref<PDF::Value>>{PDF::addObject(_document, font.descendant)}));
+    font.program.reset();
+    if (!update(font))
+        return false;
+    font.reference = PDF::addObject(_document, composite);
+    return true;
+}
+
+bool EmbeddedFonts::update(Embedded& font) noexcept
+{
+    if (font.program) {
+        if (!font.facts.isCompact)
+            font.programStream->dict()->set(
+                ::String::create("Length1"), numberValue(double(font.program->size())));
+        if (!replaceData(_document, font.programStream, *font.program))
+            return false;
+    }
+    std::vector<Ref<PDF::Value>> widths;
+    std::vector<std::pair<std::uint32_t, std::u32string>> texts;
+    std::vector<double> list;
+    for (auto glyph = font.glyphs.begin(); glyph != font.glyphs.end(); ++glyph) {
+        const auto& [id, used] = *glyph;
+        if (!used.text.empty())
+            texts.emplace_back(id, used.text);
+        if (list.empty())
+            widths.push_back(numberValue(id));
+        list.push_back(used.width);
+        const auto next = std::next(glyph);
+        if (next == font.glyphs.end() || next->first != id + 1) {
+            widths.push_back(numbersValue(list));
+            list.clear();
+        }
+    }
+    font.descendant->set(::String::create("W"), PDF::Array::create(widths));
+    return replaceData(_document, font.characterMap, mapOf(texts));
+}
+
+Ref<PDF::Value> EmbeddedFonts::find(std::uint32_t font) const noexcept
+{
+    const auto found = _fonts.find(font);
+    return found != _fonts.end() ? found->second.reference : nullptr;
+}
+
+} // namespace Host

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <host/fields/Lettering.h>
+#include <host/fields/NewValues.h>
+#include <values/ObjectRef.h>
+#include <values/Stream.h>
+
+namespace Host {
+
+// The fonts of a text engine in one document: composite fonts, each with a subset of all glyphs that were drawn so far.
+class EmbeddedFonts {
+public:
+    explicit EmbeddedFonts(Ref<PDF::Document> document) noexcept : _document(std::move(document)) {}
+
+    // Makes the subsets that have the glyphs, too; the document stays as it is. Refused as by the engine.
+    std::optional<Refusal> prepare(
+        TextEngine& engine, const GlyphTexts& texts, const std::vector<TextEngine::Glyph>& glyphs) noexcept;
+    // Brings them into the document. False with a code when a stream can't be made.
+    bool commit() noexcept;
+    // What an appearance refers to; only after `commit`.
+    Ref<PDF::Value> find(std::uint32_t font) const noexcept;
+
+private:
+    struct Used {
+        double width = 0;
+        std::u32string text;
+    };
+    struct Embedded {
+        TextEngine::Font facts;
+        std::map<std::uint32_t, Used> glyphs;
+        std::optional<std::string> program; // that is to be brought into the document
+        bool isChanged = false;
+        Ref<PDF::Value> reference; // of the composite font; null before the first time
+        Ref<PDF::Dictionary> descendant;
+        Ref<PDF::Stream> programStream, characterMap;
+    };
+    bool create(Embedded& font) noexcept;
+    bool update(Embedded& font) noexcept;
+
+    const Ref<PDF::Document> _document;
+    std::map<std::uint32_t, Embedded> _fonts;
+};
+
+} // namespace Host
