@@ -36,7 +36,7 @@ public:
         if (!filler)
             return filler.refusal();
         for (const auto& [name, value] : _job.values)
-            if (auto refusal = filler->fill(name, value, _options.appearances)) {
+            if (auto refusal = filler->fill(name, value, _options.fill)) {
                 refusal->message = name + ": " + refusal->message + fieldHint;
                 return refusal;
             }

@@ -10,7 +10,7 @@ struct BatchOptions {
     OpenOptions open;
     Host::SaveOptions save;
     StoreOptions storage;
-    Host::Appearances appearances = Host::Appearances::DrawnByViewers;
+    Host::FillOptions fill;
     bool isForced = false;
 };
 

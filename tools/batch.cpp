@@ -4,6 +4,7 @@
 #include <host/base/Utf8.h>
 #include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
+#include <tools/Filling.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
 
@@ -21,7 +22,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr Tools::Option ownOptions[] = {
     {"--jobs", "N", "threads; 1 by default"},
-    {"--keep-looks", "", "fill: don't ask viewers to draw the new values"},
     {"--force", "", "go on where the preflight finds a reason not to"},
 };
 constexpr Tools::Option logOption[] = {{"-v", "", "put the library's log lines into the results"}};
@@ -36,7 +36,7 @@ const Tools::Program program = {
              "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
              "\n"
              "Only \"in\" is needed. No job may need the output of another job of the same run.",
-    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
+    .options = {{"", ownOptions}, Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
     .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
                   "written.",
 };
@@ -98,15 +98,14 @@ std::uint64_t sizeOfInput()
     return fstat(STDIN_FILENO, &status) == 0 && S_ISREG(status.st_mode) ? std::uint64_t(status.st_size) : 0;
 }
 
-BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open)
+BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open, Host::FillOptions fill)
 {
     BatchOptions options;
     options.open = open;
+    options.fill = std::move(fill);
     options.save = Tools::saveOptionsOf(line);
     options.storage = Tools::storeOptionsOf(line);
     options.isForced = line.has("--force");
-    if (line.has("--keep-looks"))
-        options.appearances = Host::Appearances::LeftAsTheyAre;
     return options;
 }
 
@@ -131,9 +130,12 @@ int batch(const CommandLine& line, const Tools::Console& console)
     const auto open = Tools::openOptionsOf(line);
     if (!open)
         return console.refuse("standard input", open.refusal());
+    const auto fill = Tools::fillOptionsOf(line);
+    if (!fill)
+        return console.misuse(fill.refusal().message);
     if (line.has("-v")) // instead of at the end
         Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
-    const std::uint64_t failed = workOn(*threads, optionsOf(line, *open));
+    const std::uint64_t failed = workOn(*threads, optionsOf(line, *open, *fill));
     if (std::ferror(stdin))
         return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
     const int status = console.finish();

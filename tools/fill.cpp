@@ -2,6 +2,7 @@
 
 #include <host/base/Utf8.h>
 #include <tools/FieldValues.h>
+#include <tools/Filling.h>
 #include <tools/Hints.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
@@ -18,7 +19,6 @@ using Tools::FieldValues;
 
 constexpr Tools::Option ownOptions[] = {
     {"--values", "FILE", "values from a JSON object that maps names to a text, true, false or a list of texts"},
-    {"--keep-looks", "", "don't ask viewers to draw the new values"},
 };
 const Tools::Program program = {
     .name = "fill",
@@ -29,7 +29,7 @@ const Tools::Program program = {
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
              "is refused, nothing is saved.",
-    .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
@@ -51,11 +51,11 @@ bool readOperands(const CommandLine& line, FieldValues& values)
 
 // Sets all values, and says of each that is refused why. The status to end with, unless all are set.
 std::optional<int> fillAll(const Console& console, const std::string& in, Host::FormFiller& filler,
-    const FieldValues& values, Host::Appearances appearances)
+    const FieldValues& values, const Host::FillOptions& options)
 {
     std::optional<int> status;
     for (const auto& [name, value] : values)
-        if (auto refusal = filler.fill(name, value, appearances)) {
+        if (auto refusal = filler.fill(name, value, options)) {
             refusal->message = name + ": " + refusal->message + Tools::fieldHint;
             status = console.refuse(in, *refusal);
         }
@@ -64,6 +64,9 @@ std::optional<int> fillAll(const Console& console, const std::string& in, Host::
 
 int fill(const CommandLine& line, const Console& console)
 {
+    const auto options = Tools::fillOptionsOf(line);
+    if (!options)
+        return console.misuse(options.refusal().message);
     FieldValues values;
     if (line.has("--values")) {
         auto read = Tools::readValues(line.argument("--values"));
@@ -80,9 +83,7 @@ int fill(const CommandLine& line, const Console& console)
     auto filler = Host::FormFiller::create(opened->document);
     if (!filler)
         return console.refuse(in, filler.refusal());
-    const auto appearances =
-        line.has("--keep-looks") ? Host::Appearances::LeftAsTheyAre : Host::Appearances::DrawnByViewers;
-    if (const auto status = fillAll(console, in, *filler, values, appearances))
+    if (const auto status = fillAll(console, in, *filler, values, *options))
         return *status;
     for (const std::string& warning : filler->warnings())
         console.warn(in, warning);

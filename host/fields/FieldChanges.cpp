@@ -51,7 +51,7 @@ std::vector<Ref<Dictionary>> carriersOf(const FieldNode& field)
 
 // ---- Texts
 
-Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
+Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& value)
 {
     const auto* text = std::get_if<std::string>(&value);
     if (!text)
@@ -64,13 +64,14 @@ Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
     if (limit != 0 && length > limit)
         return wrongValue("the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
             + std::to_string(limit));
-    Changes changes;
+    FieldUpdate update;
+    update.text = *text;
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
-        changes.push_back({carrier, FormKeys::value, string});
+        update.changes.push_back({carrier, FormKeys::value, string});
         if (carrier->find(richValue))
-            changes.push_back({carrier, richValue, nullptr});
+            update.changes.push_back({carrier, richValue, nullptr});
     }
-    return changes;
+    return update;
 }
 
 // ---- Check boxes and radio buttons
@@ -78,17 +79,23 @@ Result<Changes> changesForText(const FieldNode& field, const FieldValue& value)
 // The states of the widgets, each with its text.
 class ButtonStates {
 public:
-    ButtonStates(const Document& document, const FieldNode& field) : _options(optionsOf(document, field.entries))
+    ButtonStates(const Document& document, const FieldNode& field, bool isDrawn)
+        : _options(optionsOf(document, field.entries))
     {
         for (const Ref<Dictionary>& widget : field.widgets) {
             _states.emplace_back();
-            for (Ref<::String>& name : statesOf(document, *widget)) {
-                std::string text = textOfName(*name);
-                _texts.insert(text);
-                _states.back().push_back({std::move(text), std::move(name)});
+            for (Ref<::String>& name : statesOf(document, *widget))
+                add(std::move(name));
+            _drawn.emplace_back();
+            if (isDrawn && !widget->find(FormKeys::appearance)) {
+                _drawn.back() = field.widgets.size() == 1 ? "Yes" : std::to_string(_states.size() - 1);
+                add(::String::create(_drawn.back().c_str()));
             }
         }
     }
+
+    // By widget, the state of one that has no looks so far; empty for the others.
+    const std::vector<std::string>& drawn() const { return _drawn; }
 
     // The text of the state that `value` means, "Off" included.
     Result<std::string> find(const FieldValue& value) const
@@ -122,6 +129,13 @@ private:
         Ref<::String> name;
     };
 
+    void add(Ref<::String> name)
+    {
+        std::string text = textOfName(*name);
+        _texts.insert(text);
+        _states.back().push_back({std::move(text), std::move(name)});
+    }
+
     Result<std::string> findOn() const
     {
         if (_texts.size() != 1)
@@ -148,29 +162,31 @@ private:
 
     const std::vector<FieldOption> _options;
     std::vector<std::vector<State>> _states; // by widget
+    std::vector<std::string> _drawn;
     std::set<std::string> _texts;
 };
 
-Result<Changes> changesForButton(
-    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
+Result<FieldUpdate> updateForButton(
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, bool isDrawn)
 {
     if (std::holds_alternative<std::vector<std::string>>(value))
         return doesNotTake(kind, "a list");
-    const ButtonStates states(document, field);
+    const ButtonStates states(document, field, isDrawn);
     const Result<std::string> state = states.find(value);
     if (!state)
         return state.refusal();
     Ref<::String> fieldState = off;
-    Changes changes;
+    FieldUpdate update;
+    update.drawnStates = states.drawn();
     for (std::size_t i = 0; i < field.widgets.size(); ++i) {
         const Ref<::String> name = states.nameFor(i, *state);
         if (fieldState == off)
             fieldState = name;
-        changes.push_back({field.widgets[i], FormKeys::appearanceState, Name::create(name)});
+        update.changes.push_back({field.widgets[i], FormKeys::appearanceState, Name::create(name)});
     }
     for (const Ref<Dictionary>& carrier : carriersOf(field))
-        changes.push_back({carrier, FormKeys::value, Name::create(fieldState)});
-    return changes;
+        update.changes.push_back({carrier, FormKeys::value, Name::create(fieldState)});
+    return update;
 }
 
 // ---- List boxes and combo boxes
@@ -227,7 +243,19 @@ Ref<Value> indicesOf(const Choices& choices)
     return numbers.empty() ? Ref<Value>() : Ref<Value>(Array::create(numbers));
 }
 
-Result<Changes> changesForChoice(
+// What is seen of the choices.
+void show(FieldUpdate& update, const std::vector<FieldOption>& options, FieldKind kind, const Choices& choices)
+{
+    if (kind == FieldKind::ListBox)
+        for (std::size_t i = 0; i < options.size(); ++i)
+            update.choices.push_back({options[i].displayed, choices.indices.contains(i)});
+    else if (choices.ownText)
+        update.text = *choices.ownText;
+    else if (!choices.indices.empty())
+        update.text = options[*choices.indices.begin()].displayed;
+}
+
+Result<FieldUpdate> updateForChoice(
     const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
 {
     if (std::holds_alternative<bool>(value))
@@ -244,32 +272,34 @@ Result<Changes> changesForChoice(
     // What a field above has would show through.
     if (!chosen && field.isBelowValue)
         chosen = Array::create({});
-    Changes changes;
+    FieldUpdate update;
+    show(update, options, kind, *choices);
     const bool isMultiple = flagsOf(field.entries) & Field::MultiSelect;
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
-        changes.push_back({carrier, FormKeys::value, chosen});
+        update.changes.push_back({carrier, FormKeys::value, chosen});
         if (isMultiple || carrier->find(FormKeys::selectedIndices))
-            changes.push_back({carrier, FormKeys::selectedIndices, indicesOf(*choices)});
+            update.changes.push_back({carrier, FormKeys::selectedIndices, indicesOf(*choices)});
         if (kind == FieldKind::ListBox && carrier->find(topIndex))
-            changes.push_back({carrier, topIndex, numberOf(choices->indices.empty() ? 0 : *choices->indices.begin())});
+            update.changes.push_back({carrier, topIndex, numberOf(choices->indices.empty() ? 0 : *choices->indices.begin())});
     }
-    return changes;
+    return update;
 }
 
 } // namespace
 
-Result<Changes> changesFor(const Document& document, const FieldNode& field, const FieldValue& value) noexcept
+Result<FieldUpdate> updateFor(
+    const Document& document, const FieldNode& field, const FieldValue& value, bool isDrawn) noexcept
 {
     const FieldKind kind = kindOf(field.entries);
     switch (kind) {
     case FieldKind::Text:
-        return changesForText(field, value);
+        return updateForText(field, value);
     case FieldKind::CheckBox:
     case FieldKind::RadioButtons:
-        return changesForButton(document, field, kind, value);
+        return updateForButton(document, field, kind, value, isDrawn);
     case FieldKind::ListBox:
     case FieldKind::ComboBox:
-        return changesForChoice(document, field, kind, value);
+        return updateForChoice(document, field, kind, value);
     case FieldKind::PushButton:
     case FieldKind::Signature:
     case FieldKind::Unknown:

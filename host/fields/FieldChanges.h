@@ -3,6 +3,9 @@
 #include <host/fields/FieldTree.h>
 #include <host/fields/FieldValue.h>
 
+#include <string>
+#include <vector>
+
 namespace Host {
 
 // An entry of a dictionary and what it is to become; null to remove it.
@@ -13,8 +16,24 @@ struct Change {
 };
 using Changes = std::vector<Change>;
 
-// What has to change for the field to have the value, by the rules of `FormFiller::fill`, or why it can't.
-Result<Changes> changesFor(
-    const PDF::Document& document, const FieldNode& field, const FieldValue& value) noexcept;
+// What a field with a new value comes to.
+struct FieldUpdate {
+    struct Choice {
+        std::string text;
+        bool isChosen = false;
+    };
+
+    Changes changes;
+    // What is seen of it, in UTF-8: a text, or what a combo box displays.
+    std::string text;
+    std::vector<Choice> choices; // of a list box, all of them
+    // Of a button whose widgets have no looks so far: the state that each of these is to have; empty for the others.
+    std::vector<std::string> drawnStates;
+};
+
+// What has to change for the field to have the value, by the rules of `FormFiller::fill`, or why it can't. Buttons
+// without looks take values only where they are to be drawn.
+Result<FieldUpdate> updateFor(const PDF::Document& document, const FieldNode& field, const FieldValue& value,
+    bool isDrawn) noexcept;
 
 } // namespace Host

@@ -2,8 +2,9 @@
 
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
-#include <host/fields/FieldChanges.h>
+#include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
+#include <platform/Limits.h>
 #include <values/BooleanObj.h>
 
 #include <algorithm>
@@ -39,6 +40,17 @@ struct FormFiller::State {
     Ref<Document> document;
     FieldTree tree;
     std::vector<std::string> warnings;
+    FieldDrawer drawer;
+    std::shared_ptr<TextEngine> engine; // the one whose fonts the document has
+
+    // One after the other, so that a page of warnings of one kind is one.
+    void warn(std::vector<std::string> more)
+    {
+        for (std::string& warning : more)
+            if (warnings.size() < Limits::maxSkipped
+                && std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
+                warnings.push_back(std::move(warning));
+    }
 };
 
 FormFiller::FormFiller(std::unique_ptr<State> state) noexcept : _state(std::move(state)) {}
@@ -52,25 +64,43 @@ Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
     if (!tree)
         return tree.refusal();
     std::vector<std::string> warnings = warningsFor(*document, *tree);
-    return FormFiller(std::make_unique<State>(State{document, std::move(*tree), std::move(warnings)}));
+    const Ref<Dictionary> form = tree->form();
+    return FormFiller(std::make_unique<State>(
+        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form), nullptr}));
 }
 
 std::optional<Refusal> FormFiller::fill(
-    const std::string& path, const FieldValue& value, Appearances appearances) noexcept
+    const std::string& path, const FieldValue& value, const FillOptions& options) noexcept
 {
     const std::vector<std::size_t>& found = _state->tree.find(path);
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
+    const bool isDrawn = options.appearances == Appearances::Drawn;
+    if (!_state->engine)
+        _state->engine = options.engine;
     Changes all;
+    std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
-        Result<Changes> changes = changesFor(*_state->document, _state->tree.fields()[index], value);
-        if (!changes)
-            return changes.refusal();
-        all.insert(all.end(), changes->begin(), changes->end());
+        const FieldNode& field = _state->tree.fields()[index];
+        Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn);
+        if (!update)
+            return update.refusal();
+        all.insert(all.end(), update->changes.begin(), update->changes.end());
+        if (!isDrawn)
+            continue;
+        auto drawing = _state->drawer.draw(field, *update, {_state->engine.get(), options.isAnyTextAllowed});
+        if (!drawing)
+            return drawing.refusal();
+        drawings.push_back(std::move(*drawing));
     }
     const Ref<Dictionary>& form = _state->tree.form();
-    if (appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
+    if (options.appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
         all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
+    for (FieldDrawing& drawing : drawings) {
+        if (auto refusal = _state->drawer.commit(drawing))
+            return refusal;
+        _state->warn(std::move(drawing.warnings));
+    }
     for (Change& change : all)
         change.dictionary->set(change.key, std::move(change.value));
     return {};
@@ -82,12 +112,12 @@ const std::vector<std::string>& FormFiller::warnings() const noexcept
 }
 
 Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,
-    const FieldValue& value, Appearances appearances) noexcept
+    const FieldValue& value, const FillOptions& options) noexcept
 {
     Result<FormFiller> filler = FormFiller::create(document);
     if (!filler)
         return filler.refusal();
-    if (auto refusal = filler->fill(path, value, appearances))
+    if (auto refusal = filler->fill(path, value, options))
         return *refusal;
     return filler->warnings();
 }

@@ -3,6 +3,7 @@
 #include <document/Document.h>
 #include <host/base/Result.h>
 #include <host/fields/FieldValue.h>
+#include <host/fonts/TextEngine.h>
 
 #include <memory>
 #include <optional>
@@ -13,8 +14,19 @@ namespace PDF = Libraries::Files::PDF;
 
 // Who draws the new values.
 enum class Appearances {
-    DrawnByViewers, // `NeedAppearances` is set in the form, so that viewers draw the new values
+    Drawn,          // the filled fields get looks of their own
+    DrawnByViewers, // `NeedAppearances` is set in the form, so that viewers draw all fields anew
     LeftAsTheyAre,  // viewers may go on showing the old ones
+};
+
+// How values are set.
+struct FillOptions {
+    Appearances appearances = Appearances::Drawn;
+    // Draws texts with characters that neither the font of the field nor a standard one has. Null for none. A filler
+    // keeps to the first one that draws something.
+    std::shared_ptr<TextEngine> engine;
+    // Leaves out characters that can't be drawn, with a warning, where the value would be refused.
+    bool isAnyTextAllowed = false;
 };
 
 // Sets values of the form of one document. It looks for the fields once, when it is created, so that filling
@@ -40,11 +52,18 @@ public:
     // widget of a button: the state where it has that one, else "Off". `I` of a choice, where there is one or the
     // field takes several choices; each of them is kept once, in the order of the options. `TI` of a list
     // box, where there is one, so that it shows the first choice.
-    std::optional<Refusal> fill(const std::string& path, const FieldValue& value,
-        Appearances appearances = Appearances::DrawnByViewers) noexcept;
+    //
+    // `AP` of each widget with a rectangle, when the values are drawn: a text in the font, size and color of `DA`, aligned
+    // by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background and border of
+    // `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard one. Buttons keep
+    // the looks that they have; one without gets some, and "Yes" as its state, or one of "0", "1" and so on for
+    // several widgets. Refused with `Unsupported`: characters that no font has, each by name. `NeedAppearances` stays as
+    // it is then.
+    std::optional<Refusal> fill(
+        const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
 
-    // What people should know before the filled form goes out: that a signature becomes invalid, or that the
-    // document has another form, which keeps the old values. One line each.
+    // What people should know before the filled form goes out: that a signature becomes invalid, that the
+    // document has another form, which keeps the old values, or that something isn't drawn. One line each.
     const std::vector<std::string>& warnings() const noexcept;
 
 private:
@@ -56,6 +75,6 @@ private:
 
 // The same for one field. Gives the warnings; usually there are none.
 EXPORTED Result<std::vector<std::string>> fill(const Ref<PDF::Document>& document, const std::string& path,
-    const FieldValue& value, Appearances appearances = Appearances::DrawnByViewers) noexcept;
+    const FieldValue& value, const FillOptions& options = {}) noexcept;
 
 } // namespace Host

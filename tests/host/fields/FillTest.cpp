@@ -152,16 +152,17 @@ TEST(Fill, textsComeBackFromTheFile)
     }
 }
 
-TEST(Fill, viewersAreAskedToDrawUnlessTheCallerSaysNo)
+TEST(Fill, viewersAreAskedToDrawWhereTheCallerSaysSo)
 {
     const std::tuple<std::string, Appearances, const char*> cases[] = {
         {"", Appearances::DrawnByViewers, "<< /Fields [ 3 0 R ] /NeedAppearances true >>"},
         {"/NeedAppearances 4 0 R ", Appearances::DrawnByViewers, "<< /Fields [ 3 0 R ] /NeedAppearances true >>"},
+        {"", Appearances::Drawn, "<< /Fields [ 3 0 R ] >>"},
         {"", Appearances::LeftAsTheyAre, "<< /Fields [ 3 0 R ] >>"},
     };
     for (const auto& [entry, appearances, after] : cases) {
         const auto document = Tests::open(formFile(entry + "/Fields [ 3 0 R ]", {"<< /FT /Tx /T (a) >>", "false"}));
-        EXPECT_TRUE(fill(document, "a", "x", appearances));
+        EXPECT_TRUE(fill(document, "a", "x", {appearances, nullptr, false}));
         const auto form = document->getCatalog()->valueAsDictionary()->find(Tests::text("AcroForm"));
         EXPECT_EQ(valueText(document, form), after);
     }

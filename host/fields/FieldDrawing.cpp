@@ -1,0 +1,355 @@
+#include <host/fields/FieldDrawing.h>
+
+#include <forms/Field.h>
+#include <forms/FormKeys.h>
+#include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
+#include <host/fields/DefaultAppearance.h>
+#include <host/fields/FieldReading.h>
+#include <host/fields/TextString.h>
+#include <host/fonts/FontValues.h>
+#include <platform/Limits.h>
+#include <values/Exact.h>
+
+#include <algorithm>
+
+namespace Host {
+
+namespace {
+
+using PDF::Field;
+using PDF::FormKeys::appearance;
+using PDF::FormKeys::normalAppearance;
+
+constexpr std::size_t mostNamed = 10; // characters that can't be drawn
+
+std::u32string charactersOf(const std::string& text)
+{
+    std::u32string characters;
+    if (const Ref<::String> held = fromUtf8(text))
+        held->forEach([&characters](char32_t c) { characters += c; });
+    return characters;
+}
+
+// As it is drawn: control characters are blanks, but line breaks where there are several lines.
+std::u32string drawnText(const std::string& text, bool isMultiline)
+{
+    std::u32string drawn;
+    char32_t before = 0;
+    for (const char32_t c : charactersOf(text)) {
+        const bool isBreak = c == '\r' || c == '\n' || c == 0x2028 || c == 0x2029;
+        if (isBreak && !(c == '\n' && before == '\r'))
+            drawn += isMultiline ? U'\n' : U' ';
+        else if (!isBreak)
+            drawn += c < ' ' || (c >= 0x7F && c < 0xA0) ? U' ' : c;
+        before = c;
+    }
+    return drawn;
+}
+
+std::string namesOf(const std::u32string& characters)
+{
+    std::string names;
+    for (std::size_t i = 0; i < characters.size() && i < mostNamed; ++i) {
+        char number[16];
+        std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(characters[i]));
+        names += (i == 0 ? "\"" : ", \"") + toUtf8(characters.substr(i, 1)) + "\" (" + number + ")";
+    }
+    return names + (characters.size() > mostNamed ? " ..." : "");
+}
+
+TextStyle::Align alignOf(const PDF::Document& document, const FieldNode& field, const PDF::Dictionary& widget)
+{
+    Ref<PDF::Value> entry = resolvePresent(document, widget.find(PDF::FormKeys::quadding));
+    if (!entry)
+        entry = field.entries[Inherited::Quadding];
+    const std::int32_t align = countOf(document, entry).value_or(0);
+    return align == 1 ? TextStyle::Align::Center : align == 2 ? TextStyle::Align::Right : TextStyle::Align::Left;
+}
+
+DefaultAppearance appearanceOf(const PDF::Document& document, const FieldNode& field, const PDF::Dictionary& widget)
+{
+    const auto bytesOf = [](const Ref<PDF::String>& string) {
+        const auto bytes = string ? PDF::exactBytes(*string) : std::nullopt;
+        return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
+    };
+    const auto own = PDF::resolveEntryAs<PDF::String>(document, widget, PDF::FormKeys::defaultAppearance);
+    return DefaultAppearance::read(
+        bytesOf(own ? own : field.entries.as<PDF::String>(Inherited::DefaultAppearance)));
+}
+
+bool isRound(const PDF::Document& document, const PDF::Dictionary& widget, FieldKind kind)
+{
+    const auto marks = valueAt<PDF::Dictionary>(document, widget, "MK");
+    const std::string mark = marks ? textAt(document, *marks, "CA") : "";
+    return kind == FieldKind::RadioButtons && (mark.empty() || mark == "l");
+}
+
+} // namespace
+
+FieldDrawer::FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept
+    : _document(document), _form(std::move(form)), _embedded(std::move(document))
+{
+}
+
+Result<FieldDrawing> FieldDrawer::draw(
+    const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept
+{
+    const FieldKind kind = kindOf(field.entries);
+    const bool isButton = kind == FieldKind::CheckBox || kind == FieldKind::RadioButtons;
+    FieldDrawing drawing;
+    for (std::size_t i = 0; i < field.widgets.size(); ++i) {
+        if (isButton && (i >= update.drawnStates.size() || update.drawnStates[i].empty()))
+            continue;
+        const Ref<PDF::Dictionary>& widget = field.widgets[i];
+        const std::optional<WidgetLook> look = WidgetLook::read(*_document, *widget);
+        if (!look) {
+            if (widget->find(::String::create("Rect")))
+                drawing.warnings.push_back(field.path + " is not drawn: its rectangle has no area");
+            continue;
+        }
+        drawing.widgets.push_back({widget, *look, {}, {}, isButton ? update.drawnStates[i] : "", {}});
+        if (isButton)
+            drawButton(field, drawing.widgets.back());
+        else if (auto refusal = drawText(field, update, options, drawing))
+            return *refusal;
+    }
+    std::vector<TextEngine::Glyph> glyphs;
+    for (const WidgetDrawing& widget : drawing.widgets)
+        glyphs.insert(glyphs.end(), widget.fonts.glyphs.begin(), widget.fonts.glyphs.end());
+    if (!glyphs.empty())
+        if (auto refusal = _embedded.prepare(*options.engine, _texts, glyphs))
+            return *refusal;
+    return drawing;
+}
+
+std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
+    FieldDrawing& result) noexcept
+{
+    WidgetDrawing& drawing = result.widgets.back();
+    const FieldKind kind = kindOf(field.entries);
+    const std::uint32_t flags = flagsOf(field.entries);
+    const DefaultAppearance appearance = appearanceOf(*_document, field, *drawing.widget);
+    TextStyle style{.align = alignOf(*_document, field, *drawing.widget), .size = appearance.size};
+    const std::int64_t most = maxLengthOf(field.entries).value_or(0);
+    if (kind == FieldKind::Text && (flags & Field::Multiline))
+        style.kind = TextStyle::Kind::Multiline;
+    else if (kind == FieldKind::Text && (flags & Field::Comb) && !(flags & Field::Password) && most > 0
+        && most <= Limits::maxCells)
+        style = {TextStyle::Kind::Comb, style.align, most, style.size};
+    std::u32string text = drawnText(update.text, style.kind == TextStyle::Kind::Multiline);
+    if (kind == FieldKind::Text && (flags & Field::Password))
+        text.assign(text.size(), U'*');
+    std::vector<ShownChoice> choices;
+    for (const FieldUpdate::Choice& choice : update.choices) {
+        choices.push_back({drawnText(choice.text, false), choice.isChosen});
+        text += choices.back().text;
+    }
+    auto lettering = letteringFor(*drawing.widget, appearance.font, text, options, result.warnings);
+    if (!lettering)
+        return lettering.refusal();
+    const WidgetLook& look = drawing.look;
+    ContentText& content = drawing.content;
+    look.draw(content);
+    const double inset = look.inset();
+    content.add("/Tx BMC").add("q");
+    content.add({inset, inset, look.width - 2 * inset, look.height - 2 * inset}, "re").add("W").add("n");
+    if (kind == FieldKind::ListBox) {
+        scroll(field, countOfChoices(style, look, **lettering), choices, result.changes);
+        showChoices(choices, style, appearance.color, look, **lettering, content, drawing.fonts);
+    } else if (!text.empty()) {
+        showText(text, style, appearance.color, look, **lettering, content, drawing.fonts);
+    }
+    content.add("Q").add("EMC");
+    return {};
+}
+
+// Leaves the choices that have room: from the first on, unless the first chosen one would not be seen, or the field says
+// where it begins, which then is that one.
+void FieldDrawer::scroll(
+    const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept
+{
+    const Ref<::String> topIndex = ::String::create("TI");
+    const auto chosen = std::find_if(choices.begin(), choices.end(), [](const auto& choice) { return choice.isChosen; });
+    const auto first = static_cast<std::size_t>(chosen - choices.begin());
+    const bool saysTop = bool(field.dictionary->find(topIndex));
+    if (chosen != choices.end() && (saysTop || first >= room)) {
+        choices.erase(choices.begin(), chosen);
+        if (!saysTop)
+            changes.push_back({field.dictionary, topIndex, numberValue(double(first))});
+    }
+    choices.resize(std::min(choices.size(), room));
+}
+
+void FieldDrawer::drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept
+{
+    const FieldKind kind = kindOf(field.entries);
+    const WidgetLook& look = drawing.look;
+    const bool hasRoundBorder = isRound(*_document, *drawing.widget, kind);
+    for (ContentText* content : {&drawing.content, &drawing.off})
+        hasRoundBorder ? look.drawRound(*content) : look.draw(*content);
+    const auto marks = valueAt<PDF::Dictionary>(*_document, *drawing.widget, "MK");
+    std::string mark = marks ? textOfBytes(textAt(*_document, *marks, "CA")) : "";
+    if (mark.empty())
+        mark = kind == FieldKind::RadioButtons ? "l" : "4";
+    const StandardFont& font = *StandardFont::find("ZapfDingbats");
+    const CodeNames names = Host::namesOf(font.encoding());
+    const auto box = font.box(names[static_cast<unsigned char>(mark[0])]);
+    const DefaultAppearance appearance = appearanceOf(*_document, field, *drawing.widget);
+    const double inset = 2 * look.inset();
+    const GlyphBox around = box.value_or(GlyphBox{0, 0, 800, 700});
+    const double room = std::min(look.width, look.height) - 2 * inset;
+    const double fitting = room * 1000 / std::max(around.right - around.left, around.top - around.bottom);
+    const double size = std::max(appearance.size != 0 ? appearance.size : fitting, 1.0);
+    drawing.content.add("q").add("BT").add(appearance.color);
+    drawing.content.add(drawing.fonts.add(&font, "ZaDb") + " " + ContentText::number(size) + " Tf");
+    drawing.content.add({(look.width - (around.left + around.right) * size / 1000) / 2,
+                            (look.height - (around.bottom + around.top) * size / 1000) / 2},
+        "Td");
+    drawing.content.add(ContentText::literal(mark.substr(0, 1)) + " Tj").add("ET").add("Q");
+}
+
+// ---- Fonts
+
+// The font that the field names, and the standard one that looks like it.
+PlainLettering FieldDrawer::plainLettering(const PDF::Dictionary& widget, const std::string& name) noexcept
+{
+    std::vector<PlainLettering::Font> fonts;
+    const Ref<PDF::Value> entry = findFont(widget, name);
+    const StandardFont* standard = StandardFont::find(name);
+    if (const TextFont* font = fontOf(entry)) {
+        fonts.push_back({font, entry, name});
+        standard = &font->substitute();
+    }
+    if (!standard)
+        standard = StandardFont::find("Helvetica");
+    fonts.push_back({&standardFont(*standard), standard, ""});
+    if (standard->encoding() != BaseEncoding::Standard) {
+        const StandardFont* letters = StandardFont::find("Helvetica");
+        fonts.push_back({&standardFont(*letters), letters, ""});
+    }
+    return PlainLettering(std::move(fonts));
+}
+
+Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget, const std::string& font,
+    std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
+{
+    auto plain = std::make_unique<PlainLettering>(plainLettering(widget, font));
+    std::u32string missing;
+    for (const char32_t c : text)
+        if (c != '\n' && missing.find(c) == missing.npos && missing.size() <= mostNamed && !plain->has(c))
+            missing += c;
+    if (!missing.empty() && options.engine) {
+        std::u32string wanted(text);
+        std::erase_if(wanted, [](char32_t c) { return c == '\n' || isInvisible(c); });
+        missing = options.engine->missing(wanted);
+        if (missing.empty())
+            return std::unique_ptr<Lettering>(std::make_unique<ShapedLettering>(*options.engine, _texts));
+    }
+    if (missing.empty())
+        return std::unique_ptr<Lettering>(std::move(plain));
+    const std::string names = namesOf(missing);
+    if (!options.isAnyTextAllowed)
+        return Refusal{Reason::Unsupported, "no font has the characters " + names};
+    warnings.push_back("characters that no font has are not drawn: " + names);
+    return std::unique_ptr<Lettering>(std::move(plain));
+}
+
+// In the resources of the appearance that the widget has, of the form, and of the page.
+Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept
+{
+    if (name.empty())
+        return nullptr;
+    const auto look = [&](const Ref<PDF::Dictionary>& resources) -> Ref<PDF::Value> {
+        const auto fonts = resources ? valueAt<PDF::Dictionary>(*_document, *resources, "Font") : nullptr;
+        const Ref<PDF::Name> key = PDF::valueAs<PDF::Name>(nameValue(name));
+        const Ref<PDF::Value> entry = fonts && key ? fonts->find(key->value()) : nullptr;
+        return entry && PDF::resolveAs<PDF::Dictionary>(*_document, entry) ? entry : nullptr;
+    };
+    const auto looks = valueAt<PDF::Dictionary>(*_document, widget, "AP");
+    const auto stream = looks ? valueAt<PDF::Stream>(*_document, *looks, "N") : nullptr;
+    if (stream && stream->dict())
+        if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *stream->dict(), "Resources")))
+            return found;
+    if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *_form, "DR")))
+        return found;
+    Ref<PDF::Dictionary> page = valueAt<PDF::Dictionary>(*_document, widget, "P");
+    for (std::size_t level = 0; page && level < Limits::maxFieldLevels; ++level) {
+        if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *page, "Resources")))
+            return found;
+        page = valueAt<PDF::Dictionary>(*_document, *page, "Parent");
+    }
+    return nullptr;
+}
+
+// Null for none, and for one that can't be used.
+const TextFont* FieldDrawer::fontOf(const Ref<PDF::Value>& entry) noexcept
+{
+    const Ref<PDF::Dictionary> dictionary = entry ? PDF::resolveAs<PDF::Dictionary>(*_document, entry) : nullptr;
+    if (!dictionary)
+        return nullptr;
+    const auto [place, isNew] = _fonts.try_emplace(dictionary.get());
+    if (isNew)
+        if (Result<TextFont> font = TextFont::read(_document, *dictionary))
+            place->second = std::move(*font);
+    return place->second ? &*place->second : nullptr;
+}
+
+const TextFont& FieldDrawer::standardFont(const StandardFont& font) noexcept
+{
+    const auto found = _standardFonts.find(&font);
+    return found != _standardFonts.end() ? found->second
+                                         : _standardFonts.emplace(&font, TextFont::standard(font)).first->second;
+}
+
+// ---- What becomes of them in the document
+
+std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
+{
+    if (!_embedded.commit())
+        return codeRefusal(Error::get(), "a font can't be embedded: ");
+    for (Change& change : drawing.changes)
+        change.dictionary->set(change.key, std::move(change.value));
+    for (WidgetDrawing& widget : drawing.widgets) {
+        Ref<PDF::Value> look = formOf(widget, widget.content);
+        if (!look)
+            return codeRefusal(Error::get(), "an appearance can't be made: ");
+        if (!widget.state.empty())
+            look = dictionaryValue(
+                {{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
+        widget.widget->set(appearance, dictionaryValue({{"N", look}}));
+    }
+    return {};
+}
+
+// A form XObject of its own.
+Ref<PDF::Value> FieldDrawer::formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept
+{
+    const Ref<PDF::Dictionary> fonts = PDF::Dictionary::create();
+    for (const AppearanceFonts::Entry& entry : drawing.fonts.entries())
+        fonts->set(PDF::valueAs<PDF::Name>(nameValue(entry.name))->value(), sourceValue(entry.source));
+    const Ref<PDF::Dictionary> resources = PDF::Dictionary::create();
+    if (!drawing.fonts.entries().empty())
+        resources->set(::String::create("Font"), fonts);
+    const Ref<PDF::Dictionary> entries = dictionaryValue({{"Type", nameValue("XObject")}, {"Subtype", nameValue("Form")},
+        {"BBox", numbersValue({0, 0, drawing.look.width, drawing.look.height})}, {"Resources", resources}});
+    if (drawing.look.rotation != 0)
+        entries->set(::String::create("Matrix"), numbersValue(drawing.look.matrix()));
+    const Ref<PDF::Stream> stream = streamValue(_document, entries, content.text());
+    return stream ? Ref<PDF::Value>(PDF::addObject(_document, stream)) : nullptr;
+}
+
+Ref<PDF::Value> FieldDrawer::sourceValue(const FontSource& source) noexcept
+{
+    if (const auto* value = std::get_if<Ref<PDF::Value>>(&source))
+        return *value;
+    if (const auto* number = std::get_if<std::uint32_t>(&source))
+        return _embedded.find(*number);
+    const StandardFont* font = std::get<const StandardFont*>(source);
+    Ref<PDF::Value>& value = _standardValues[font];
+    if (!value)
+        value = PDF::addObject(_document, font->dictionary());
+    return value;
+}
+
+} // namespace Host

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <host/fields/EmbeddedFonts.h>
+#include <host/fields/FieldChanges.h>
+#include <host/fields/TextLayout.h>
+
+#include <memory>
+#include <unordered_map>
+
+namespace Host {
+
+// The looks of a widget as they are to become.
+struct WidgetDrawing {
+    Ref<PDF::Dictionary> widget;
+    WidgetLook look;
+    ContentText content;
+    AppearanceFonts fonts;
+    // Of a button: the state that the content is of; `off` is for the other one.
+    std::string state;
+    ContentText off;
+};
+
+// What becomes of the looks of a field.
+struct FieldDrawing {
+    std::vector<WidgetDrawing> widgets;
+    Changes changes; // besides
+    std::vector<std::string> warnings;
+};
+
+// Draws the fields of one document, with the fonts that it has.
+class FieldDrawer {
+public:
+    struct Options {
+        TextEngine* engine = nullptr;   // for characters that the fonts of the document don't have
+        bool isAnyTextAllowed = false;  // what can't be drawn is left out, with a warning
+    };
+    // `form` is the AcroForm.
+    FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
+
+    // The document stays as it is. A widget without a usable rectangle is left out, with a warning. Refused: characters
+    // that can't be drawn, each by name.
+    Result<FieldDrawing> draw(const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept;
+    // Gives the widgets their looks. The code when there is no room for data; then some of them may have them.
+    std::optional<Refusal> commit(FieldDrawing& drawing) noexcept;
+
+private:
+    // Both draw the last widget of the drawing.
+    std::optional<Refusal> drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
+        FieldDrawing& drawing) noexcept;
+    void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
+    void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
+    Result<std::unique_ptr<Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
+        std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept;
+    PlainLettering plainLettering(const PDF::Dictionary& widget, const std::string& font) noexcept;
+    Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
+    const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
+    const TextFont& standardFont(const StandardFont& font) noexcept;
+    Ref<PDF::Value> sourceValue(const FontSource& source) noexcept;
+    Ref<PDF::Value> formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept;
+
+    const Ref<PDF::Document> _document;
+    const Ref<PDF::Dictionary> _form;
+    EmbeddedFonts _embedded;
+    GlyphTexts _texts;
+    std::unordered_map<const PDF::Dictionary*, std::optional<TextFont>> _fonts;
+    std::map<const StandardFont*, TextFont> _standardFonts;
+    std::map<const StandardFont*, Ref<PDF::Value>> _standardValues;
+};
+
+} // namespace Host
