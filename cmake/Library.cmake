@@ -14,7 +14,7 @@ function(files_pdf_public_headers folder result)
         platform/Limits host/base/Refusal host/base/Result
         host/files/Descriptor host/files/MemoryStripe host/files/StripeOver host/files/Target host/fields/FieldValue
         host/pages/Layer host/pages/Rectangle host/streams/Predictor
-        import/Loader import/Options import/Report)
+        import/Loader import/Options import/Report text/Loader)
     list(FILTER needed INCLUDE REGEX "^${folder}/[^/]+$")
     foreach(name ${needed})
         list(APPEND public ${PROJECT_SOURCE_DIR}/${name}.h)
