@@ -1,5 +1,7 @@
 #include <tools/Filling.h>
 
+#include <text/Loader.h>
+
 namespace Tools {
 
 namespace {
@@ -7,6 +9,7 @@ namespace {
 constexpr Option options[] = {
     {"--viewer-looks", "", "ask viewers to draw the new values, instead of drawing them"},
     {"--keep-looks", "", "neither draw the new values nor ask viewers to"},
+    {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
     {"--any-text", "", "fill in a text with characters that no font has, too, and leave them out where it is drawn"},
 };
 
@@ -26,6 +29,19 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
         result.appearances = Host::Appearances::DrawnByViewers;
     if (line.has("--keep-looks"))
         result.appearances = Host::Appearances::LeftAsTheyAre;
+    Text::Options text;
+    if (line.has("--font"))
+        text.fontFiles.push_back(line.argument("--font"));
+    // One for each thread, which all files of a batch share.
+    result.engine = [text = std::move(text)] {
+        thread_local std::shared_ptr<Host::TextEngine> engine;
+        if (engine)
+            return Host::Result<std::shared_ptr<Host::TextEngine>>(engine);
+        auto loaded = Text::loadEngine(text);
+        if (loaded)
+            engine = *loaded;
+        return loaded;
+    };
     result.isAnyTextAllowed = line.has("--any-text");
     return result;
 }

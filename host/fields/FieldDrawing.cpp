@@ -18,8 +18,6 @@ namespace Host {
 namespace {
 
 using PDF::Field;
-using PDF::FormKeys::appearance;
-using PDF::FormKeys::normalAppearance;
 
 constexpr std::size_t mostNamed = 10; // characters that can't be drawn
 
@@ -118,7 +116,7 @@ Result<FieldDrawing> FieldDrawer::draw(
     for (const WidgetDrawing& widget : drawing.widgets)
         glyphs.insert(glyphs.end(), widget.fonts.glyphs.begin(), widget.fonts.glyphs.end());
     if (!glyphs.empty())
-        if (auto refusal = _embedded.prepare(*options.engine, _texts, glyphs))
+        if (auto refusal = _embedded.prepare(*_engine, _texts, glyphs))
             return *refusal;
     return drawing;
 }
@@ -129,8 +127,8 @@ std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const Field
     WidgetDrawing& drawing = result.widgets.back();
     const FieldKind kind = kindOf(field.entries);
     const std::uint32_t flags = flagsOf(field.entries);
-    const DefaultAppearance appearance = appearanceOf(*_document, field, *drawing.widget);
-    TextStyle style{.align = alignOf(*_document, field, *drawing.widget), .size = appearance.size};
+    const DefaultAppearance defaults = appearanceOf(*_document, field, *drawing.widget);
+    TextStyle style{.align = alignOf(*_document, field, *drawing.widget), .size = defaults.size};
     const std::int64_t most = maxLengthOf(field.entries).value_or(0);
     if (kind == FieldKind::Text && (flags & Field::Multiline))
         style.kind = TextStyle::Kind::Multiline;
@@ -145,7 +143,7 @@ std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const Field
         choices.push_back({drawnText(choice.text, false), choice.isChosen});
         text += choices.back().text;
     }
-    auto lettering = letteringFor(*drawing.widget, appearance.font, text, options, result.warnings);
+    auto lettering = letteringFor(*drawing.widget, defaults.font, text, options, result.warnings);
     if (!lettering)
         return lettering.refusal();
     const WidgetLook& look = drawing.look;
@@ -156,9 +154,9 @@ std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const Field
     content.add({inset, inset, look.width - 2 * inset, look.height - 2 * inset}, "re").add("W").add("n");
     if (kind == FieldKind::ListBox) {
         scroll(field, countOfChoices(style, look, **lettering), choices, result.changes);
-        showChoices(choices, style, appearance.color, look, **lettering, content, drawing.fonts);
+        showChoices(choices, style, defaults.color, look, **lettering, content, drawing.fonts);
     } else if (!text.empty()) {
-        showText(text, style, appearance.color, look, **lettering, content, drawing.fonts);
+        showText(text, style, defaults.color, look, **lettering, content, drawing.fonts);
     }
     content.add("Q").add("EMC");
     return {};
@@ -195,13 +193,13 @@ void FieldDrawer::drawButton(const FieldNode& field, WidgetDrawing& drawing) noe
     const StandardFont& font = *StandardFont::find("ZapfDingbats");
     const CodeNames names = Host::namesOf(font.encoding());
     const auto box = font.box(names[static_cast<unsigned char>(mark[0])]);
-    const DefaultAppearance appearance = appearanceOf(*_document, field, *drawing.widget);
+    const DefaultAppearance defaults = appearanceOf(*_document, field, *drawing.widget);
     const double inset = 2 * look.inset();
     const GlyphBox around = box.value_or(GlyphBox{0, 0, 800, 700});
     const double room = std::min(look.width, look.height) - 2 * inset;
     const double fitting = room * 1000 / std::max(around.right - around.left, around.top - around.bottom);
-    const double size = std::max(appearance.size != 0 ? appearance.size : fitting, 1.0);
-    drawing.content.add("q").add("BT").add(appearance.color);
+    const double size = std::max(defaults.size != 0 ? defaults.size : fitting, 1.0);
+    drawing.content.add("q").add("BT").add(defaults.color);
     drawing.content.add(drawing.fonts.add(&font, "ZaDb") + " " + ContentText::number(size) + " Tf");
     drawing.content.add({(look.width - (around.left + around.right) * size / 1000) / 2,
                             (look.height - (around.bottom + around.top) * size / 1000) / 2},
@@ -239,16 +237,24 @@ Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictiona
     for (const char32_t c : text)
         if (c != '\n' && missing.find(c) == missing.npos && missing.size() <= mostNamed && !plain->has(c))
             missing += c;
-    if (!missing.empty() && options.engine) {
-        std::u32string wanted(text);
-        std::erase_if(wanted, [](char32_t c) { return c == '\n' || isInvisible(c); });
-        missing = options.engine->missing(wanted);
-        if (missing.empty())
-            return std::unique_ptr<Lettering>(std::make_unique<ShapedLettering>(*options.engine, _texts));
-    }
     if (missing.empty())
         return std::unique_ptr<Lettering>(std::move(plain));
-    const std::string names = namesOf(missing);
+    std::string why;
+    if (!_engine && options.engine) {
+        auto engine = options.engine();
+        if (engine)
+            _engine = std::move(*engine);
+        else
+            why = "; drawing them " + engine.refusal().message;
+    }
+    if (_engine) {
+        std::u32string wanted(text);
+        std::erase_if(wanted, [](char32_t c) { return c == '\n' || isInvisible(c); });
+        missing = _engine->missing(wanted);
+        if (missing.empty())
+            return std::unique_ptr<Lettering>(std::make_unique<ShapedLettering>(*_engine, _texts));
+    }
+    const std::string names = namesOf(missing) + why;
     if (!options.isAnyTextAllowed)
         return Refusal{Reason::Unsupported, "no font has the characters " + names};
     warnings.push_back("characters that no font has are not drawn: " + names);
@@ -317,7 +323,7 @@ std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
         if (!widget.state.empty())
             look = dictionaryValue(
                 {{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
-        widget.widget->set(appearance, dictionaryValue({{"N", look}}));
+        widget.widget->set(PDF::FormKeys::appearance, dictionaryValue({{"N", look}}));
     }
     return {};
 }

@@ -4,6 +4,7 @@
 #include <host/fields/FieldChanges.h>
 #include <host/fields/TextLayout.h>
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
 
@@ -31,8 +32,8 @@ struct FieldDrawing {
 class FieldDrawer {
 public:
     struct Options {
-        TextEngine* engine = nullptr;   // for characters that the fonts of the document don't have
-        bool isAnyTextAllowed = false;  // what can't be drawn is left out, with a warning
+        std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
+        bool isAnyTextAllowed = false; // what can't be drawn is left out, with a warning
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
@@ -60,6 +61,7 @@ private:
 
     const Ref<PDF::Document> _document;
     const Ref<PDF::Dictionary> _form;
+    std::shared_ptr<TextEngine> _engine; // null until it is needed
     EmbeddedFonts _embedded;
     GlyphTexts _texts;
     std::unordered_map<const PDF::Dictionary*, std::optional<TextFont>> _fonts;

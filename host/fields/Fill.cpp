@@ -41,7 +41,6 @@ struct FormFiller::State {
     FieldTree tree;
     std::vector<std::string> warnings;
     FieldDrawer drawer;
-    std::shared_ptr<TextEngine> engine; // the one whose fonts the document has
 
     // One after the other, so that a page of warnings of one kind is one.
     void warn(std::vector<std::string> more)
@@ -66,7 +65,7 @@ Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
     std::vector<std::string> warnings = warningsFor(*document, *tree);
     const Ref<Dictionary> form = tree->form();
     return FormFiller(std::make_unique<State>(
-        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form), nullptr}));
+        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form)}));
 }
 
 std::optional<Refusal> FormFiller::fill(
@@ -76,8 +75,6 @@ std::optional<Refusal> FormFiller::fill(
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
-    if (!_state->engine)
-        _state->engine = options.engine;
     Changes all;
     std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
@@ -88,7 +85,7 @@ std::optional<Refusal> FormFiller::fill(
         all.insert(all.end(), update->changes.begin(), update->changes.end());
         if (!isDrawn)
             continue;
-        auto drawing = _state->drawer.draw(field, *update, {_state->engine.get(), options.isAnyTextAllowed});
+        auto drawing = _state->drawer.draw(field, *update, {options.engine, options.isAnyTextAllowed});
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));

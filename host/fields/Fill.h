@@ -5,6 +5,7 @@
 #include <host/fields/FieldValue.h>
 #include <host/fonts/TextEngine.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -22,9 +23,10 @@ enum class Appearances {
 // How values are set.
 struct FillOptions {
     Appearances appearances = Appearances::Drawn;
-    // Draws texts with characters that neither the font of the field nor a standard one has. Null for none. A filler
-    // keeps to the first one that draws something.
-    std::shared_ptr<TextEngine> engine;
+    // Gives what draws texts with characters that neither the font of the field nor a standard one has, such as
+    // `Text::loadEngine` (text/Loader.h) or the reason why it can't be had. A filler asks at the first such text, and keeps
+    // to what it got. None when empty.
+    std::function<Result<std::shared_ptr<TextEngine>>()> engine;
     // Leaves out characters that can't be drawn, with a warning, where the value would be refused.
     bool isAnyTextAllowed = false;
 };

@@ -256,8 +256,8 @@ void ShapedLettering::show(std::u32string_view line, bool isRightToLeft, double 
         const TextEngine::Glyph& first = glyphs[begin];
         for (end = begin + 1; end < glyphs.size() && glyphs[end].count == 0;)
             ++end;
-        const std::u32string_view text =
-            first.first < line.size() ? line.substr(first.first, first.count) : std::u32string_view();
+        std::u32string text(first.first < line.size() ? line.substr(first.first, first.count) : std::u32string_view());
+        std::erase_if(text, isInvisible);
         // What one glyph always draws is told once for all, and else here.
         const bool isPlain = end == begin + 1 && _texts.claim(first, text);
         if (!isPlain)

@@ -150,7 +150,7 @@ TEST(Drawing, whatNoFontHasIsRefusedOrLeftOutWithAWarning)
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.refusal().message, "no font has the characters \"\xC5\x81\" (U+0141), \"\xE6\x97\xA5\" (U+65E5)");
     EXPECT_FALSE(document->changed());
-    const auto done = fill(document, "a", "a\xC5\x81", {Appearances::Drawn, nullptr, true});
+    const auto done = fill(document, "a", "a\xC5\x81", {Appearances::Drawn, {}, true});
     ASSERT_TRUE(done && done->size() == 1);
     EXPECT_EQ(drawn(document, lookOf(document)), "BT 0 g 2 6.29 Td /Helv 10 Tf (a) Tj ET ");
 }
@@ -160,7 +160,8 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     const auto engine = std::make_shared<LetterEngine>();
     const auto document = formWith("/FT /Tx");
     auto filler = FormFiller::create(document);
-    const FillOptions options{Appearances::Drawn, engine, false};
+    const FillOptions options{
+        Appearances::Drawn, [&] { return Result<std::shared_ptr<TextEngine>>(engine); }, false};
     ASSERT_FALSE(filler->fill("a", "\xC5\x81" "fi", options)); // U+0141, as glyph 0x41
     const std::string both = drawn(document, lookOf(document));
     EXPECT_NE(both.find("[<00410066>] TJ"), std::string::npos) << both;
