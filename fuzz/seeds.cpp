@@ -80,6 +80,30 @@ void addEditing(const std::filesystem::path& folder)
         large.add(name, edit(every, file));
 }
 
+// Forms of one field, as the target `looks` reads them.
+void addLooks(const std::filesystem::path& folder)
+{
+    Folder looks(folder, "looks");
+    const std::string widgets[] = {"/Ff 4096 /DA (/F 12 Tf 1 0 0 rg) /Q 1 /MK << /BC [ 1 0 0 ] /BG [ 0.5 ] /R 90 >>",
+        "/Ff 16777216 /MaxLen 9 /BS << /W 3 /S /I >>", "/Ff 8192 /DA (/Helv -1 Tf)", "/FT /Ch /Opt [ (a) [ (b) (c) ] ]",
+        "/FT /Ch /Ff 131072 /Opt [ (a) ] /Border [ 0 0 9 ]", "/FT /Btn /MK << /CA (8) >>",
+        "/FT /Btn /Ff 32768 /MK << /BG [ 1 1 1 0 ] >> /BS << /S /D /D [ 2 1 ] >>", "/Rect [ 5 5 0.5 0.25 ]"};
+    const std::string fonts[] = {"/Subtype /Type1 /FirstChar 65 /Widths [ 500 600 ] /Encoding /WinAnsiEncoding",
+        "/Subtype /TrueType /FirstChar 97 /Widths [ 500 600 ] /Encoding << /Differences [ 65 /a /Lslash ] >>",
+        "/Subtype /Type0 /Encoding /Identity-H /DescendantFonts [ << /FontDescriptor 5 0 R /W [ 1 [ 5 ] 65 90 500 ] >> ]"};
+    const std::string map = "1 begincodespacerange <00> <FF> endcodespacerange 2 beginbfchar <41> <0041> <0042> <D83DDE00> "
+                            "endbfchar 1 beginbfrange <0043> <0049> <0043> endbfrange";
+    unsigned number = 0;
+    for (const std::string& widget : widgets)
+        for (const std::string& font : fonts) {
+            const std::string value = number % 2 == 0 ? "AB ab\n\xC5\x81\xE6\x97\xA5 (x)" : "a";
+            looks.add(std::to_string(number), std::string{char(number % 4), char(value.size())} + value + widget + '\0' + font
+                    + '\0' + "/Flags 32 /FontBBox [ -100 -200 900 900 ] /FontFile2 7 0 R" + '\0' + map + '\0'
+                    + std::string("\0\1\0\0\0\1", 6));
+            ++number;
+        }
+}
+
 // Inputs whose bytes count through what the target does: first small numbers, then large ones.
 void addCounting(const std::filesystem::path& folder, const char* target)
 {
@@ -117,6 +141,7 @@ int main(int argc, char** argv)
 #endif
     addEditing(folder);
     addCounting(folder, "decode");
+    addLooks(folder);
     addCounting(folder, "stripes");
     addCounting(folder, "text");
     return Folder::isGood ? 0 : 1;
