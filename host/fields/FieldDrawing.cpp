@@ -71,9 +71,11 @@ DefaultAppearance appearanceOf(const PDF::Document& document, const FieldNode& f
         const auto bytes = string ? PDF::exactBytes(*string) : std::nullopt;
         return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
     };
-    const auto own = PDF::resolveEntryAs<PDF::String>(document, widget, PDF::FormKeys::defaultAppearance);
-    return DefaultAppearance::read(
-        bytesOf(own ? own : field.entries.as<PDF::String>(Inherited::DefaultAppearance)));
+    const Ref<PDF::Value> own = resolvePresent(document, widget.find(PDF::FormKeys::defaultAppearance));
+    const Ref<PDF::Value> entry = own ? own : field.entries[Inherited::DefaultAppearance];
+    // Some writers make a name of it.
+    const std::string name = nameOf(document, entry);
+    return DefaultAppearance::read(name.empty() ? bytesOf(PDF::valueAs<PDF::String>(entry)) : "/" + name);
 }
 
 bool isRound(const PDF::Document& document, const PDF::Dictionary& widget, FieldKind kind)
@@ -100,6 +102,8 @@ Result<FieldDrawing> FieldDrawer::draw(
         if (isButton && (i >= update.drawnStates.size() || update.drawnStates[i].empty()))
             continue;
         const Ref<PDF::Dictionary>& widget = field.widgets[i];
+        if (options.areLooksKept && widget->find(PDF::FormKeys::appearance))
+            continue;
         const std::optional<WidgetLook> look = WidgetLook::read(*_document, *widget);
         if (!look) {
             if (widget->find(::String::create("Rect")))

@@ -4,6 +4,7 @@
 #include <host/fields/FieldChanges.h>
 #include <host/fields/TextLayout.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <unordered_map>
@@ -26,6 +27,12 @@ struct FieldDrawing {
     std::vector<WidgetDrawing> widgets;
     Changes changes; // besides
     std::vector<std::string> warnings;
+
+    // Whether an engine drew something.
+    bool isShaped() const noexcept
+    {
+        return std::any_of(widgets.begin(), widgets.end(), [](const auto& widget) { return !widget.fonts.glyphs.empty(); });
+    }
 };
 
 // Draws the fields of one document, with the fonts that it has.
@@ -34,6 +41,7 @@ public:
     struct Options {
         std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
         bool isAnyTextAllowed = false; // what can't be drawn is left out, with a warning
+        bool areLooksKept = false;     // only widgets without any are drawn
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;

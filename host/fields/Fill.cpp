@@ -4,10 +4,13 @@
 #include <forms/FormKeys.h>
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
+#include <host/fields/TextString.h>
 #include <platform/Limits.h>
+#include <values/Array.h>
 #include <values/BooleanObj.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace Host {
 
@@ -34,6 +37,33 @@ bool isTrue(const Document& document, const Dictionary& form)
     return flag && flag->value();
 }
 
+// What a field with a text or choices comes to as it is; absent for any other.
+std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field)
+{
+    FieldTexts texts;
+    const auto add = [&](const Ref<Value>& value) {
+        if (const auto string = resolveAs<PDF::String>(document, value))
+            texts.push_back(textOf(*string));
+    };
+    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
+    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+        add(array->get(i));
+    if (!array)
+        add(field.entries[Inherited::Value]);
+    const FieldKind kind = kindOf(field.entries);
+    const bool isText = kind == FieldKind::Text;
+    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
+        return {};
+    const std::string first = texts.empty() ? "" : texts.front();
+    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
+    FieldUpdate result;
+    if (update)
+        result = *update;
+    else
+        result.text = first;
+    return result;
+}
+
 } // namespace
 
 struct FormFiller::State {
@@ -42,6 +72,20 @@ struct FormFiller::State {
     std::vector<std::string> warnings;
     FieldDrawer drawer;
 
+    bool areAllDrawn = false; // that had no looks
+
+    // Looks for all fields that have none, and viewers don't draw any.
+    void keepLooks(const FillOptions& options)
+    {
+        if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
+            return;
+        for (const FieldNode& field : tree.fields())
+            if (const auto update = presentUpdate(*document, field))
+                if (auto drawing = drawer.draw(field, *update, {options.engine, true, true}))
+                    drawer.commit(*drawing);
+        tree.form()->set(FormKeys::needAppearances, nullptr);
+        warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
+    }
     // One after the other, so that a page of warnings of one kind is one.
     void warn(std::vector<std::string> more)
     {
@@ -100,6 +144,8 @@ std::optional<Refusal> FormFiller::fill(
     }
     for (Change& change : all)
         change.dictionary->set(change.key, std::move(change.value));
+    if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
+        _state->keepLooks(options);
     return {};
 }
 

@@ -59,8 +59,10 @@ public:
     // by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background and border of
     // `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard one. Buttons keep
     // the looks that they have; one without gets some, and "Yes" as its state, or one of "0", "1" and so on for
-    // several widgets. Refused with `Unsupported`: characters that no font has, each by name. `NeedAppearances` stays as
-    // it is then.
+    // several widgets. Refused with `Unsupported`: characters that no font has, each by name.
+    //
+    // `NeedAppearances` stays as it is then, but when the engine drew something: viewers that draw all fields anew would
+    // lose these characters. It goes with a warning, and fields without looks get some.
     std::optional<Refusal> fill(
         const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
 
