@@ -14,7 +14,7 @@ constexpr const char* libraryName = "libfiles-pdf-text.so." FILES_PDF_SOVERSION;
 
 Host::Refusal unsupported(const std::string& why)
 {
-    return {Host::Reason::Unsupported, "needs libfiles-pdf-text, which " + why};
+    return {Host::Reason::Unsupported, "text in other fonts needs libfiles-pdf-text, which " + why};
 }
 
 } // namespace

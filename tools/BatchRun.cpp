@@ -41,7 +41,7 @@ public:
                 return refusal;
             }
         warn(filler->warnings());
-        return {};
+        return filler->finish();
     }
     // The foreign document is the job's own, too: it holds its streams once they were read, so that no two
     // threads may use it.

@@ -42,6 +42,7 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
             engine = *loaded;
         return loaded;
     };
+    result.areFontsLater = true;
     result.isAnyTextAllowed = line.has("--any-text");
     return result;
 }

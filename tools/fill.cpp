@@ -85,6 +85,8 @@ int fill(const CommandLine& line, const Console& console)
         return console.refuse(in, filler.refusal());
     if (const auto status = fillAll(console, in, *filler, values, *options))
         return *status;
+    if (const auto refusal = filler->finish())
+        return console.refuse(in, *refusal);
     for (const std::string& warning : filler->warnings())
         console.warn(in, warning);
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));

@@ -4,6 +4,7 @@
 #include <values/String.h>
 
 #include <algorithm>
+#include <set>
 
 namespace Host {
 
@@ -76,66 +77,78 @@ Ref<PDF::Value> text(const char* characters)
 
 } // namespace
 
-std::optional<Refusal> EmbeddedFonts::prepare(
-    TextEngine& engine, const GlyphTexts& texts, const std::vector<TextEngine::Glyph>& glyphs) noexcept
+std::optional<Refusal> EmbeddedFonts::prepare(TextEngine& engine, const GlyphTexts& texts,
+    const std::vector<TextEngine::Glyph>& glyphs, Programs programs) noexcept
 {
-    std::map<std::uint32_t, std::map<std::uint32_t, Used>> added;
+    std::set<std::uint32_t> changed;
     for (const TextEngine::Glyph& glyph : glyphs) {
-        const auto font = _fonts.find(glyph.font);
-        const Used used{glyph.width, texts.find(glyph.font, glyph.id)};
-        const bool isNew = font == _fonts.end() || !font->second.glyphs.contains(glyph.id)
-            || font->second.glyphs.at(glyph.id).text != used.text;
-        if (isNew)
-            added[glyph.font][glyph.id] = used;
+        const auto [font, isNewFont] = _fonts.try_emplace(glyph.font);
+        if (isNewFont)
+            font->second.facts = engine.font(glyph.font);
+        const auto [used, isNewGlyph] = font->second.glyphs.try_emplace(glyph.id);
+        std::u32string text = texts.find(glyph.font, glyph.id);
+        if (!isNewGlyph && used->second.text == text)
+            continue;
+        used->second = {glyph.width, std::move(text)};
+        font->second.isProgramDue |= isNewGlyph;
+        font->second.isChanged = true;
+        changed.insert(glyph.font);
     }
-    std::map<std::uint32_t, Embedded> fonts;
-    for (auto& [number, more] : added) {
-        const auto known = _fonts.find(number);
-        Embedded font;
-        if (known != _fonts.end())
-            font = known->second;
-        else
-            font.facts = engine.font(number);
-        const std::size_t count = font.glyphs.size();
-        for (auto& [id, used] : more)
-            font.glyphs[id] = std::move(used);
-        font.isChanged = true;
-        std::vector<std::uint32_t> ids;
-        for (const auto& [id, used] : font.glyphs)
-            ids.push_back(id);
-        if (ids.size() != count) {
-            Result<std::string> program = engine.subset(number, ids);
-            if (!program)
-                return program.refusal();
-            font.program = std::move(*program);
-        }
-        fonts.emplace(number, std::move(font));
-    }
-    for (auto& [number, font] : fonts)
-        _fonts[number] = std::move(font);
+    if (programs == Programs::AtOnce)
+        for (const std::uint32_t number : changed)
+            if (auto refusal = _fonts.at(number).makeProgram(engine, number))
+                return refusal;
+    return {};
+}
+
+std::optional<Refusal> EmbeddedFonts::preparePrograms(TextEngine& engine) noexcept
+{
+    for (auto& [number, font] : _fonts)
+        if (auto refusal = font.makeProgram(engine, number))
+            return refusal;
+    return {};
+}
+
+std::optional<Refusal> EmbeddedFonts::Embedded::makeProgram(TextEngine& engine, std::uint32_t number) noexcept
+{
+    if (!isProgramDue)
+        return {};
+    std::vector<std::uint32_t> ids;
+    for (const auto& [id, used] : glyphs)
+        ids.push_back(id);
+    Result<std::string> made = engine.subset(number, ids);
+    if (!made)
+        return made.refusal();
+    program = std::move(*made);
+    isProgramDue = false;
+    isChanged = true;
     return {};
 }
 
 bool EmbeddedFonts::commit() noexcept
 {
-    for (auto& [number, font] : _fonts)
-        if (font.isChanged) {
-            if (!(font.reference ? update(font) : create(font)))
-                return false;
-            font.isChanged = false;
-            font.program.reset();
-        }
+    for (auto& [number, font] : _fonts) {
+        if (!font.reference && !create(font))
+            return false;
+        if (!font.isChanged || font.isProgramDue)
+            continue;
+        if (!update(font))
+            return false;
+        font.isChanged = false;
+        font.program.reset();
+    }
     return true;
 }
 
 bool EmbeddedFonts::create(Embedded& font) noexcept
 {
+    const std::string placeholder(1024, ' '); // long enough to be a compressed stream
     const Ref<PDF::Dictionary> descriptor = descriptorOf(font.facts);
     const Ref<PDF::Dictionary> programEntries = font.facts.isCompact
         ? dictionaryValue({{"Subtype", nameValue("CIDFontType0C")}})
-        : dictionaryValue({{"Length1", numberValue(double(font.program->size()))}});
-    font.programStream = streamValue(_document, programEntries, *font.program);
-    font.characterMap = streamValue(_document, PDF::Dictionary::create(), std::string(1024, ' '));
+        : PDF::Dictionary::create();
+    font.programStream = streamValue(_document, programEntries, placeholder);
+    font.characterMap = streamValue(_document, PDF::Dictionary::create(), placeholder);
     if (!font.programStream || !font.characterMap)
         return false;
     descriptor->set(::String::create(font.facts.isCompact ? "FontFile3" : "FontFile2"),
@@ -153,11 +166,8 @@ bool EmbeddedFonts::create(Embedded& font) noexcept
         {"Encoding", nameValue("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
     composite->set(::String::create("DescendantFonts"),
         PDF::Array::create(std::vector<Ref<PDF::Value>>{PDF::addObject(_document, font.descendant)}));
-    font.program.reset();
-    if (!update(font))
-        return false;
     font.reference = PDF::addObject(_document, composite);
-    return true;
+    return bool(font.reference);
 }
 
 bool EmbeddedFonts::update(Embedded& font) noexcept

@@ -12,9 +12,15 @@ class EmbeddedFonts {
 public:
     explicit EmbeddedFonts(Ref<PDF::Document> document) noexcept : _document(std::move(document)) {}
 
-    // Makes the subsets that have the glyphs, too; the document stays as it is. Refused as by the engine.
-    std::optional<Refusal> prepare(
-        TextEngine& engine, const GlyphTexts& texts, const std::vector<TextEngine::Glyph>& glyphs) noexcept;
+    // When the programs of the fonts are made.
+    enum class Programs { AtOnce, Later };
+
+    // Takes the glyphs in, and makes the subsets that have them, too; the document stays as it is. Refused as by the
+    // engine.
+    std::optional<Refusal> prepare(TextEngine& engine, const GlyphTexts& texts,
+        const std::vector<TextEngine::Glyph>& glyphs, Programs programs) noexcept;
+    // Makes the subsets that were left for later.
+    std::optional<Refusal> preparePrograms(TextEngine& engine) noexcept;
     // Brings them into the document. False with a code when a stream can't be made.
     bool commit() noexcept;
     // What an appearance refers to; only after `commit`.
@@ -30,9 +36,12 @@ private:
         std::map<std::uint32_t, Used> glyphs;
         std::optional<std::string> program; // that is to be brought into the document
         bool isChanged = false;
+        bool isProgramDue = false; // it lacks glyphs
         Ref<PDF::Value> reference; // of the composite font; null before the first time
         Ref<PDF::Dictionary> descendant;
         Ref<PDF::Stream> programStream, characterMap;
+
+        std::optional<Refusal> makeProgram(TextEngine& engine, std::uint32_t number) noexcept;
     };
     bool create(Embedded& font) noexcept;
     bool update(Embedded& font) noexcept;

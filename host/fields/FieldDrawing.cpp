@@ -110,6 +110,10 @@ Result<FieldDrawing> FieldDrawer::draw(
                 drawing.warnings.push_back(field.path + " is not drawn: its rectangle has no area");
             continue;
         }
+        const bool isSeen = !update.text.empty() || !update.choices.empty() || !look->borderColor.empty()
+            || !look->background.empty();
+        if (options.areLooksKept && !isSeen)
+            continue;
         drawing.widgets.push_back({widget, *look, {}, {}, isButton ? update.drawnStates[i] : "", {}});
         if (isButton)
             drawButton(field, drawing.widgets.back());
@@ -119,8 +123,10 @@ Result<FieldDrawing> FieldDrawer::draw(
     std::vector<TextEngine::Glyph> glyphs;
     for (const WidgetDrawing& widget : drawing.widgets)
         glyphs.insert(glyphs.end(), widget.fonts.glyphs.begin(), widget.fonts.glyphs.end());
+    using Programs = EmbeddedFonts::Programs;
     if (!glyphs.empty())
-        if (auto refusal = _embedded.prepare(*_engine, _texts, glyphs))
+        if (auto refusal = _embedded.prepare(
+                *_engine, _texts, glyphs, options.areFontsLater ? Programs::Later : Programs::AtOnce))
             return *refusal;
     return drawing;
 }
@@ -249,7 +255,7 @@ Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictiona
         if (engine)
             _engine = std::move(*engine);
         else
-            why = "; drawing them " + engine.refusal().message;
+            why = "; " + engine.refusal().message;
     }
     if (_engine) {
         std::u32string wanted(text);
@@ -330,6 +336,15 @@ std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
         widget.widget->set(PDF::FormKeys::appearance, dictionaryValue({{"N", look}}));
     }
     return {};
+}
+
+std::optional<Refusal> FieldDrawer::finish() noexcept
+{
+    if (!_engine)
+        return {};
+    if (auto refusal = _embedded.preparePrograms(*_engine))
+        return refusal;
+    return _embedded.commit() ? std::nullopt : std::optional(codeRefusal(Error::get(), "a font can't be embedded: "));
 }
 
 // A form XObject of its own.

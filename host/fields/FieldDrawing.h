@@ -41,7 +41,8 @@ public:
     struct Options {
         std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
         bool isAnyTextAllowed = false; // what can't be drawn is left out, with a warning
-        bool areLooksKept = false;     // only widgets without any are drawn
+        bool areFontsLater = false;    // `finish` embeds them
+        bool areLooksKept = false;     // only widgets without any are drawn, where something is to be seen
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
@@ -51,6 +52,8 @@ public:
     Result<FieldDrawing> draw(const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept;
     // Gives the widgets their looks. The code when there is no room for data; then some of them may have them.
     std::optional<Refusal> commit(FieldDrawing& drawing) noexcept;
+    // Embeds the fonts that were left for later.
+    std::optional<Refusal> finish() noexcept;
 
 private:
     // Both draw the last widget of the drawing.

@@ -81,7 +81,7 @@ struct FormFiller::State {
             return;
         for (const FieldNode& field : tree.fields())
             if (const auto update = presentUpdate(*document, field))
-                if (auto drawing = drawer.draw(field, *update, {options.engine, true, true}))
+                if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
                     drawer.commit(*drawing);
         tree.form()->set(FormKeys::needAppearances, nullptr);
         warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
@@ -129,7 +129,7 @@ std::optional<Refusal> FormFiller::fill(
         all.insert(all.end(), update->changes.begin(), update->changes.end());
         if (!isDrawn)
             continue;
-        auto drawing = _state->drawer.draw(field, *update, {options.engine, options.isAnyTextAllowed});
+        auto drawing = _state->drawer.draw(field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
@@ -147,6 +147,11 @@ std::optional<Refusal> FormFiller::fill(
     if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
         _state->keepLooks(options);
     return {};
+}
+
+std::optional<Refusal> FormFiller::finish() noexcept
+{
+    return _state->drawer.finish();
 }
 
 const std::vector<std::string>& FormFiller::warnings() const noexcept

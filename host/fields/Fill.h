@@ -29,6 +29,9 @@ struct FillOptions {
     std::function<Result<std::shared_ptr<TextEngine>>()> engine;
     // Leaves out characters that can't be drawn, with a warning, where the value would be refused.
     bool isAnyTextAllowed = false;
+    // Leaves the fonts of texts that the engine draws to `FormFiller::finish`, for many texts: else each text with new
+    // characters makes a new subset. Before that the fonts in the document are of no use.
+    bool areFontsLater = false;
 };
 
 // Sets values of the form of one document. It looks for the fields once, when it is created, so that filling
@@ -65,6 +68,10 @@ public:
     // lose these characters. It goes with a warning, and fields without looks get some.
     std::optional<Refusal> fill(
         const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
+
+    // Embeds the fonts that were left for later; nothing is left to be done without any. Refused as by the engine, or with
+    // the code of a stream that can't be made; then the document is of no use.
+    std::optional<Refusal> finish() noexcept;
 
     // What people should know before the filled form goes out: that a signature becomes invalid, that the
     // document has another form, which keeps the old values, or that something isn't drawn. One line each.

@@ -151,7 +151,7 @@ TEST(Drawing, whatNoFontHasIsRefusedOrLeftOutWithAWarning)
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.refusal().message, "no font has the characters \"\xC5\x81\" (U+0141), \"\xE6\x97\xA5\" (U+65E5)");
     EXPECT_FALSE(document->changed());
-    const auto done = fill(document, "a", "a\xC5\x81", {Appearances::Drawn, {}, true});
+    const auto done = fill(document, "a", "a\xC5\x81", {Appearances::Drawn, {}, true, false});
     ASSERT_TRUE(done && done->size() == 1);
     EXPECT_EQ(drawn(document, lookOf(document)), "BT 0 g 2 6.29 Td /Helv 10 Tf (a) Tj ET ");
 }
@@ -162,7 +162,7 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     const auto document = formWith("/FT /Tx");
     auto filler = FormFiller::create(document);
     const FillOptions options{
-        Appearances::Drawn, [&] { return Result<std::shared_ptr<TextEngine>>(engine); }, false};
+        Appearances::Drawn, [&] { return Result<std::shared_ptr<TextEngine>>(engine); }, false, false};
     ASSERT_FALSE(filler->fill("a", "\xC5\x81" "fi", options)); // U+0141, as glyph 0x41
     const std::string both = drawn(document, lookOf(document));
     EXPECT_NE(both.find("[<00410066>] TJ"), std::string::npos) << both;
@@ -171,6 +171,14 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     EXPECT_NE(drawn(document, lookOf(document)).find("/Span <</ActualText <FEFF0066>>> BDC [<0066>] TJ EMC"), std::string::npos);
     ASSERT_FALSE(filler->fill("a", "\xC5\x81" "Q", options));
     EXPECT_EQ(engine->subsets, 2);
+    FillOptions later = options;
+    later.areFontsLater = true;
+    for (const char* text : {"\xC5\x81 x", "\xC5\x81 y"})
+        ASSERT_FALSE(filler->fill("a", text, later));
+    EXPECT_EQ(engine->subsets, 2);
+    ASSERT_FALSE(filler->finish() || filler->finish());
+    EXPECT_EQ(engine->subsets, 3);
+    ASSERT_FALSE(filler->fill("a", "\xC5\x81" "Q", options));
     EXPECT_NE(drawn(document, lookOf(document)).find("<FEFF0051>>> BDC [<0051>] TJ 0.5 Ts"), std::string::npos)
         << drawn(document, lookOf(document));
     EXPECT_TRUE(filler->fill("a", "\xC5\x81!", options));
@@ -187,7 +195,7 @@ TEST(Drawing, viewersDoNotDrawAnewWhatAnEngineDrew)
     const auto document = Tests::open(formFile("/NeedAppearances true /DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ]",
         {field + "(a) /V (seen) >>", field + "(b) >>"}));
     const FillOptions options{
-        Appearances::Drawn, [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false};
+        Appearances::Drawn, [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false, false};
     const auto asksViewers = [&] {
         const auto form = document->getCatalog()->valueAsDictionary()->findAsDictionary(Tests::text("AcroForm"), true);
         return bool(form->find(Tests::text("NeedAppearances")));

@@ -162,7 +162,7 @@ TEST(Fill, viewersAreAskedToDrawWhereTheCallerSaysSo)
     };
     for (const auto& [entry, appearances, after] : cases) {
         const auto document = Tests::open(formFile(entry + "/Fields [ 3 0 R ]", {"<< /FT /Tx /T (a) >>", "false"}));
-        EXPECT_TRUE(fill(document, "a", "x", {appearances, {}, false}));
+        EXPECT_TRUE(fill(document, "a", "x", {appearances, {}, false, false}));
         const auto form = document->getCatalog()->valueAsDictionary()->find(Tests::text("AcroForm"));
         EXPECT_EQ(valueText(document, form), after);
     }
