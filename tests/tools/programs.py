@@ -129,6 +129,26 @@ class Programs(unittest.TestCase):
             self.assertEqual(got, status, line)
             self.assertIn(words, err.decode(), line)
 
+    def test_what_is_filled_in_is_drawn(self):
+        def fill(*operands):
+            status, _, err = run("fill", "form.pdf", "drawn.pdf", *operands)
+            with open("drawn.pdf", "rb") as file:
+                return status, file.read(), err.decode()
+
+        status, drawn, _ = fill("order=A 7")
+        self.assertEqual((status, drawn.count(b"(A 7) Tj"), drawn.count(b"/NeedAppearances")), (0, 1, 0))
+        self.assertIn(b"/NeedAppearances true", fill("--viewer-looks", "order=A 7")[1])
+        self.assertNotIn(b"(A 7) Tj", fill("--keep-looks", "order=A 7")[1])
+        self.assertEqual(run("fill", "--keep-looks", "--viewer-looks", "form.pdf", "out.pdf")[0], 2)
+        # A character that no font has, and a font that can't be had.
+        status, _, err = run("fill", "form.pdf", "out.pdf", "order=\U0010FFFD")
+        self.assertEqual(status, 1)
+        self.assertIn("(U+10FFFD)", err.decode())
+        status, drawn, err = fill("--any-text", "order=x\U0010FFFD")
+        self.assertEqual(status, 0)
+        self.assertIn("(U+10FFFD)", err)
+        os.remove("drawn.pdf")
+
     def test_json_is_as_its_document_says(self):
         document = (TREE / "docs/json.md").read_text()
         run("recompress", "--flate", "form.pdf", "odd.pdf")
