@@ -63,11 +63,11 @@ Ref<PDF::Dictionary> descriptorOf(const TextEngine::Font& font)
     constexpr int fixedPitch = 1, serif = 2, symbolic = 4, italic = 64;
     const int flags = symbolic | (font.isFixedPitch ? fixedPitch : 0) | (font.isSerif ? serif : 0)
         | (font.isItalic ? italic : 0);
-    return dictionaryValue({{"Type", nameValue("FontDescriptor")}, {"FontName", nameValue(tagged(font.name))},
-        {"Flags", numberValue(flags)}, {"FontBBox", numbersValue({font.box.begin(), font.box.end()})},
-        {"ItalicAngle", numberValue(font.italicAngle)}, {"Ascent", numberValue(font.ascent)},
-        {"Descent", numberValue(font.descent)}, {"CapHeight", numberValue(font.capHeight)},
-        {"StemV", numberValue(font.isBold ? 140 : 80)}});
+    return newDictionary({{"Type", newName("FontDescriptor")}, {"FontName", newName(tagged(font.name))},
+        {"Flags", newNumber(flags)}, {"FontBBox", newNumbers({font.box.begin(), font.box.end()})},
+        {"ItalicAngle", newNumber(font.italicAngle)}, {"Ascent", newNumber(font.ascent)},
+        {"Descent", newNumber(font.descent)}, {"CapHeight", newNumber(font.capHeight)},
+        {"StemV", newNumber(font.isBold ? 140 : 80)}});
 }
 
 Ref<PDF::Value> text(const char* characters)
@@ -145,25 +145,25 @@ bool EmbeddedFonts::create(Embedded& font) noexcept
     const std::string placeholder(1024, ' '); // long enough to be a compressed stream
     const Ref<PDF::Dictionary> descriptor = descriptorOf(font.facts);
     const Ref<PDF::Dictionary> programEntries = font.facts.isCompact
-        ? dictionaryValue({{"Subtype", nameValue("CIDFontType0C")}})
+        ? newDictionary({{"Subtype", newName("CIDFontType0C")}})
         : PDF::Dictionary::create();
-    font.programStream = streamValue(_document, programEntries, placeholder);
-    font.characterMap = streamValue(_document, PDF::Dictionary::create(), placeholder);
+    font.programStream = newStream(_document, programEntries, placeholder);
+    font.characterMap = newStream(_document, PDF::Dictionary::create(), placeholder);
     if (!font.programStream || !font.characterMap)
         return false;
     descriptor->set(::String::create(font.facts.isCompact ? "FontFile3" : "FontFile2"),
         PDF::addObject(_document, font.programStream));
-    font.descendant = dictionaryValue({{"Type", nameValue("Font")},
-        {"Subtype", nameValue(font.facts.isCompact ? "CIDFontType0" : "CIDFontType2")},
-        {"BaseFont", nameValue(tagged(font.facts.name))},
-        {"CIDSystemInfo", dictionaryValue({{"Registry", text("Adobe")}, {"Ordering", text("Identity")},
-                              {"Supplement", numberValue(0)}})},
-        {"FontDescriptor", PDF::addObject(_document, descriptor)}, {"DW", numberValue(0)}});
+    font.descendant = newDictionary({{"Type", newName("Font")},
+        {"Subtype", newName(font.facts.isCompact ? "CIDFontType0" : "CIDFontType2")},
+        {"BaseFont", newName(tagged(font.facts.name))},
+        {"CIDSystemInfo", newDictionary({{"Registry", text("Adobe")}, {"Ordering", text("Identity")},
+                              {"Supplement", newNumber(0)}})},
+        {"FontDescriptor", PDF::addObject(_document, descriptor)}, {"DW", newNumber(0)}});
     if (!font.facts.isCompact)
-        font.descendant->set(::String::create("CIDToGIDMap"), nameValue("Identity"));
-    const Ref<PDF::Dictionary> composite = dictionaryValue({{"Type", nameValue("Font")},
-        {"Subtype", nameValue("Type0")}, {"BaseFont", nameValue(tagged(font.facts.name))},
-        {"Encoding", nameValue("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
+        font.descendant->set(::String::create("CIDToGIDMap"), newName("Identity"));
+    const Ref<PDF::Dictionary> composite = newDictionary({{"Type", newName("Font")},
+        {"Subtype", newName("Type0")}, {"BaseFont", newName(tagged(font.facts.name))},
+        {"Encoding", newName("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
     composite->set(::String::create("DescendantFonts"),
         PDF::Array::create(std::vector<Ref<PDF::Value>>{PDF::addObject(_document, font.descendant)}));
     font.reference = PDF::addObject(_document, composite);
@@ -175,7 +175,7 @@ bool EmbeddedFonts::update(Embedded& font) noexcept
     if (font.program) {
         if (!font.facts.isCompact)
             font.programStream->dict()->set(
-                ::String::create("Length1"), numberValue(double(font.program->size())));
+                ::String::create("Length1"), newNumber(double(font.program->size())));
         if (!replaceData(_document, font.programStream, *font.program))
             return false;
     }
@@ -187,11 +187,11 @@ bool EmbeddedFonts::update(Embedded& font) noexcept
         if (!used.text.empty())
             texts.emplace_back(id, used.text);
         if (list.empty())
-            widths.push_back(numberValue(id));
+            widths.push_back(newNumber(id));
         list.push_back(used.width);
         const auto next = std::next(glyph);
         if (next == font.glyphs.end() || next->first != id + 1) {
-            widths.push_back(numbersValue(list));
+            widths.push_back(newNumbers(list));
             list.clear();
         }
     }

@@ -184,7 +184,7 @@ void FieldDrawer::scroll(
     if (chosen != choices.end() && (saysTop || first >= room)) {
         choices.erase(choices.begin(), chosen);
         if (!saysTop)
-            changes.push_back({field.dictionary, topIndex, numberValue(double(first))});
+            changes.push_back({field.dictionary, topIndex, newNumber(double(first))});
     }
     choices.resize(std::min(choices.size(), room));
 }
@@ -278,7 +278,7 @@ Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::
         return nullptr;
     const auto look = [&](const Ref<PDF::Dictionary>& resources) -> Ref<PDF::Value> {
         const auto fonts = resources ? valueAt<PDF::Dictionary>(*_document, *resources, "Font") : nullptr;
-        const Ref<PDF::Name> key = PDF::valueAs<PDF::Name>(nameValue(name));
+        const Ref<PDF::Name> key = PDF::valueAs<PDF::Name>(newName(name));
         const Ref<PDF::Value> entry = fonts && key ? fonts->find(key->value()) : nullptr;
         return entry && PDF::resolveAs<PDF::Dictionary>(*_document, entry) ? entry : nullptr;
     };
@@ -331,9 +331,9 @@ std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
         if (!look)
             return codeRefusal(Error::get(), "an appearance can't be made: ");
         if (!widget.state.empty())
-            look = dictionaryValue(
+            look = newDictionary(
                 {{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
-        widget.widget->set(PDF::FormKeys::appearance, dictionaryValue({{"N", look}}));
+        widget.widget->set(PDF::FormKeys::appearance, newDictionary({{"N", look}}));
     }
     return {};
 }
@@ -352,15 +352,15 @@ Ref<PDF::Value> FieldDrawer::formOf(const WidgetDrawing& drawing, const ContentT
 {
     const Ref<PDF::Dictionary> fonts = PDF::Dictionary::create();
     for (const AppearanceFonts::Entry& entry : drawing.fonts.entries())
-        fonts->set(PDF::valueAs<PDF::Name>(nameValue(entry.name))->value(), sourceValue(entry.source));
+        fonts->set(PDF::valueAs<PDF::Name>(newName(entry.name))->value(), sourceValue(entry.source));
     const Ref<PDF::Dictionary> resources = PDF::Dictionary::create();
     if (!drawing.fonts.entries().empty())
         resources->set(::String::create("Font"), fonts);
-    const Ref<PDF::Dictionary> entries = dictionaryValue({{"Type", nameValue("XObject")}, {"Subtype", nameValue("Form")},
-        {"BBox", numbersValue({0, 0, drawing.look.width, drawing.look.height})}, {"Resources", resources}});
+    const Ref<PDF::Dictionary> entries = newDictionary({{"Type", newName("XObject")}, {"Subtype", newName("Form")},
+        {"BBox", newNumbers({0, 0, drawing.look.width, drawing.look.height})}, {"Resources", resources}});
     if (drawing.look.rotation != 0)
-        entries->set(::String::create("Matrix"), numbersValue(drawing.look.matrix()));
-    const Ref<PDF::Stream> stream = streamValue(_document, entries, content.text());
+        entries->set(::String::create("Matrix"), newNumbers(drawing.look.matrix()));
+    const Ref<PDF::Stream> stream = newStream(_document, entries, content.text());
     return stream ? Ref<PDF::Value>(PDF::addObject(_document, stream)) : nullptr;
 }
 

@@ -27,7 +27,7 @@ Ref<MemoryStream> bytesOf(std::string_view data)
 
 } // namespace
 
-Ref<PDF::Value> numberValue(double number) noexcept
+Ref<PDF::Value> newNumber(double number) noexcept
 {
     const auto scaled = static_cast<std::int64_t>(std::llround(number * unit));
     auto fraction = static_cast<std::uint64_t>(std::abs(scaled) % unit);
@@ -42,15 +42,15 @@ Ref<PDF::Value> numberValue(double number) noexcept
     return make<PDF::NumberObj>(scaled / unit, fraction, spelling);
 }
 
-Ref<PDF::Value> numbersValue(const std::vector<double>& numbers) noexcept
+Ref<PDF::Value> newNumbers(const std::vector<double>& numbers) noexcept
 {
     std::vector<Ref<PDF::Value>> values;
     for (const double number : numbers)
-        values.push_back(numberValue(number));
+        values.push_back(newNumber(number));
     return PDF::Array::create(values);
 }
 
-Ref<PDF::Value> nameValue(std::string_view name) noexcept
+Ref<PDF::Value> newName(std::string_view name) noexcept
 {
     constexpr char digits[] = "0123456789ABCDEF";
     std::string text;
@@ -62,7 +62,7 @@ Ref<PDF::Value> nameValue(std::string_view name) noexcept
     return PDF::Name::create(::String::create(text.c_str()));
 }
 
-Ref<PDF::Dictionary> dictionaryValue(std::initializer_list<std::pair<const char*, Ref<PDF::Value>>> entries) noexcept
+Ref<PDF::Dictionary> newDictionary(std::initializer_list<std::pair<const char*, Ref<PDF::Value>>> entries) noexcept
 {
     Ref<PDF::Dictionary> dictionary = PDF::Dictionary::create();
     for (const auto& [key, value] : entries)
@@ -70,12 +70,12 @@ Ref<PDF::Dictionary> dictionaryValue(std::initializer_list<std::pair<const char*
     return dictionary;
 }
 
-Ref<PDF::Stream> streamValue(
+Ref<PDF::Stream> newStream(
     const Ref<PDF::Document>& document, const Ref<PDF::Dictionary>& dictionary, std::string_view data) noexcept
 {
     if (data.size() < worthCompressing)
         return PDF::createStream(dictionary, std::vector<std::uint8_t>(data.begin(), data.end()));
-    dictionary->set(filter, nameValue("FlateDecode"));
+    dictionary->set(filter, newName("FlateDecode"));
     Ref<PDF::Stream> stream = PDF::createStream(dictionary, {});
     return document->setStreamData(stream, bytesOf(data), true) ? stream : nullptr;
 }

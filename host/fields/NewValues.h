@@ -16,15 +16,15 @@ namespace Host {
 namespace PDF = Libraries::Files::PDF;
 
 // To four decimals.
-Ref<PDF::Value> numberValue(double number) noexcept;
-Ref<PDF::Value> numbersValue(const std::vector<double>& numbers) noexcept;
+Ref<PDF::Value> newNumber(double number) noexcept;
+Ref<PDF::Value> newNumbers(const std::vector<double>& numbers) noexcept;
 // Of the bytes that it means, which may be any.
-Ref<PDF::Value> nameValue(std::string_view name) noexcept;
-Ref<PDF::Dictionary> dictionaryValue(std::initializer_list<std::pair<const char*, Ref<PDF::Value>>> entries) noexcept;
+Ref<PDF::Value> newName(std::string_view name) noexcept;
+Ref<PDF::Dictionary> newDictionary(std::initializer_list<std::pair<const char*, Ref<PDF::Value>>> entries) noexcept;
 // A stream of these data, compressed where that is worth it. Null when that fails, with its code.
-Ref<PDF::Stream> streamValue(
+Ref<PDF::Stream> newStream(
     const Ref<PDF::Document>& document, const Ref<PDF::Dictionary>& dictionary, std::string_view data) noexcept;
-// Gives a stream that `streamValue` made other data. False when that fails, with its code.
+// Gives a stream that `newStream` made other data. False when that fails, with its code.
 bool replaceData(
     const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::string_view data) noexcept;
 

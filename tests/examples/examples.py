@@ -30,6 +30,10 @@ class Guides(unittest.TestCase):
         os.chdir("/")
         cls.folder.cleanup()
 
+    def test_text_in_any_script_needs_its_library_and_fonts(self):
+        status, out = run("scripts", "form.pdf", "scripts.pdf")
+        self.assertTrue(status == 0 or "refused: no font has the characters" in out, out)
+
     def test_each_program_does_what_its_guide_says(self):
         cases = [  # name, operands, status, a part of what it prints
             ("typical-job", ["form.pdf", "letterhead.pdf", "both.pdf"], 0, "25 of 25 values found"),

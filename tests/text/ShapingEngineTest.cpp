@@ -12,13 +12,6 @@
 
 using Host::TextEngine;
 
-// fontconfig keeps what it read of its own files until the program ends.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libfontconfig";
-}
-
 namespace {
 
 // The file of a family; empty where it isn't installed.
