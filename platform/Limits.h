@@ -107,8 +107,8 @@ constexpr std::size_t maxAnnotationCopies(std::size_t objectCount)
 constexpr std::size_t maxCodeMap = std::size_t(4) << 20;
 constexpr std::size_t maxFontProgram = std::size_t(64) << 20;
 
-// The size of text that a field asks for, in points; beyond it is the size that fits.
-constexpr double maxTextSize = 2000;
+// The size of text that a field asks for, in points; any other means the size that fits.
+constexpr double minTextSize = 0.1, maxTextSize = 2000;
 // The width and height of a field, in points. A page may be 14400 of them wide.
 constexpr double maxFieldExtent = 1e6;
 // The cells of a comb, and the choices of a list box that are drawn.

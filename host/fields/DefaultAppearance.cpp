@@ -53,7 +53,7 @@ DefaultAppearance DefaultAppearance::read(std::string_view text) noexcept
         if (part.isWord("Tf")) {
             const double size = numbers.empty() ? 0 : numbers.back();
             result.font = name;
-            result.size = size > 0 && size <= Limits::maxTextSize ? size : 0;
+            result.size = size >= Limits::minTextSize && size <= Limits::maxTextSize ? size : 0;
         } else if (components != 0 && numbers.size() >= components) {
             result.color.clear();
             for (std::size_t i = numbers.size() - components; i < numbers.size(); ++i)

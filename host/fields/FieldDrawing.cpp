@@ -107,7 +107,7 @@ Result<FieldDrawing> FieldDrawer::draw(
         const std::optional<WidgetLook> look = WidgetLook::read(*_document, *widget);
         if (!look) {
             if (widget->find(::String::create("Rect")))
-                drawing.warnings.push_back(field.path + " is not drawn: its rectangle has no area");
+                drawing.warnings.push_back(field.path + " is not drawn: it has no rectangle that can be used");
             continue;
         }
         const bool isSeen = !update.text.empty() || !update.choices.empty() || !look->borderColor.empty()

@@ -223,6 +223,7 @@ TEST(DefaultAppearance, readsWhatItKnowsAndNothingElse)
         {"/F1 12 Tf 1 0 0 1 0 0 Tm 0 g", "F1", 12, "0 g"},
         {"/F 1000000000 Tf", "F", 0, "0 g"},
         {"/F nan Tf 1 rg (x) Tj q", "F", 0, "0 g"},
+        {"/F .00001 Tf", "F", 0, "0 g"},
         {"/F 1e3 Tf", "F", 0, "0 g"},
         {"1 0 0 0 k Tf", "", 0, "1 0 0 0 k"},
         {"", "", 0, "0 g"},
