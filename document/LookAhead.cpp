@@ -14,7 +14,7 @@ std::uint32_t LookAhead::next() noexcept
             isComment = !Syntax::isLineEnd(c);
         else if (c == '%')
             isComment = true;
-        else if (!Syntax::isSpace(c))
+        else if (!Syntax::isStandardSpace(c))
             return c;
     }
     return 0;

@@ -11,7 +11,7 @@ namespace Libraries::Files::PDF {
 // What the reading of a file takes apart otherwise than the format. It is not in the values, so a file that is written
 // doesn't say what its source said.
 enum class ReadingNote : std::uint8_t {
-    GluedWord,        // a word that ends at a bracket, and is dropped or joined with what follows: [ 3(t) ]
+    GluedWord,        // a word that ends at a bracket, and is dropped or joined with what follows: [ 3(t) ]; a lone <, too
     SkippedText,      // something between two brackets that were taken for those of a dictionary
     HeaderValue,      // an object whose value was found in its own header: 003 0 obj 0
     ObjectReference,  // an object that is a reference, of which the number was read

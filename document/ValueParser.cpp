@@ -228,6 +228,8 @@ Ref<Value> ValueParser::readValue() noexcept
     std::uint32_t c = 0;
     while (next(c)) {
         if (Syntax::isSpace(c)) {
+            if (!Syntax::isStandardSpace(c))
+                note(ReadingNote::ControlCharacter);
             if (!word.empty())
                 return readTopWord(word);
             continue;
@@ -405,7 +407,11 @@ bool ValueParser::readValueList(ListEnd end) noexcept
     const List list{_values.size(), _words.size()};
     std::uint32_t previous = 0; // after a nested value still the one that opened it, deliberately
     bool isComment = false;
+    bool isOpening = false; // the last character was a "<" that opens nothing yet
     for (std::uint32_t c = 0; next(c); previous = c) {
+        if (isOpening && c != '<' && !isHexDigit(c))
+            note(ReadingNote::GluedWord);
+        isOpening = false;
         if (isComment) {
             isComment = !Syntax::isLineEnd(c);
         } else if (Syntax::isSpace(c)) {
@@ -423,6 +429,7 @@ bool ValueParser::readValueList(ListEnd end) noexcept
         } else if (c == '<' || c == '(' || c == '[' || (previous == '<' && isHexDigit(c))) {
             // A pending word is not ended by these, and goes on after them.
             noteOpener(list, c, previous);
+            isOpening = c == '<' && previous != '<';
             if (!readNested(c, previous))
                 return false;
         } else if (end == ListEnd::Dictionary && c == '>' && previous == '>') {

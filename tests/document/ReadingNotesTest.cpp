@@ -46,6 +46,7 @@ TEST(ReadingNotes, tellWhatTheFormatTakesApartOtherwise)
         {"[ 3(t) ]", noted(Note::GluedWord)},
         {"[ 3[] 3<41> 3<</A 1>> ]", noted(Note::GluedWord, 3)},
         {"[ << /A 1 >>41> ]", noted(Note::GluedWord)},
+        {"[ 5 < 41 /N ]", noted(Note::GluedWord)},
         {"12(text)", noted(Note::GluedWord)},
         {"[ <</A 1>><41> <</A 1>> ]", noted(Note::SkippedText, 4)},
         {"7 0 R", noted(Note::ObjectReference)},
@@ -69,6 +70,8 @@ TEST(ReadingNotes, tellWhatTheFormatTakesApartOtherwise)
         {"<< /Length 1 0 R >>\nstream\n123\nendstream", ""},
         {"[ -1 0 R 1. 0 R +1 0 R ]", noted(Note::Reference, 3)},
         {"[ 1\x01" "2 ]", noted(Note::ControlCharacter)},
+        {"\x01 7", noted(Note::ControlCharacter)},
+        {"(a) \x01", noted(Note::SecondValue)},
         {"[ <4 1\n> <4x1> ]", noted(Note::HexCharacter)},
     };
     for (const auto& [value, expected] : cases) {
