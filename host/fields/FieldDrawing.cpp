@@ -271,7 +271,7 @@ Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictiona
     return std::unique_ptr<Lettering>(std::move(plain));
 }
 
-// In the resources of the appearance that the widget has, of the form, and of the page.
+// In the resources of the widget and of the appearance that it has, of the form, and of the page.
 Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept
 {
     if (name.empty())
@@ -287,8 +287,9 @@ Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::
     if (stream && stream->dict())
         if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *stream->dict(), "Resources")))
             return found;
-    if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *_form, "DR")))
-        return found;
+    for (const PDF::Dictionary* holder : {&widget, static_cast<const PDF::Dictionary*>(_form.get())})
+        if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *holder, "DR")))
+            return found;
     Ref<PDF::Dictionary> page = valueAt<PDF::Dictionary>(*_document, widget, "P");
     for (std::size_t level = 0; page && level < Limits::maxFieldLevels; ++level) {
         if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *page, "Resources")))

@@ -94,6 +94,8 @@ TEST(Drawing, aTextIsWhereItsFieldWantsIt)
         {"/FT /Tx /Q 2 /BS << /W 3 >>", "ab", helv + "82.88 6.29 Td /Helv 10 Tf (ab) Tj ET "},
         {"/FT /Tx /Ff 8192", "ab", helv + "2 6.29 Td /Helv 10 Tf (**) Tj ET "},
         {"/FT /Tx /DA (1 0 0 rg /Helv 0 Tf)", "ab", "BT 1 0 0 rg 2 5.0516 Td /Helv 13.338 Tf (ab) Tj ET "},
+        {"/FT /Tx /DA (/Own 10 Tf) /DR << /Font << /Own << /Type /Font /Subtype /Type1 /BaseFont /Courier /Encoding "
+         "/WinAnsiEncoding >> >> >>", "ab", helv + "2 6.295 Td /Own 10 Tf (ab) Tj ET "},
         {"/FT /Tx /DA /Helv#2012#20Tf", "ab", helv + "2 5.548 Td /Helv 12 Tf (ab) Tj ET "},
         {"/FT /Tx /DA (/None -1 Tf) /MK << /R 90 >>", "ab", helv + "2 44.6619 Td /Text0 14.3885 Tf (ab) Tj ET "},
         {multiline, "one two three\nf", helv + "2 26.44 Td /Helv 10 Tf (one two ) Tj 0 -11.56 Td /Helv 10 Tf (three) Tj "
