@@ -94,16 +94,13 @@ void run(std::uint8_t flags, std::string_view value, std::string_view parts)
         for (std::uint32_t code : {0u, 0x41u, 0xF041u, 0x20000u})
             program->state(program->find(Host::TrueTypeProgram::Codes::Unicode, code));
     const auto document = Tests::open(formOf(parts));
-    auto filler = document ? Host::FormFiller::create(document)
-                           : Host::Result<Host::FormFiller>(Host::Refusal{});
+    auto filler = document ? Host::FormFiller::create(document) : Host::Result<Host::FormFiller>(Host::Refusal{});
     if (!filler)
         return;
     Host::FillOptions options;
     options.isAnyTextAllowed = (flags & 1) != 0;
     if (flags & 2)
-        options.engine = [] {
-            return Host::Result<std::shared_ptr<Host::TextEngine>>(std::make_shared<AnyEngine>());
-        };
+        options.engine = [] { return Host::Result<std::shared_ptr<Host::TextEngine>>(std::make_shared<AnyEngine>()); };
     const auto fields = Host::listFields(document);
     bool isFilled = false;
     for (const auto& field : fields->fields) {

@@ -90,15 +90,17 @@ void addLooks(const std::filesystem::path& folder)
         "/FT /Btn /Ff 32768 /MK << /BG [ 1 1 1 0 ] >> /BS << /S /D /D [ 2 1 ] >>", "/Rect [ 5 5 0.5 0.25 ]"};
     const std::string fonts[] = {"/Subtype /Type1 /FirstChar 65 /Widths [ 500 600 ] /Encoding /WinAnsiEncoding",
         "/Subtype /TrueType /FirstChar 97 /Widths [ 500 600 ] /Encoding << /Differences [ 65 /a /Lslash ] >>",
-        "/Subtype /Type0 /Encoding /Identity-H /DescendantFonts [ << /FontDescriptor 5 0 R /W [ 1 [ 5 ] 65 90 500 ] >> ]"};
-    const std::string map = "1 begincodespacerange <00> <FF> endcodespacerange 2 beginbfchar <41> <0041> <0042> <D83DDE00> "
-                            "endbfchar 1 beginbfrange <0043> <0049> <0043> endbfrange";
+        "/Subtype /Type0 /Encoding /Identity-H "
+        "/DescendantFonts [ << /FontDescriptor 5 0 R /W [ 1 [ 5 ] 65 90 500 ] >> ]"};
+    const std::string map = "1 begincodespacerange <00> <FF> endcodespacerange "
+                            "2 beginbfchar <41> <0041> <0042> <D83DDE00> endbfchar 1 beginbfrange <0043> <0049> <0043> endbfrange";
     unsigned number = 0;
     for (const std::string& widget : widgets)
         for (const std::string& font : fonts) {
             const std::string value = number % 2 == 0 ? "AB ab\n\xC5\x81\xE6\x97\xA5 (x)" : "a";
-            looks.add(std::to_string(number), std::string{char(number % 4), char(value.size())} + value + widget + '\0' + font
-                    + '\0' + "/Flags 32 /FontBBox [ -100 -200 900 900 ] /FontFile2 7 0 R" + '\0' + map + '\0'
+            looks.add(std::to_string(number),
+                std::string{char(number % 4), char(value.size())} + value + widget + '\0' + font + '\0'
+                    + "/Flags 32 /FontBBox [ -100 -200 900 900 ] /FontFile2 7 0 R" + '\0' + map + '\0'
                     + std::string("\0\1\0\0\0\1", 6));
             ++number;
         }

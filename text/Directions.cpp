@@ -54,7 +54,8 @@ std::vector<DirectedPart> partsOf(std::u32string_view line, bool isRightToLeft) 
     for (int level = highest; level > 0; --level)
         for (auto begin = parts.begin(); begin != parts.end();) {
             begin = std::find_if(begin, parts.end(), [level](const Level& part) { return part.level >= level; });
-            const auto end = std::find_if(begin, parts.end(), [level](const Level& part) { return part.level < level; });
+            const auto end = std::find_if(
+                begin, parts.end(), [level](const Level& part) { return part.level < level; });
             std::reverse(begin, end);
             begin = end;
         }

@@ -136,8 +136,8 @@ Host::Result<std::string> Face::subset(const std::vector<std::uint32_t>& glyphs)
     hb_subset_input_set_flags(input.get(), keptNumbers | HB_SUBSET_FLAGS_NO_HINTING);
     // Of no use where glyphs are named by their numbers, and those of other shapes of a font than its usual one.
     hb_set_t* const dropped = hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
-    for (const char* tag : {"GSUB", "GPOS", "GDEF", "cmap", "name", "post", "OS/2", "gvar", "fvar", "avar", "HVAR", "MVAR",
-             "STAT", "DSIG", "BASE", "VORG", "vhea", "vmtx", "cvar", "kern", "meta"})
+    for (const char* tag : {"GSUB", "GPOS", "GDEF", "cmap", "name", "post", "OS/2", "gvar", "fvar", "avar", "HVAR",
+             "MVAR", "STAT", "DSIG", "BASE", "VORG", "vhea", "vmtx", "cvar", "kern", "meta"})
         hb_set_add(dropped, hb_tag_from_string(tag, -1));
     const std::unique_ptr<hb_face_t, decltype(&hb_face_destroy)> made(
         hb_subset_or_fail(_face.get(), input.get()), &hb_face_destroy);

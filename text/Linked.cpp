@@ -9,7 +9,8 @@ Host::Result<std::shared_ptr<Host::TextEngine>> loadEngine(
 #ifdef FILES_PDF_TEXT
     return createEngine(options);
 #else
-    return Host::Refusal{Host::Reason::Unsupported, "text in other fonts needs libfiles-pdf-text, which isn't part of this program"};
+    return Host::Refusal{
+        Host::Reason::Unsupported, "text in other fonts needs libfiles-pdf-text, which isn't part of this program"};
 #endif
 }
 

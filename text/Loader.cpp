@@ -24,8 +24,7 @@ Host::Result<std::shared_ptr<Host::TextEngine>> loadEngine(const Options& option
     return loadEngine(options, libraryName);
 }
 
-Host::Result<std::shared_ptr<Host::TextEngine>> loadEngine(
-    const Options& options, const std::string& library) noexcept
+Host::Result<std::shared_ptr<Host::TextEngine>> loadEngine(const Options& options, const std::string& library) noexcept
 {
     void* const handle = ::dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) {

@@ -13,8 +13,7 @@ constexpr int mostTried = 20;
 
 bool isMark(char32_t c)
 {
-    const hb_unicode_general_category_t category =
-        hb_unicode_general_category(hb_unicode_funcs_get_default(), c);
+    const hb_unicode_general_category_t category = hb_unicode_general_category(hb_unicode_funcs_get_default(), c);
     return category == HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK
         || category == HB_UNICODE_GENERAL_CATEGORY_SPACING_MARK
         || category == HB_UNICODE_GENERAL_CATEGORY_ENCLOSING_MARK || category == HB_UNICODE_GENERAL_CATEGORY_FORMAT;

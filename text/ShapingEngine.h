@@ -21,8 +21,7 @@ public:
     bool isRightToLeft(std::u32string_view paragraph) noexcept override;
     std::vector<Glyph> shape(std::u32string_view line, bool isRightToLeft) noexcept override;
     Font font(std::uint32_t font) noexcept override;
-    Host::Result<std::string> subset(
-        std::uint32_t font, const std::vector<std::uint32_t>& ids) noexcept override;
+    Host::Result<std::string> subset(std::uint32_t font, const std::vector<std::uint32_t>& ids) noexcept override;
 
 private:
     struct Run;

@@ -29,8 +29,7 @@ std::optional<SystemFonts::Found> SystemFonts::find(char32_t character, std::siz
         FcChar8* path = nullptr;
         int index = 0;
         if (FcPatternGetCharSet(font, FC_CHARSET, 0, &characters) == FcResultMatch
-            && FcCharSetHasChar(characters, character)
-            && FcPatternGetString(font, FC_FILE, 0, &path) == FcResultMatch
+            && FcCharSetHasChar(characters, character) && FcPatternGetString(font, FC_FILE, 0, &path) == FcResultMatch
             && FcPatternGetInteger(font, FC_INDEX, 0, &index) == FcResultMatch && (index >> 16) == 0)
             return Found{{reinterpret_cast<const char*>(path), static_cast<unsigned>(index)}, i};
     }

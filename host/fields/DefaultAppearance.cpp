@@ -21,7 +21,8 @@ std::optional<double> numberOf(const PostScriptPart& part)
     if (text[0] == '+')
         text.remove_prefix(1);
     double value = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+    const auto [end, failure] = std::from_chars(
+        text.data(), text.data() + text.size(), value, std::chars_format::fixed);
     const bool isWhole = failure == std::errc() && end == text.data() + text.size() && std::isfinite(value);
     return isWhole ? std::optional(value) : std::nullopt;
 }

@@ -63,11 +63,11 @@ Ref<PDF::Dictionary> descriptorOf(const TextEngine::Font& font)
     constexpr int fixedPitch = 1, serif = 2, symbolic = 4, italic = 64;
     const int flags = symbolic | (font.isFixedPitch ? fixedPitch : 0) | (font.isSerif ? serif : 0)
         | (font.isItalic ? italic : 0);
-    return newDictionary({{"Type", newName("FontDescriptor")}, {"FontName", newName(tagged(font.name))},
-        {"Flags", newNumber(flags)}, {"FontBBox", newNumbers({font.box.begin(), font.box.end()})},
-        {"ItalicAngle", newNumber(font.italicAngle)}, {"Ascent", newNumber(font.ascent)},
-        {"Descent", newNumber(font.descent)}, {"CapHeight", newNumber(font.capHeight)},
-        {"StemV", newNumber(font.isBold ? 140 : 80)}});
+    return newDictionary(
+        {{"Type", newName("FontDescriptor")}, {"FontName", newName(tagged(font.name))}, {"Flags", newNumber(flags)},
+            {"FontBBox", newNumbers({font.box.begin(), font.box.end()})}, {"ItalicAngle", newNumber(font.italicAngle)},
+            {"Ascent", newNumber(font.ascent)}, {"Descent", newNumber(font.descent)},
+            {"CapHeight", newNumber(font.capHeight)}, {"StemV", newNumber(font.isBold ? 140 : 80)}});
 }
 
 Ref<PDF::Value> text(const char* characters)
@@ -156,14 +156,14 @@ bool EmbeddedFonts::create(Embedded& font) noexcept
     font.descendant = newDictionary({{"Type", newName("Font")},
         {"Subtype", newName(font.facts.isCompact ? "CIDFontType0" : "CIDFontType2")},
         {"BaseFont", newName(tagged(font.facts.name))},
-        {"CIDSystemInfo", newDictionary({{"Registry", text("Adobe")}, {"Ordering", text("Identity")},
-                              {"Supplement", newNumber(0)}})},
+        {"CIDSystemInfo",
+            newDictionary({{"Registry", text("Adobe")}, {"Ordering", text("Identity")}, {"Supplement", newNumber(0)}})},
         {"FontDescriptor", PDF::addObject(_document, descriptor)}, {"DW", newNumber(0)}});
     if (!font.facts.isCompact)
         font.descendant->set(::String::create("CIDToGIDMap"), newName("Identity"));
-    const Ref<PDF::Dictionary> composite = newDictionary({{"Type", newName("Font")},
-        {"Subtype", newName("Type0")}, {"BaseFont", newName(tagged(font.facts.name))},
-        {"Encoding", newName("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
+    const Ref<PDF::Dictionary> composite = newDictionary(
+        {{"Type", newName("Font")}, {"Subtype", newName("Type0")}, {"BaseFont", newName(tagged(font.facts.name))},
+            {"Encoding", newName("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
     composite->set(::String::create("DescendantFonts"),
         PDF::Array::create(std::vector<Ref<PDF::Value>>{PDF::addObject(_document, font.descendant)}));
     font.reference = PDF::addObject(_document, composite);
@@ -174,8 +174,7 @@ bool EmbeddedFonts::update(Embedded& font) noexcept
 {
     if (font.program) {
         if (!font.facts.isCompact)
-            font.programStream->dict()->set(
-                ::String::create("Length1"), newNumber(double(font.program->size())));
+            font.programStream->dict()->set(::String::create("Length1"), newNumber(double(font.program->size())));
         if (!replaceData(_document, font.programStream, *font.program))
             return false;
     }

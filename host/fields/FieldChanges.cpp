@@ -280,7 +280,8 @@ Result<FieldUpdate> updateForChoice(
         if (isMultiple || carrier->find(FormKeys::selectedIndices))
             update.changes.push_back({carrier, FormKeys::selectedIndices, indicesOf(*choices)});
         if (kind == FieldKind::ListBox && carrier->find(topIndex))
-            update.changes.push_back({carrier, topIndex, numberOf(choices->indices.empty() ? 0 : *choices->indices.begin())});
+            update.changes.push_back(
+                {carrier, topIndex, numberOf(choices->indices.empty() ? 0 : *choices->indices.begin())});
     }
     return update;
 }

@@ -131,8 +131,8 @@ Result<FieldDrawing> FieldDrawer::draw(
     return drawing;
 }
 
-std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
-    FieldDrawing& result) noexcept
+std::optional<Refusal> FieldDrawer::drawText(
+    const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& result) noexcept
 {
     WidgetDrawing& drawing = result.widgets.back();
     const FieldKind kind = kindOf(field.entries);
@@ -172,13 +172,14 @@ std::optional<Refusal> FieldDrawer::drawText(const FieldNode& field, const Field
     return {};
 }
 
-// Leaves the choices that have room: from the first on, unless the first chosen one would not be seen, or the field says
-// where it begins, which then is that one.
+// Leaves the choices that have room: from the first on, unless the first chosen one would not be seen, or the field
+// says where it begins, which then is that one.
 void FieldDrawer::scroll(
     const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept
 {
     const Ref<::String> topIndex = ::String::create("TI");
-    const auto chosen = std::find_if(choices.begin(), choices.end(), [](const auto& choice) { return choice.isChosen; });
+    const auto chosen = std::find_if(
+        choices.begin(), choices.end(), [](const auto& choice) { return choice.isChosen; });
     const auto first = static_cast<std::size_t>(chosen - choices.begin());
     const bool saysTop = bool(field.dictionary->find(topIndex));
     if (chosen != choices.end() && (saysTop || first >= room)) {
@@ -332,8 +333,7 @@ std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
         if (!look)
             return codeRefusal(Error::get(), "an appearance can't be made: ");
         if (!widget.state.empty())
-            look = newDictionary(
-                {{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
+            look = newDictionary({{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
         widget.widget->set(PDF::FormKeys::appearance, newDictionary({{"N", look}}));
     }
     return {};

@@ -31,7 +31,8 @@ struct FieldDrawing {
     // Whether an engine drew something.
     bool isShaped() const noexcept
     {
-        return std::any_of(widgets.begin(), widgets.end(), [](const auto& widget) { return !widget.fonts.glyphs.empty(); });
+        return std::any_of(
+            widgets.begin(), widgets.end(), [](const auto& widget) { return !widget.fonts.glyphs.empty(); });
     }
 };
 
@@ -40,9 +41,9 @@ class FieldDrawer {
 public:
     struct Options {
         std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
-        bool isAnyTextAllowed = false; // what can't be drawn is left out, with a warning
-        bool areFontsLater = false;    // `finish` embeds them
-        bool areLooksKept = false;     // only widgets without any are drawn, where something is to be seen
+        bool isAnyTextAllowed = false;                               // what can't be drawn is left out, with a warning
+        bool areFontsLater = false;                                  // `finish` embeds them
+        bool areLooksKept = false; // only widgets without any are drawn, where something is to be seen
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
@@ -57,8 +58,8 @@ public:
 
 private:
     // Both draw the last widget of the drawing.
-    std::optional<Refusal> drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
-        FieldDrawing& drawing) noexcept;
+    std::optional<Refusal> drawText(
+        const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& drawing) noexcept;
     void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
     void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
     Result<std::unique_ptr<Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,

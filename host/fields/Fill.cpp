@@ -129,7 +129,8 @@ std::optional<Refusal> FormFiller::fill(
         all.insert(all.end(), update->changes.begin(), update->changes.end());
         if (!isDrawn)
             continue;
-        auto drawing = _state->drawer.draw(field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
+        auto drawing = _state->drawer.draw(
+            field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));

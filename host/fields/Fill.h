@@ -24,8 +24,8 @@ enum class Appearances {
 struct FillOptions {
     Appearances appearances = Appearances::Drawn;
     // Gives what draws texts with characters that neither the font of the field nor a standard one has, such as
-    // `Text::loadEngine` (text/Loader.h) or the reason why it can't be had. A filler asks at the first such text, and keeps
-    // to what it got. None when empty.
+    // `Text::loadEngine` (text/Loader.h), or the reason why it can't be had. A filler asks at the first such text, and
+    // keeps to what it got. None when empty.
     std::function<Result<std::shared_ptr<TextEngine>>()> engine;
     // Leaves out characters that can't be drawn, with a warning, where the value would be refused.
     bool isAnyTextAllowed = false;
@@ -58,19 +58,19 @@ public:
     // field takes several choices; each of them is kept once, in the order of the options. `TI` of a list
     // box, where there is one, so that it shows the first choice.
     //
-    // `AP` of each widget with a rectangle, when the values are drawn: a text in the font, size and color of `DA`, aligned
-    // by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background and border of
-    // `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard one. Buttons keep
+    // `AP` of each widget with a rectangle, when the values are drawn: a text in the font, size and color of `DA`,
+    // aligned by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background and
+    // border of `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard one. Buttons keep
     // the looks that they have; one without gets some, and "Yes" as its state, or one of "0", "1" and so on for
     // several widgets. Refused with `Unsupported`: characters that no font has, each by name.
     //
-    // `NeedAppearances` stays as it is then, but when the engine drew something: viewers that draw all fields anew would
-    // lose these characters. It goes with a warning, and fields without looks get some.
+    // `NeedAppearances` stays as it is then, but when the engine drew something: viewers that draw all fields anew
+    // would lose these characters. It goes with a warning, and fields without looks get some.
     std::optional<Refusal> fill(
         const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
 
-    // Embeds the fonts that were left for later; nothing is left to be done without any. Refused as by the engine, or with
-    // the code of a stream that can't be made; then the document is of no use.
+    // Embeds the fonts that were left for later; nothing is left to be done without any. Refused as by the engine, or
+    // with the code of a stream that can't be made; then the document is of no use.
     std::optional<Refusal> finish() noexcept;
 
     // What people should know before the filled form goes out: that a signature becomes invalid, that the

@@ -197,8 +197,8 @@ std::vector<double> PlainLettering::widths(std::u32string_view paragraph) const 
     return widths;
 }
 
-void PlainLettering::show(std::u32string_view line, bool, double size, ContentText& content,
-    AppearanceFonts& fonts) const noexcept
+void PlainLettering::show(
+    std::u32string_view line, bool, double size, ContentText& content, AppearanceFonts& fonts) const noexcept
 {
     std::string bytes;
     std::size_t current = _fonts.size(), byteCount = 1;

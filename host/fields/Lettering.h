@@ -31,8 +31,8 @@ private:
     std::vector<Entry> _entries;
 };
 
-// Which characters the glyphs of the engine's fonts are given back as. It is one text for each glyph in all of a document,
-// so that what a glyph draws besides is told where it is drawn.
+// Which characters the glyphs of the engine's fonts are given back as. It is one text for each glyph in all of a
+// document, so that what a glyph draws besides is told where it is drawn.
 class GlyphTexts {
 public:
     // Whether that is the text of the glyph; it becomes so when it has none.

@@ -80,8 +80,7 @@ Ref<PDF::Stream> newStream(
     return document->setStreamData(stream, bytesOf(data), true) ? stream : nullptr;
 }
 
-bool replaceData(
-    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::string_view data) noexcept
+bool replaceData(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::string_view data) noexcept
 {
     return document->setStreamData(stream, bytesOf(data), bool(stream->dict()->find(filter)));
 }

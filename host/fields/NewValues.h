@@ -25,7 +25,6 @@ Ref<PDF::Dictionary> newDictionary(std::initializer_list<std::pair<const char*, 
 Ref<PDF::Stream> newStream(
     const Ref<PDF::Document>& document, const Ref<PDF::Dictionary>& dictionary, std::string_view data) noexcept;
 // Gives a stream that `newStream` made other data. False when that fails, with its code.
-bool replaceData(
-    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::string_view data) noexcept;
+bool replaceData(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::string_view data) noexcept;
 
 } // namespace Host

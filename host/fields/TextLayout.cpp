@@ -93,7 +93,8 @@ private:
         std::size_t end = line.end;
         while (end > line.begin && _text[end - 1] == ' ')
             --end;
-        line.width = std::accumulate(_widths.begin() + std::ptrdiff_t(line.begin), _widths.begin() + std::ptrdiff_t(end), 0.0);
+        line.width = std::accumulate(
+            _widths.begin() + std::ptrdiff_t(line.begin), _widths.begin() + std::ptrdiff_t(end), 0.0);
         return line;
     }
 

@@ -132,14 +132,10 @@ double WidgetLook::inset() const noexcept
 std::vector<double> WidgetLook::matrix() const noexcept
 {
     switch (rotation) {
-    case 90:
-        return {0, 1, -1, 0, height, 0};
-    case 180:
-        return {-1, 0, 0, -1, width, height};
-    case 270:
-        return {0, -1, 1, 0, 0, width};
-    default:
-        return {1, 0, 0, 1, 0, 0};
+    case 90: return {0, 1, -1, 0, height, 0};
+    case 180: return {-1, 0, 0, -1, width, height};
+    case 270: return {0, -1, 1, 0, 0, width};
+    default: return {1, 0, 0, 1, 0, 0};
     }
 }
 

@@ -16,8 +16,8 @@ namespace PDF = Libraries::Files::PDF;
 struct WidgetLook {
     enum class Border { Solid, Dashed, Beveled, Inset, Underlined };
 
-    double width = 0, height = 0; // as it is read, turned by `rotation`
-    int rotation = 0;             // counterclockwise: 0, 90, 180 or 270 degrees
+    double width = 0, height = 0;                // as it is read, turned by `rotation`
+    int rotation = 0;                            // counterclockwise: 0, 90, 180 or 270 degrees
     std::vector<double> borderColor, background; // 1, 3 or 4 components; none for transparent
     double borderWidth = 1;
     Border border = Border::Solid;

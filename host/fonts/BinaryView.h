@@ -5,7 +5,7 @@
 
 namespace Host {
 
-// Numbers in the bytes of a font program, the highest byte first. Offsets may be any: behind the end every number is 0
+// Numbers in the bytes of a font program, the highest byte first. Offsets may be any: past the end every number is 0
 // and every part is empty.
 class BinaryView {
 public:

@@ -114,7 +114,7 @@ CodeMap CodeMap::identity() noexcept
     return map;
 }
 
-// From behind the word that begins a block up to the first thing that doesn't belong into it.
+// From after the word that begins a block up to the first thing that doesn't belong into it.
 void CodeMap::readBlock(PostScriptReader& reader, bool areRanges, Target target) noexcept
 {
     for (;;) {
@@ -138,7 +138,7 @@ void CodeMap::readBlock(PostScriptReader& reader, bool areRanges, Target target)
     }
 }
 
-// From behind the bracket: a character for each code of the range.
+// From after the bracket: a character for each code of the range.
 void CodeMap::readList(PostScriptReader& reader, Range range) noexcept
 {
     Part to = reader.next();

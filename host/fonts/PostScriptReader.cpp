@@ -78,7 +78,7 @@ std::string PostScriptReader::takeRegular() noexcept
     return std::string(_text.substr(begin, _position - begin));
 }
 
-// From behind the opening bracket. Escapes are left as they are: nothing that is looked for has any.
+// From after the opening bracket. Escapes are left as they are: nothing that is looked for has any.
 std::string PostScriptReader::takeLiteral() noexcept
 {
     const std::size_t begin = _position;

@@ -60,7 +60,7 @@ const StandardFont* StandardFont::find(std::string_view name) noexcept
     return findStyle(name);
 }
 
-// A name of a family, and of styles behind it: "TimesNewRomanPS-BoldItalicMT".
+// A name of a family, and of styles after it: "TimesNewRomanPS-BoldItalicMT".
 const StandardFont* StandardFont::findStyle(std::string_view name) noexcept
 {
     constexpr std::pair<std::string_view, Family> families[] = {

@@ -18,20 +18,20 @@ class EXPORTED TextEngine {
 public:
     // A glyph of a line.
     struct Glyph {
-        std::uint32_t font = 0;     // which of the engine's fonts
-        std::uint32_t id = 0;       // in that font, as it goes into the document
-        std::size_t first = 0;      // the characters of the line that it draws begin here,
-        std::size_t count = 0;      // so many; none where another glyph of the same characters has them
-        double advance = 0;         // from its place to that of the next glyph
-        double width = 0;           // what the font says of the glyph by itself
-        double right = 0, up = 0;   // how far from its place it is drawn
+        std::uint32_t font = 0;   // which of the engine's fonts
+        std::uint32_t id = 0;     // in that font, as it goes into the document
+        std::size_t first = 0;    // the characters of the line that it draws begin here,
+        std::size_t count = 0;    // so many; none where another glyph of the same characters has them
+        double advance = 0;       // from its place to that of the next glyph
+        double width = 0;         // what the font says of the glyph by itself
+        double right = 0, up = 0; // how far from its place it is drawn
     };
     struct Font {
-        std::string name; // as PostScript has it
+        std::string name;       // as PostScript has it
         bool isCompact = false; // the outlines are those of CFF
         bool isFixedPitch = false, isSerif = false, isItalic = false, isBold = false;
         double ascent = 0, descent = 0, capHeight = 0, italicAngle = 0; // what is below the baseline is negative
-        std::array<double, 4> box = {};                                  // around all glyphs: left, bottom, right, top
+        std::array<double, 4> box = {};                                 // around all glyphs: left, bottom, right, top
     };
 
     virtual ~TextEngine() noexcept = default;

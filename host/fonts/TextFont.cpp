@@ -101,9 +101,9 @@ private:
         const double descent = numberAt(*_document, descriptor, "Descent").value_or(0);
         const double ascent = numberAt(*_document, descriptor, "Ascent").value_or(0);
         const double below = -std::abs(descent);
-        const LineHeights byBox = box.empty() ? LineHeights{0, 0}
-                                              : LineHeights{box[3] - box[1] + (below < 0 ? below : box[1]),
-                                                    below < 0 ? below : box[1]};
+        const LineHeights byBox = box.empty()
+            ? LineHeights{0, 0}
+            : LineHeights{box[3] - box[1] + (below < 0 ? below : box[1]), below < 0 ? below : box[1]};
         const LineHeights itself{ascent, below};
         if (isHeight(byBox) && byBox.ascent > 0)
             _font._heights = byBox;
@@ -148,16 +148,16 @@ private:
     {
         const Ref<PDF::Value> entry = PDF::resolve(*_document, _dictionary.find(::String::create("Encoding")));
         const Ref<PDF::Dictionary> changes = PDF::valueAs<PDF::Dictionary>(entry);
-        std::optional<BaseEncoding> base =
-            findEncoding(changes ? nameAt(*_document, *changes, "BaseEncoding") : nameOf(*_document, entry));
+        std::optional<BaseEncoding> base = findEncoding(
+            changes ? nameAt(*_document, *changes, "BaseEncoding") : nameOf(*_document, entry));
         const bool isOwn = _standard && _standard->encoding() != BaseEncoding::Standard;
         if (isOwn)
             base = _standard->encoding();
         else if (!base && !isSymbolic() && (changes || !_isEmbedded))
             base = BaseEncoding::Standard;
         CodeNames names = base ? namesOf(*base) : CodeNames();
-        const Ref<PDF::Array> differences =
-            changes ? valueAt<PDF::Array>(*_document, *changes, "Differences") : nullptr;
+        const Ref<PDF::Array> differences = changes ? valueAt<PDF::Array>(*_document, *changes, "Differences")
+                                                    : nullptr;
         std::int64_t code = 0;
         for (std::uint64_t i = 0; differences && i < differences->size(); ++i) {
             const Ref<PDF::Value> element = differences->get(i);
@@ -217,8 +217,8 @@ private:
         if (_characters.ranges().empty())
             return unusableFont("doesn't say which characters it has (ToUnicode)");
         const Ref<PDF::Array> descendants = valueAt<PDF::Array>(*_document, _dictionary, "DescendantFonts");
-        const Ref<PDF::Dictionary> font =
-            descendants ? PDF::resolveAs<PDF::Dictionary>(*_document, descendants->get(0)) : nullptr;
+        const Ref<PDF::Dictionary> font = descendants ? PDF::resolveAs<PDF::Dictionary>(*_document, descendants->get(0))
+                                                      : nullptr;
         if (!font)
             return unusableFont("has no descendant", Reason::BrokenRule);
         readDescriptor(*font);
@@ -311,7 +311,9 @@ const StandardFont& TextFont::substitute() const noexcept
     const bool isBold = has("bold") || has("black") || (_descriptorFlags & forceBold);
     const bool isSlanted = has("italic") || has("oblique") || (_descriptorFlags & italic);
     const bool isTimes = has("times") || ((_descriptorFlags & serif) && !has("helv") && !has("arial"));
-    const char* family = has("courier") || (_descriptorFlags & fixedPitch) ? "Courier" : isTimes ? "Times" : "Helvetica";
+    const char* family = has("courier") || (_descriptorFlags & fixedPitch) ? "Courier"
+        : isTimes                                                          ? "Times"
+                                                                           : "Helvetica";
     std::string name = family;
     const bool isRoman = isTimes && name == "Times";
     if (isBold || isSlanted || isRoman)

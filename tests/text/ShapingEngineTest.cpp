@@ -51,7 +51,8 @@ std::string places(const std::vector<TextEngine::Glyph>& glyphs)
 
 TEST(Directions, partsComeFromLeftToRight)
 {
-    const std::tuple<std::u32string, bool, std::string> cases[] = { // text, the paragraph's direction, parts
+    const std::tuple<std::u32string, bool, std::string> cases[] = {
+        // text, the paragraph's direction, parts
         {U"abc", false, "0+3"},
         {U"\u05D0\u05D1 12", true, "3+2 0+3r"},
         {U"a \u05D0 12 b", false, "0+2 4+2 2+2r 6+2"},

@@ -71,7 +71,10 @@ public:
         }
         return glyphs;
     }
-    Font font(std::uint32_t) noexcept override { return {.name = "Letters", .isCompact = true, .ascent = 800, .descent = -200}; }
+    Font font(std::uint32_t) noexcept override
+    {
+        return {.name = "Letters", .isCompact = true, .ascent = 800, .descent = -200};
+    }
     Result<std::string> subset(std::uint32_t, const std::vector<std::uint32_t>& ids) noexcept override
     {
         ++subsets;
@@ -95,16 +98,21 @@ TEST(Drawing, aTextIsWhereItsFieldWantsIt)
         {"/FT /Tx /Ff 8192", "ab", helv + "2 6.29 Td /Helv 10 Tf (**) Tj ET "},
         {"/FT /Tx /DA (1 0 0 rg /Helv 0 Tf)", "ab", "BT 1 0 0 rg 2 5.0516 Td /Helv 13.338 Tf (ab) Tj ET "},
         {"/FT /Tx /DA (/Own 10 Tf) /DR << /Font << /Own << /Type /Font /Subtype /Type1 /BaseFont /Courier /Encoding "
-         "/WinAnsiEncoding >> >> >>", "ab", helv + "2 6.295 Td /Own 10 Tf (ab) Tj ET "},
+         "/WinAnsiEncoding >> >> >>",
+            "ab", helv + "2 6.295 Td /Own 10 Tf (ab) Tj ET "},
         {"/FT /Tx /DA /Helv#2012#20Tf", "ab", helv + "2 5.548 Td /Helv 12 Tf (ab) Tj ET "},
         {"/FT /Tx /DA (/None -1 Tf) /MK << /R 90 >>", "ab", helv + "2 44.6619 Td /Text0 14.3885 Tf (ab) Tj ET "},
-        {multiline, "one two three\nf", helv + "2 26.44 Td /Helv 10 Tf (one two ) Tj 0 -11.56 Td /Helv 10 Tf (three) Tj "
-                                               "0 -11.56 Td /Helv 10 Tf (f) Tj ET "},
-        {multiline, "unbreakables", helv + "2 26.44 Td /Helv 10 Tf (unbreakable) Tj 0 -11.56 Td /Helv 10 Tf (s) Tj ET "},
+        {multiline, "one two three\nf",
+            helv
+                + "2 26.44 Td /Helv 10 Tf (one two ) Tj 0 -11.56 Td /Helv 10 Tf (three) Tj "
+                  "0 -11.56 Td /Helv 10 Tf (f) Tj ET "},
+        {multiline, "unbreakables",
+            helv + "2 26.44 Td /Helv 10 Tf (unbreakable) Tj 0 -11.56 Td /Helv 10 Tf (s) Tj ET "},
         {comb, "ab", helv + "7.22 6.29 Td /Helv 10 Tf (a) Tj 20 0 Td /Helv 10 Tf (b) Tj ET "},
         {comb + " /Q 2", "ab", helv + "67.22 6.29 Td /Helv 10 Tf (a) Tj 20 0 Td /Helv 10 Tf (b) Tj ET "},
         {"/FT /Ch /Ff 131072 /Opt [ [ (e) (shown) ] ]", "e", helv + "2 6.29 Td /Helv 10 Tf (shown) Tj ET "},
-        {"/FT /Ch /Opt [ (a) (b) (c) ]", "c", "0.6 0.75686 0.8549 rg 1 7.44 98 11.56 re f BT 0 g 2 9.51 Td /Helv 10 Tf (c) Tj ET "},
+        {"/FT /Ch /Opt [ (a) (b) (c) ]", "c",
+            "0.6 0.75686 0.8549 rg 1 7.44 98 11.56 re f BT 0 g 2 9.51 Td /Helv 10 Tf (c) Tj ET "},
         {"/FT /Tx /Rect [ 0 0 0 20 ]", "ab", "nothing"},
         {"/FT /Tx /Rect [ 0 0 1000000000 20 ]", "ab", "nothing"},
     };
@@ -118,7 +126,8 @@ TEST(Drawing, aTextIsWhereItsFieldWantsIt)
 
 TEST(Drawing, aLookHasTheFormOfItsWidget)
 {
-    const std::tuple<std::string, std::string> cases[] = { // what is before the text, and the dictionary's beginning
+    const std::tuple<std::string, std::string> cases[] = {
+        // what is before the text, and the dictionary's beginning
         {"/Rect [ 10.5 0 12.25 10 ] /MK << /R 90 >>", "/BBox [ 0 0 10 1.75 ] /Length ? /Matrix [ 0 1 -1 0 1.75 0 ]"},
         {"/Rect [ 30 20 0 0 ] /MK << /R 45 >>", "/BBox [ 0 0 30 20 ] /Length ? /Resources"},
     };
@@ -134,7 +143,9 @@ TEST(Drawing, aLookHasTheFormOfItsWidget)
     ASSERT_TRUE(fill(document, "a", ""));
     EXPECT_EQ(drawn(document, lookOf(document)), "");
     const auto data = *decoded(document, lookOf(document));
-    EXPECT_EQ(std::string(data.begin(), data.end()).find("1 g\n0 0 100 20 re\nf\n1 0 0 RG\n2 w\n[4 ] 0 d\n1 1 98 18 re\ns\n"), 0u);
+    EXPECT_EQ(
+        std::string(data.begin(), data.end()).find("1 g\n0 0 100 20 re\nf\n1 0 0 RG\n2 w\n[4 ] 0 d\n1 1 98 18 re\ns\n"),
+        0u);
 }
 
 TEST(Drawing, buttonsWithoutLooksGetSome)
@@ -165,13 +176,23 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     auto filler = FormFiller::create(document);
     const FillOptions options{
         Appearances::Drawn, [&] { return Result<std::shared_ptr<TextEngine>>(engine); }, false, false};
-    ASSERT_FALSE(filler->fill("a", "\xC5\x81" "fi", options)); // U+0141, as glyph 0x41
+    ASSERT_FALSE(filler->fill("a",
+        "\xC5\x81"
+        "fi",
+        options)); // U+0141, as glyph 0x41
     const std::string both = drawn(document, lookOf(document));
     EXPECT_NE(both.find("[<00410066>] TJ"), std::string::npos) << both;
-    ASSERT_FALSE(filler->fill("a", "\xC5\x81" "f", options)); // a glyph that was "fi" before
+    ASSERT_FALSE(filler->fill("a",
+        "\xC5\x81"
+        "f",
+        options)); // a glyph that was "fi" before
     EXPECT_EQ(engine->subsets, 1);
-    EXPECT_NE(drawn(document, lookOf(document)).find("/Span <</ActualText <FEFF0066>>> BDC [<0066>] TJ EMC"), std::string::npos);
-    ASSERT_FALSE(filler->fill("a", "\xC5\x81" "Q", options));
+    EXPECT_NE(drawn(document, lookOf(document)).find("/Span <</ActualText <FEFF0066>>> BDC [<0066>] TJ EMC"),
+        std::string::npos);
+    ASSERT_FALSE(filler->fill("a",
+        "\xC5\x81"
+        "Q",
+        options));
     EXPECT_EQ(engine->subsets, 2);
     FillOptions later = options;
     later.areFontsLater = true;
@@ -180,11 +201,16 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     EXPECT_EQ(engine->subsets, 2);
     ASSERT_FALSE(filler->finish() || filler->finish());
     EXPECT_EQ(engine->subsets, 3);
-    ASSERT_FALSE(filler->fill("a", "\xC5\x81" "Q", options));
+    ASSERT_FALSE(filler->fill("a",
+        "\xC5\x81"
+        "Q",
+        options));
     EXPECT_NE(drawn(document, lookOf(document)).find("<FEFF0051>>> BDC [<0051>] TJ 0.5 Ts"), std::string::npos)
         << drawn(document, lookOf(document));
     EXPECT_TRUE(filler->fill("a", "\xC5\x81!", options));
-    const auto fonts = lookOf(document)->dict()->findAsDictionary(Tests::text("Resources"), true)
+    const auto fonts = lookOf(document)
+                           ->dict()
+                           ->findAsDictionary(Tests::text("Resources"), true)
                            ->findAsDictionary(Tests::text("Font"), true);
     const auto font = PDF::resolveAs<PDF::Dictionary>(*document, fonts->find(fonts->keys()->get(0)));
     const auto map = *decoded(document, PDF::resolveAs<PDF::Stream>(*document, font->find(Tests::text("ToUnicode"))));
@@ -196,8 +222,8 @@ TEST(Drawing, viewersDoNotDrawAnewWhatAnEngineDrew)
     const std::string field = "<< /FT /Tx /Rect [ 0 0 100 20 ] /T ";
     const auto document = Tests::open(formFile("/NeedAppearances true /DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ]",
         {field + "(a) /V (seen) >>", field + "(b) >>"}));
-    const FillOptions options{
-        Appearances::Drawn, [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false, false};
+    const FillOptions options{Appearances::Drawn,
+        [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false, false};
     const auto asksViewers = [&] {
         const auto form = document->getCatalog()->valueAsDictionary()->findAsDictionary(Tests::text("AcroForm"), true);
         return bool(form->find(Tests::text("NeedAppearances")));
@@ -211,7 +237,8 @@ TEST(Drawing, viewersDoNotDrawAnewWhatAnEngineDrew)
 
 TEST(Drawing, textOfAnyLengthTakesTimeInItsLength)
 {
-    for (const char* widget : {"/FT /Tx /Ff 4096 /DA (/Helv 0 Tf)", "/FT /Tx /Ff 4096 /Rect [ 0 0 0.001 0.001 ]", "/FT /Tx"}) {
+    for (const char* widget :
+        {"/FT /Tx /Ff 4096 /DA (/Helv 0 Tf)", "/FT /Tx /Ff 4096 /Rect [ 0 0 0.001 0.001 ]", "/FT /Tx"}) {
         const auto document = formWith(widget);
         EXPECT_TRUE(fill(document, "a", std::string(1 << 17, 'x'))) << widget;
     }

@@ -16,7 +16,7 @@ using Codes = TrueTypeProgram::Codes;
 TEST(TrueTypeProgram, findsGlyphsByTheTablesOfEachKind)
 {
     const std::string groups = bigEndian(4, {0xC0000, 40, 0, 2, 0x41, 0x43, 5, 0x1F600, 0x1F601, 8});
-    // A segment whose glyphs are in a list behind the offsets: 0x41 to 0x43 have 3, none, 7, all moved by 1.
+    // A segment whose glyphs are in a list after the offsets: 0x41 to 0x43 have 3, none, 7, all moved by 1.
     const std::string listed = words({4, 40, 0, 4, 0, 0, 0, 0x43, 0xFFFF, 0, 0x41, 0xFFFF, 1, 1, 4, 0, 3, 0, 7});
     const std::string bytes = words({0, 262, 0}) + std::string(0x41, 0) + "\5" + std::string(190, 0);
     const std::tuple<const char*, std::string, std::vector<std::uint32_t>> cases[] = {

@@ -50,54 +50,66 @@ TEST(TextFont, hasTheCharactersThatReadersShow)
                                   "/DescendantFonts [ << /DW 900 /W [ 65 [ 100 ] 66 66 200 ] >> ]";
     const std::tuple<const char*, std::string, std::vector<std::string>, std::u32string, std::string> cases[] = {
         {"one of the standard ones", "/Subtype /Type1 /BaseFont /Helvetica", {}, U"A\u00E9", "41:667 -"},
-        {"in its encoding", "/Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding", {}, U"A\u00E9\u00A0\u0141",
-            "41:667 e9:556 20:278 -"},
-        {"differences", "/Subtype /Type1 /BaseFont /Helvetica /Encoding << /Differences [ 65 /Lslash /zacute 999 /A ] >>",
-            {}, U"\u0141\u017A" "AC", "41:556 42:500 - 43:722"},
+        {"in its encoding", "/Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding", {},
+            U"A\u00E9\u00A0\u0141", "41:667 e9:556 20:278 -"},
+        {"differences",
+            "/Subtype /Type1 /BaseFont /Helvetica /Encoding << /Differences [ 65 /Lslash /zacute 999 /A ] >>", {},
+            U"\u0141\u017A"
+            "AC",
+            "41:556 42:500 - 43:722"},
         {"widths", "/Subtype /TrueType /BaseFont /Own /Encoding /WinAnsiEncoding " + letters, {}, U"ABCD",
             "41:500 - 43:700.5 -"},
-        {"wrong widths", "/Subtype /Type1 /BaseFont /Own /Encoding /WinAnsiEncoding /FirstChar -300000000 /Widths [ -5 /x ]",
-            {}, U"A", "refused"},
+        {"wrong widths",
+            "/Subtype /Type1 /BaseFont /Own /Encoding /WinAnsiEncoding /FirstChar -300000000 /Widths [ -5 /x ]", {},
+            U"A", "refused"},
         {"no widths", "/Subtype /Type1 /BaseFont /Own /Encoding /WinAnsiEncoding", {}, U"A", "refused"},
-        {"what readers give back", "/Subtype /Type1 /BaseFont /Own /ToUnicode 4 0 R " + letters, {map}, U"\u0416A\u00E9",
-            "41:500 - -"},
-        {"signs", "/Subtype /Type1 /BaseFont /ZapfDingbats", {}, U"\u2714" "A", "34:846 -"},
+        {"what readers give back", "/Subtype /Type1 /BaseFont /Own /ToUnicode 4 0 R " + letters, {map},
+            U"\u0416A\u00E9", "41:500 - -"},
+        {"signs", "/Subtype /Type1 /BaseFont /ZapfDingbats", {},
+            U"\u2714"
+            "A",
+            "34:846 -"},
         {"composite", composite, {wide}, U"ABCD", "41:100 42:200 43:900 -"},
         {"no characters known", composite, {"<< >>"}, U"A", "refused"},
-        {"another map", "/Subtype /Type0 /BaseFont /A /Encoding /UniJIS-UTF16-H /ToUnicode 4 0 R", {wide}, U"A", "refused"},
+        {"another map", "/Subtype /Type0 /BaseFont /A /Encoding /UniJIS-UTF16-H /ToUnicode 4 0 R", {wide}, U"A",
+            "refused"},
         {"drawings", "/Subtype /Type3 /FirstChar 65 /Widths [ 1 ] /Encoding << /Differences [ 65 /A ] >>", {}, U"A",
             "refused"},
     };
     for (const auto& [rule, dictionary, others, characters, codes] : cases) {
         const auto font = fontOf(dictionary, others);
-        EXPECT_EQ(font ? codesFor(*font, characters) : "refused", codes) << rule << (font ? "" : font.refusal().message);
+        EXPECT_EQ(font ? codesFor(*font, characters) : "refused", codes)
+            << rule << (font ? "" : font.refusal().message);
     }
 }
 
 TEST(TextFont, ofASubsetOnlyWhatIsInItCounts)
 {
     const std::string program = trueType("xx-", {{3, 1, segments({{'A', 1}, {'B', 3}})}});
-    const std::string font = "/FirstChar 65 /Widths [ 500 500 500 ] /Encoding /WinAnsiEncoding /FontDescriptor << /Flags 32 ";
-    const auto trueTypeFont = fontOf("/Subtype /TrueType /BaseFont /ABCDEF+Own " + font + "/FontFile2 4 0 R >>",
-        {streamText("", program)});
+    const std::string font =
+        "/FirstChar 65 /Widths [ 500 500 500 ] /Encoding /WinAnsiEncoding /FontDescriptor << /Flags 32 ";
+    const auto trueTypeFont = fontOf(
+        "/Subtype /TrueType /BaseFont /ABCDEF+Own " + font + "/FontFile2 4 0 R >>", {streamText("", program)});
     ASSERT_TRUE(trueTypeFont) << trueTypeFont.refusal().message;
     EXPECT_EQ(codesFor(*trueTypeFont, U"ABC"), "41:500 - -");
-    const auto named = fontOf("/Subtype /Type1 /BaseFont /ABCDEF+Own " + font + "/FontFile3 4 0 R /CharSet (/A/Ccedilla) >>",
+    const auto named = fontOf(
+        "/Subtype /Type1 /BaseFont /ABCDEF+Own " + font + "/FontFile3 4 0 R /CharSet (/A/Ccedilla) >>",
         {streamText("", "x")});
     EXPECT_EQ(codesFor(*named, U"ABC"), "41:500 - -");
 }
 
 TEST(TextFont, linesAreAsHighAsTheFontSays)
 {
-    const std::tuple<std::string, double, double> cases[] = { // of the descriptor; above and below the baseline
+    const std::tuple<std::string, double, double> cases[] = {
+        // of the descriptor; above and below the baseline
         {"/FontBBox [ -665 -325 2000 1006 ] /Ascent 905 /Descent -212", 1119, -212},
         {"/FontBBox [ -665 -325 2000 1006 ] /Descent 325", 1006, -325},
         {"/FontBBox [ 0 0 0 0 ] /Ascent 905 /Descent -212", 905, -212},
         {"/FontBBox [ 0 -1000000000 0 99999 ] /Ascent 99999999999 /Descent -1", 949, -207},
     };
     for (const auto& [entries, ascent, descent] : cases) {
-        const auto font = fontOf("/Subtype /Type1 /BaseFont /Own /FirstChar 65 /Widths [ 1 ] /FontDescriptor << " + entries
-            + " >>");
+        const auto font = fontOf(
+            "/Subtype /Type1 /BaseFont /Own /FirstChar 65 /Widths [ 1 ] /FontDescriptor << " + entries + " >>");
         ASSERT_TRUE(font) << entries;
         EXPECT_EQ(font->heights().ascent, ascent) << entries;
         EXPECT_EQ(font->heights().descent, descent) << entries;
@@ -105,6 +117,7 @@ TEST(TextFont, linesAreAsHighAsTheFontSays)
     const std::pair<const char*, const char*> looks[] = {{"ABCDEF+TimesNewRomanPS-BoldMT", "Times-Bold"},
         {"Courier-Whatever", "Courier"}, {"Garamond-Italic", "Helvetica-Oblique"}, {"Times", "Times-Roman"}};
     for (const auto& [name, standard] : looks)
-        EXPECT_EQ(fontOf("/Subtype /Type1 /FirstChar 65 /Widths [ 1 ] /BaseFont /" + std::string(name))->substitute().name(),
+        EXPECT_EQ(
+            fontOf("/Subtype /Type1 /FirstChar 65 /Widths [ 1 ] /BaseFont /" + std::string(name))->substitute().name(),
             standard);
 }
