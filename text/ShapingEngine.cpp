@@ -47,6 +47,7 @@ Host::Result<std::shared_ptr<Host::TextEngine>> ShapingEngine::create(const Opti
         if (!face)
             return face.refusal().withPrefix("the font file " + path + " ");
         engine->_faces.push_back(std::move(*face));
+        ++engine->_givenCount;
     }
     return std::shared_ptr<Host::TextEngine>(std::move(engine));
 }
@@ -59,7 +60,8 @@ std::optional<std::uint32_t> ShapingEngine::fontFor(char32_t character) noexcept
     if (!isNew)
         return place->second;
     std::optional<std::uint32_t> found;
-    for (std::uint32_t i = 0; i < _faces.size() && !found; ++i)
+    // Not in those of the system that earlier texts needed: a text looks the same whatever came before it.
+    for (std::uint32_t i = 0; i < _givenCount && !found; ++i)
         if (_faces[i].find(character) != 0)
             found = i;
     if (!found && _isSystemUsed)

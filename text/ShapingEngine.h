@@ -30,7 +30,8 @@ private:
     std::vector<Run> runsOf(std::u32string_view line, std::size_t first, std::size_t count) noexcept;
     void shapeRun(std::u32string_view line, const Run& run, bool isRightToLeft, std::vector<Glyph>& glyphs) noexcept;
 
-    std::vector<Face> _faces;
+    std::vector<Face> _faces; // those of the options first
+    std::uint32_t _givenCount = 0;
     SystemFonts _system;
     bool _isSystemUsed = true;
     std::unordered_map<char32_t, std::optional<std::uint32_t>> _fontByCharacter;

@@ -119,6 +119,16 @@ TEST(ShapingEngine, subsetsOfCffAreThatAlone)
     EXPECT_EQ(glyphs[0].width, 1000);
 }
 
+TEST(ShapingEngine, aTextHasTheSameFontWhateverCameBefore)
+{
+    const auto fresh = *Text::createEngine({}), used = *Text::createEngine({}), other = *Text::createEngine({});
+    if (!other->missing(U"\u6771A").empty())
+        GTEST_SKIP() << "no fonts are installed for these";
+    used->shape(U"\u6771", false);
+    EXPECT_EQ(used->font(used->shape(U"A", false)[0].font).name,
+        fresh->font(fresh->shape(U"A", false)[0].font).name);
+}
+
 TEST(ShapingEngine, aFileThatIsNoFontIsRefused)
 {
     const Tests::TestFolder folder;
