@@ -21,14 +21,19 @@ bool isCrypt(const QPDFObjectHandle& value)
     return isName(value, "/Crypt");
 }
 
-// Whether parameters say nothing: null, and arrays and dictionaries of nothing.
+bool isNullOrEmpty(QPDFObjectHandle parameters)
+{
+    return parameters.isNull() || (parameters.isDictionary() && parameters.getKeys().empty());
+}
+
+// Whether parameters say nothing: those of one filter, or an array with those of each. Arrays go no deeper, however
+// they refer to each other.
 bool saysNothing(QPDFObjectHandle parameters)
 {
-    if (parameters.isArray()) {
-        const Values all = parameters.getArrayAsVector();
-        return std::all_of(all.begin(), all.end(), saysNothing);
-    }
-    return parameters.isNull() || (parameters.isDictionary() && parameters.getKeys().empty());
+    if (!parameters.isArray())
+        return isNullOrEmpty(parameters);
+    const Values all = parameters.getArrayAsVector();
+    return std::all_of(all.begin(), all.end(), isNullOrEmpty);
 }
 
 QPDFObjectHandle valueOf(const ValueText::Entries& entries, const char* key)
