@@ -78,20 +78,30 @@ bool isWhole(std::uint64_t encrypted, std::uint64_t decrypted)
 
 } // namespace
 
-ClassicFile::ClassicFile(QPDF& document, Source& source, Image& image, Report& report, std::vector<std::string>& faults)
-    : _document(document), _source(source), _image(image), _report(report), _faults(faults),
+ClassicFile::ClassicFile(QPDF& document, Objects objects, Source& source, Image& image, Report& report,
+    std::vector<std::string>& faults)
+    : _document(document), _objects(objects), _source(source), _image(image), _report(report), _faults(faults),
       _values(image.text(), *this, report), _isEncrypted(document.isEncrypted()),
       _encryption(document.getTrailer().getKey("/Encrypt").getObjGen())
 {
 }
 
-void ClassicFile::write(const ObjectTable& table, const Replacements& replacements)
+void ClassicFile::write(
+    const ObjectTable& table, const Replacements& replacements, const std::function<void()>& whenRead)
 {
     writeHeader();
     readTable(table);
-    for (std::size_t id = 1; id < _rows.size(); ++id)
-        if (_rows[id].state != Row::Free)
-            writeObject(static_cast<int>(id), objectOf(static_cast<int>(id), replacements));
+    for (int id = 1; id < static_cast<int>(_rows.size()); ++id) {
+        const Row& row = _rows[static_cast<std::size_t>(id)];
+        if (row.state == Row::Free)
+            continue;
+        _document.getObject(id, row.generation).isNull(); // reads it
+        whenRead();
+        QPDFObjectHandle value = objectOf(id, replacements);
+        writeObject(id, value);
+        if (_objects == Objects::LetGo)
+            letGo(id, value);
+    }
     for (std::size_t i = 0; i < _wanted.size(); ++i)
         writeObject(_wanted[i], objectOf(_wanted[i], {}));
     const std::uint64_t tableOffset = _image.size();
@@ -147,7 +157,41 @@ QPDFObjectHandle ClassicFile::objectOf(int id, const Replacements& replacements)
         if (steps++ > replacements.size())
             return QPDFObjectHandle::newNull();
     }
+    if (isGone(object))
+        throw ObjectIsGone();
     return _document.getObject(object);
+}
+
+bool ClassicFile::isGone(QPDFObjGen object) const
+{
+    const auto id = static_cast<std::size_t>(std::max(object.getObj(), 0));
+    return id < _rows.size() && _rows[id].isGone && _rows[id].generation == object.getGen();
+}
+
+// Throws when something was let go of that says how the data of a stream is stored.
+void ClassicFile::requireAll(QPDFObjectHandle value, int depth) const
+{
+    constexpr int deepest = 4; // an array of dictionaries, by references
+    if (isGone(value.getObjGen()) || depth > deepest)
+        throw ObjectIsGone();
+    if (value.isArray())
+        for (const QPDFObjectHandle& element : value.getArrayAsVector())
+            requireAll(element, depth + 1);
+    else if (value.isDictionary())
+        for (const auto& [key, entry] : value.getDictAsMap())
+            requireAll(entry, depth + 1);
+}
+
+// Numbers and names stay: they are lengths and filters of streams.
+void ClassicFile::letGo(int id, QPDFObjectHandle value)
+{
+    Row& row = _rows[static_cast<std::size_t>(id)];
+    const QPDFObjGen own(id, row.generation);
+    const bool isLarge = value.isArray() || value.isDictionary() || value.isStream();
+    if (value.getObjGen() != own || !isLarge || isSetAside(value))
+        return;
+    _document.replaceObject(own, QPDFObjectHandle::newNull());
+    row.isGone = true;
 }
 
 bool ClassicFile::isFollowed(QPDFObjGen object)
@@ -191,6 +235,9 @@ void ClassicFile::writeStream(QPDFObjectHandle stream, const Step& step)
     const bool hasLength = found != entries.end() && found->second.isInteger();
     const auto length = static_cast<std::uint64_t>(hasLength ? std::max(found->second.getIntValue(), 0LL) : 0);
     entries.erase("/Length");
+    for (const char* key : {"/Filter", "/DecodeParms"})
+        if (const auto entry = entries.find(key); entry != entries.end() && _objects == Objects::LetGo)
+            requireAll(entry->second, 0);
     simplifyFilters(entries);
     std::string& text = _image.text();
     text += "<< /Length ";

@@ -5,19 +5,33 @@
 #include <import/Source.h>
 #include <import/ValueText.h>
 
+#include <functional>
+
 namespace Import {
 
 // Objects that are nothing but a reference, and where it leads.
 using Replacements = std::map<QPDFObjGen, QPDFObjGen>;
 
+// What becomes of libqpdf's objects when they are written.
+enum class Objects {
+    LetGo, // so few are in memory at a time; libqpdf has null in their place
+    Kept,
+};
+
+// Thrown when an object is needed once more after it was let go of. Deliberately no `std::exception`, as `Stop`.
+struct ObjectIsGone {};
+
 // Writes a document of libqpdf as a classic file that the core opens. Objects keep ids and generations.
 class ClassicFile final : private References {
 public:
     // All must outlive this. What is wrong with data, and libqpdf passes over, is appended to `faults`.
-    ClassicFile(QPDF& document, Source& source, Image& image, Report& report, std::vector<std::string>& faults);
+    ClassicFile(QPDF& document, Objects objects, Source& source, Image& image, Report& report,
+        std::vector<std::string>& faults);
 
-    // Writes the objects of the table, the table and the trailer. Throws `Stop` when that can't be done in proportion.
-    void write(const ObjectTable& table, const Replacements& replacements);
+    // Writes the objects of the table, the table and the trailer. `whenRead` is called after libqpdf has read an object,
+    // and may add to the replacements. Throws `Stop` when it can't be done in proportion, and `ObjectIsGone`.
+    void write(
+        const ObjectTable& table, const Replacements& replacements, const std::function<void()>& whenRead);
 
 private:
     // A row of the table, and what becomes of the object.
@@ -32,6 +46,7 @@ private:
         std::uint64_t offset = 0;
         std::uint16_t generation = 0;
         State state = Free;
+        bool isGone = false; // libqpdf has null in its place
     };
 
     // References
@@ -41,6 +56,9 @@ private:
     bool isSetAside(QPDFObjectHandle value) const;
     void writeHeader();
     QPDFObjectHandle objectOf(int id, const Replacements& replacements);
+    bool isGone(QPDFObjGen object) const;
+    void requireAll(QPDFObjectHandle value, int depth) const;
+    void letGo(int id, QPDFObjectHandle value);
     void writeObject(int id, QPDFObjectHandle value);
     void writeStream(QPDFObjectHandle stream, const Step& step);
     void writeData(QPDFObjectHandle stream, std::uint64_t length, std::uint64_t lengthOffset, const Step& step);
@@ -49,6 +67,7 @@ private:
     void writeTrailer(std::uint64_t table);
 
     QPDF& _document;
+    const Objects _objects;
     Source& _source;
     Image& _image;
     Report& _report;

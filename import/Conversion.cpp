@@ -40,18 +40,21 @@ public:
     {
     }
 
-    void run(Image& image, std::uint64_t limit)
+    void run(Image& image, std::uint64_t limit, Objects objects)
     {
         examineStreams(limit);
         _report.isDecrypted = _document->isEncrypted();
         if (_report.isDecrypted)
             _report.permissions = permissionsOf(*_document);
-        _document->getAllObjects(); // reads them
-        if (_options.isRepairAllowed)
+        if (_options.isRepairAllowed) {
+            _document->getAllObjects(); // reads them
             _table = ObjectTable(*_document); // libqpdf may have made a new one
+        }
+        _document->getTrailer().getKey("/Root").isNull(); // reads it, and warns before the exception comes
         takeWarnings();
         _document->getRoot();
-        ClassicFile(*_document, *_source, image, _report, _faults).write(_table, _replacements);
+        ClassicFile(*_document, objects, *_source, image, _report, _faults)
+            .write(_table, _replacements, [this] { takeWarnings(); });
         takeWarnings();
         for (const std::string& fault : _faults)
             judge(fault, false);
@@ -132,9 +135,18 @@ Ref<Interfaces::Stripe> convert(const Ref<Host::FileStripe>& file, const Options
         stop(Reason::LimitReached, "its tables have " + std::to_string(structure.streamedRows) + " rows");
     if (structure.hasCostlyFilters)
         stop(Reason::LimitReached, "a cross-reference stream can't be decoded within bounds");
-    Image image(file, limit);
-    Conversion(file, options, report).run(image, limit);
-    return image.toStripe();
+    const auto imageOf = [&](Objects objects) {
+        Image image(file, limit);
+        Conversion(file, options, report).run(image, limit, objects);
+        return image.toStripe();
+    };
+    const Report before = report;
+    try {
+        return imageOf(Objects::LetGo);
+    } catch (const ObjectIsGone&) {
+        report = before;
+        return imageOf(Objects::Kept);
+    }
 }
 
 } // namespace Import
