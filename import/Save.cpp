@@ -66,8 +66,18 @@ std::shared_ptr<QPDF> readWhole(FileOutput& out, const std::string& password)
     return document;
 }
 
+// libqpdf writes the catalog's Extensions into the catalog, wherever they are. Where they are an object of their own,
+// that is one more that nothing refers to, so that those are the same in both documents, in the same order.
+void takeInExtensions(QPDF& document)
+{
+    QPDFObjectHandle extensions = document.getRoot().getKey("/Extensions");
+    if (extensions.isIndirect())
+        document.getRoot().replaceKey("/Extensions", extensions.shallowCopy());
+}
+
 void write(QPDF& document, FileOutput& out, const Storage& storage)
 {
+    takeInExtensions(document);
     for (QPDFObjectHandle object : document.getAllObjects())
         if (object.isStream())
             object.setFilterOnWrite(false); // its data goes out as it is stored

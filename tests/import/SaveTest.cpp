@@ -53,6 +53,23 @@ TEST(ImportSave, storesTheSameDocument)
         }
 }
 
+TEST(ImportSave, takesInExtensionsThatAreAnObjectOfTheirOwn)
+{
+    const TestFolder folder;
+    for (const char* extensions : {"<< /Other 5 0 R >>", "<< /ADBE << /A 1 >> >>", "[ ]", "(none)"}) {
+        const std::string file = PdfText()
+                                     .object(1, "<< /Type /Catalog /Pages 2 0 R /Extensions 6 0 R >>")
+                                     .object(2, "<< /Type /Pages /Kids [ ] /Count 0 >>")
+                                     .object(3, "(nobody refers to it)").object(5, "[ 6 0 R ]")
+                                     .object(6, extensions)
+                                     .trailer("/Size 7");
+        const auto opened = Import::open(folder.put("in.pdf", file));
+        ASSERT_TRUE(opened);
+        const auto saved = Import::save(opened->opened, folder.path("out.pdf"), {.isCompact = true});
+        EXPECT_TRUE(saved) << extensions << ": " << saved.refusal().message;
+    }
+}
+
 TEST(ImportSave, leavesTheTargetWhenRefused)
 {
     const TestFolder folder;
