@@ -1,5 +1,7 @@
 """Whether a written file is what it should be, as qpdf reads it."""
 
+import base64
+import hashlib
 import json
 import os
 import re
@@ -31,6 +33,9 @@ def equality(operation, source, foreign):
     if operation == "background":
         expected = PageTree(source).with_background(PageTree(foreign))
         return readable(lambda path: expected == PageTree(path).parts())
+    if operation == "place":
+        tree, letter = PageTree(source), PageTree(foreign).drawings()[0]
+        return readable(lambda path: is_placed(tree, letter, PageTree(path)))
     text = canonical(source)
     if operation == "form":
         return readable(lambda path: is_filled(text, canonical(path)))
@@ -82,6 +87,15 @@ def is_filled(source, written):
             and len(values) == len(value.findall(source)) and value.sub(b"", source) == value.sub(b"", written))
 
 
+def is_placed(source, letter, written):
+    """Whether each page draws the letterhead and then what it drew before, and nothing else is changed."""
+    drawings = written.drawings()
+    return (source.catalog == written.catalog and source.others() == written.others()
+            and len(drawings) == len(source.pages)
+            and all(-1 < drawing.find(letter) < drawing.rfind(own)
+                    for drawing, own in zip(drawings, source.drawings())))
+
+
 def contents(page):
     return page["/Contents"] if isinstance(page["/Contents"], list) else [page["/Contents"]]
 
@@ -104,6 +118,7 @@ class PageTree:
                                "--decode-level=generalized", path], stdout=subprocess.PIPE, check=True)
         self.objects = json.loads(done.stdout)["qpdf"][1]
         self.expanded = {}
+        self.marks = {}
         catalog = dict(self.value(self.objects["trailer"]["value"]["/Root"]))
         root = catalog.pop("/Pages")
         kids = self.value(root)["/Kids"]
@@ -123,6 +138,37 @@ class PageTree:
         letter = foreign.pages[0]
         return self.catalog, with_resources(self.root, foreign.root), [
             with_resources({**page, "/Contents": contents(letter) + contents(page)}, letter) for page in self.pages]
+
+    def others(self):
+        """All of the root and the pages but what they draw and with what."""
+        nodes = [self.root, *self.pages]
+        return [{key: value for key, value in node.items() if key not in ("/Contents", "/Resources")}
+                for node in nodes]
+
+    def drawings(self):
+        """The content of each page, with what they stand for in place of the names of resources."""
+        return [self.drawing(contents(page), page.get("/Resources", self.root.get("/Resources", {})))
+                for page in self.pages]
+
+    def drawing(self, streams, resources):
+        named = {name: value for names in resources.values() if isinstance(names, dict)
+                 for name, value in names.items()}
+
+        def meaning(match):
+            if match[1] not in named:
+                return match[0]
+            value = named[match[1]]
+            if match[2] and value["dict"]["/Subtype"] == "/Form":
+                return self.drawing([value], value["dict"].get("/Resources", {}))
+            return self.mark(value) + (match[2] or "")
+        text = " ".join(base64.b64decode(stream["data"]).decode("latin-1") for stream in streams)
+        return re.sub(r"(/\w+)( Do\b)?", meaning, " ".join(text.split()))
+
+    def mark(self, value):
+        """A short text that stands for the value, however large that is."""
+        if id(value) not in self.marks:
+            self.marks[id(value)] = hashlib.sha256(json.dumps(value, sort_keys=True).encode()).hexdigest()
+        return self.marks[id(value)]
 
     def expand(self, value):
         if isinstance(value, str) and re.fullmatch(r"\d+ 0 R", value):

@@ -25,6 +25,10 @@ DAMAGE = [
     ("background", "pages", "letterhead", b"/Catalog", b"/CataloG"),
     ("background", "pages", "letterhead", b"/Parent 1 0 R", b"/Parent 2 0 R"),
     ("background", "pages-own", "letterhead-own", b"/Courier ", b"/Couries "),
+    ("place", "pages", "letterhead", b"/Parent 1 0 R", b"/Parent 2 0 R"),
+    ("place", "pages-own", "letterhead-own", b"/Courier ", b"/Couries "),
+    ("place", "pages-own", "letterhead-own", b"/Times-Roman", b"/Times-Bold"),
+    ("place", "pages-own", "letterhead-own", b"/Fx1 Do", b"/Fx2 Do"),
 ]
 COUNTS = {"objects": 100, "nested": 20, "form": 200, "letterhead": 2000, "streams-fast": 1000}
 
@@ -60,7 +64,9 @@ class VerificationTest(unittest.TestCase):
 
     def test_a_job_that_was_not_done_is_found(self):
         source = self.file_of("pages")
-        self.assertFalse(equality("background", source, self.file_of("letterhead"))(self.written("rewrite", source)))
+        for operation in ("background", "place"):
+            is_right = equality(operation, source, self.file_of("letterhead"))
+            self.assertFalse(is_right(self.written("rewrite", source)), operation)
         source = self.file_of("streams-fast")
         for operation, done in (("uncompress", "rewrite"), ("recompress", "uncompress"), ("recompress", "rewrite")):
             with self.subTest(operation=operation, done=done):
