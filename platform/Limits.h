@@ -77,6 +77,15 @@ constexpr std::size_t maxSkipped = 100;
 // The texts of one listing of fields, in bytes: fields may share long texts, and each gives them in full.
 constexpr std::size_t maxListedText = std::size_t(16) << 20;
 
+// A file of values that is read into memory as a whole, in bytes, and a row of one that isn't.
+constexpr std::size_t maxValuesFile = std::size_t(16) << 20;
+// What the names and texts of such a file come to, in bytes of memory: each field repeats the names above it, and an
+// object may be the value of many fields.
+constexpr std::size_t maxValueTexts(std::size_t fileSize)
+{
+    return (std::size_t(1) << 20) + 16 * fileSize;
+}
+
 // References that lead from one to the next. Objects that hold nothing but a reference hardly occur, and a longer
 // chain counts as leading nowhere.
 constexpr int maxReferenceChain = 16;

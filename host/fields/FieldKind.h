@@ -19,6 +19,11 @@ enum class FieldKind {
     Signature,
     Unknown, // no FT, neither its own nor inherited, or one that the standard doesn't have
 };
+// Whether fields of this kind take a value.
+constexpr bool isFillable(FieldKind kind) noexcept
+{
+    return kind != FieldKind::PushButton && kind != FieldKind::Signature && kind != FieldKind::Unknown;
+}
 // "text", "check box", "radio buttons" ...
 EXPORTED std::string_view kindLabel(FieldKind kind) noexcept;
 

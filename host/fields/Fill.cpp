@@ -112,6 +112,14 @@ Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
         State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form)}));
 }
 
+bool FormFiller::takesValue(const std::string& path) const noexcept
+{
+    const std::vector<std::size_t>& found = _state->tree.find(path);
+    return !found.empty() && std::all_of(found.begin(), found.end(), [this](std::size_t index) {
+        return isFillable(kindOf(_state->tree.fields()[index].entries));
+    });
+}
+
 std::optional<Refusal> FormFiller::fill(
     const std::string& path, const FieldValue& value, const FillOptions& options) noexcept
 {

@@ -45,6 +45,9 @@ public:
     FormFiller& operator=(FormFiller&& other) noexcept;
     ~FormFiller() noexcept;
 
+    // Whether there is a field at `path` and it takes a value, as all do but push buttons, signatures and those without a
+    // kind.
+    bool takesValue(const std::string& path) const noexcept;
     // Sets the value of the field at `path`, as `listFields` gives it; of all of them when fields of several
     // kinds have it.
     // No refusal when it is done. Otherwise nothing is changed: with `Reason::Missing` for an unknown path, else
