@@ -17,6 +17,13 @@ const Option* findAmong(std::span<const Option> options, std::string_view name)
     return found == options.end() ? nullptr : &*found;
 }
 
+// How many arguments it has: the help calls each by a word.
+std::size_t argumentCount(const Option& option)
+{
+    const std::string_view names = option.argument;
+    return names.empty() ? 0 : 1 + std::size_t(std::count(names.begin(), names.end(), ' '));
+}
+
 // Whether the argument is one of those that the help lists, as "auto|never"; where it lists none, any is.
 bool isChoice(std::string_view choices, std::string_view argument)
 {
@@ -54,7 +61,7 @@ std::string CommandLine::parse(Arguments arguments)
     return "";
 }
 
-// What is wrong with the option; empty when it was taken, and with it the next argument if it needs one.
+// What is wrong with the option; empty when it was taken, and with it the next arguments if it needs them.
 std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
 {
     const std::size_t sign = spelled.find('=');
@@ -63,19 +70,19 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
     const Option* option = find(name);
     if (!option)
         return "unknown option " + name;
-    const bool takesArgument = *option->argument;
-    if (hasArgument && !takesArgument)
+    std::size_t missing = argumentCount(*option);
+    if (hasArgument && missing == 0)
         return name + " takes no argument";
-    if (takesArgument && !hasArgument && rest.empty())
-        return name + " needs an argument";
-    std::string& argument = _given[name];
+    if (rest.size() + hasArgument < missing)
+        return name + (missing == 1 ? " needs an argument" : std::string(" needs ") + option->argument);
+    std::vector<std::string>& given = _given[name];
     if (hasArgument) {
-        argument = spelled.substr(sign + 1);
-    } else if (takesArgument) {
-        argument = rest.front();
-        rest = rest.subspan(1);
+        given.push_back(spelled.substr(sign + 1));
+        --missing;
     }
-    return isChoice(option->argument, argument) ? "" : name + " takes " + option->argument;
+    given.insert(given.end(), rest.begin(), rest.begin() + std::ptrdiff_t(missing));
+    rest = rest.subspan(missing);
+    return given.empty() || isChoice(option->argument, given.back()) ? "" : name + " takes " + option->argument;
 }
 
 // Null when the program has no such option.
@@ -101,7 +108,14 @@ bool CommandLine::has(std::string_view option) const
 
 std::string CommandLine::argument(std::string_view option, const char* fallback) const
 {
-    return has(option) ? _given.find(option)->second : fallback;
+    const std::vector<std::string>& given = arguments(option);
+    return given.empty() ? fallback : given.back();
+}
+
+const std::vector<std::string>& CommandLine::arguments(std::string_view option) const
+{
+    static const std::vector<std::string> none;
+    return has(option) ? _given.find(option)->second : none;
 }
 
 std::string CommandLine::conflictAmong(std::initializer_list<const char*> options) const

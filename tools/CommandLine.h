@@ -12,7 +12,7 @@
 namespace Tools {
 
 // The options and operands that a program was given. Operands may come between options; everything after "--" is
-// one, and so is "-". Of an option that is given twice the last counts.
+// one, and so is "-". Of an option that is given twice the last counts, where nothing else is said.
 class CommandLine {
 public:
     using Arguments = std::span<const char* const>;
@@ -26,6 +26,8 @@ public:
 
     // The program must declare the option; that goes for all that follows, too.
     bool has(std::string_view option) const;
+    // The arguments of an option of several, as often as it is given, in their order.
+    const std::vector<std::string>& arguments(std::string_view option) const;
     // The argument of an option; `fallback` when the option isn't given.
     std::string argument(std::string_view option, const char* fallback = "") const;
     // What is wrong when more than one of these is given; empty when nothing is.
@@ -39,7 +41,7 @@ private:
     const Option* find(std::string_view name) const;
 
     const Program& _program;
-    std::map<std::string, std::string, std::less<>> _given; // arguments by option
+    std::map<std::string, std::vector<std::string>, std::less<>> _given; // arguments by option
     std::vector<std::string> _operands;
 };
 

@@ -10,7 +10,7 @@ namespace Tools {
 struct Option {
     const char* name;     // as it is given: "--values"
     const char* argument; // what the help calls its argument, which may follow it or a "=": "FILE"; empty for none. A
-                          // "|" is between all that it may be: "auto|never"
+                          // "|" is between all that it may be: "auto|never". One of several has a word for each
     const char* help;     // what it does. Lines are broken where they are full; "\n" breaks one earlier
 };
 

@@ -6,7 +6,7 @@ namespace {
 
 using Tools::CommandLine;
 
-constexpr Tools::Option own[] = {{"--mode", "MODE", ""}, {"--way", "in|out", ""}};
+constexpr Tools::Option own[] = {{"--mode", "MODE", ""}, {"--way", "in|out", ""}, {"--pair", "A B", ""}};
 constexpr Tools::Option common[] = {{"--quick", "", ""}, {"--quickly", "", ""}};
 const Tools::Program program = {
     .name = "try",
@@ -27,6 +27,8 @@ std::string parsed(const Tools::Program& by, std::vector<const char*> arguments)
         return out;
     for (std::size_t i = 0; i < line.operandCount(); ++i)
         out += line.operand(i) + ";";
+    for (const std::string& each : line.arguments("--pair"))
+        out += each + "/";
     return out + line.argument("--mode", "none") + (line.has("--quick") ? ";quick" : "")
         + line.conflictAmong({"--mode", "--quickly", "--quick"});
 }
@@ -54,6 +56,8 @@ TEST(CommandLine, takesArgumentsApart)
         {{"--help-all"}, "none"},
         {{"-h", "a", "b", "c"}, "a;b;c;none"},
         {{"a", "--mode"}, "--mode needs an argument"},
+        {{"--pair", "x=y", "--quick", "a", "--pair=z", ""}, "a;x=y/--quick/z//none"},
+        {{"a", "--pair", "x"}, "--pair needs A B"},
         {{"a", "--way", "out"}, "a;none"},
         {{"a", "--way=in|out"}, "--way takes in|out"},
         {{"a", "--way="}, "--way takes in|out"},
