@@ -1,5 +1,7 @@
 #include <tools/BatchJob.h>
 
+#include <tools/JsonInput.h>
+
 #include <algorithm>
 
 namespace Tools {
@@ -80,11 +82,12 @@ std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& 
 
 } // namespace
 
-std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job)
+std::optional<Host::Refusal> readJob(std::string_view line, BatchJob& job)
 {
-    if (!object.is_object())
-        return wrongJob("the line is not a JSON object in UTF-8");
-    // No lists: a copy of one that nests deep would exhaust the stack.
+    const auto read = readJson(line, Digits::UnderFill);
+    if (!read)
+        return read.refusal();
+    const nlohmann::json& object = *read;
     if (const auto id = object.find("id"); id != object.end()) {
         if (!id->is_string() && !id->is_number())
             return wrongJob("id is neither a text nor a number");
@@ -93,10 +96,10 @@ std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job
     if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "background", "recompress", "out"}))
         return refusal;
     for (const auto& [key, name] : {std::pair("in", &job.in), std::pair("out", &job.out)}) {
-        auto read = fileNameUnder(object, key);
-        if (!read)
-            return read.refusal();
-        *name = std::move(*read);
+        auto file = fileNameUnder(object, key);
+        if (!file)
+            return file.refusal();
+        *name = std::move(*file);
     }
     if (job.in.empty())
         return wrongJob("the job has no \"in\"");

@@ -19,7 +19,7 @@ struct BatchJob {
     std::string out; // empty: nothing is saved
 };
 
-// Reads a job from an object of JSON; the reason when it is none. What was read before that stays in `job`.
-std::optional<Host::Refusal> readJob(const nlohmann::json& object, BatchJob& job);
+// Reads a job from a line of JSON; the reason when it is none. What was read before that stays in `job`.
+std::optional<Host::Refusal> readJob(std::string_view line, BatchJob& job);
 
 } // namespace Tools

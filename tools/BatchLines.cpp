@@ -4,16 +4,47 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace Tools {
 
-BatchLines::Buffer::~Buffer()
+namespace {
+
+class JsonLines {
+public:
+    ~JsonLines() { std::free(_text); }
+
+    bool read(BatchLine& line)
+    {
+        std::string text;
+        do {
+            const ssize_t length = getline(&_text, &_size, stdin);
+            if (length < 0)
+                return false;
+            text.assign(_text, std::size_t(length));
+            _bytesRead += text.size();
+            ++_line;
+        } while (text.find_first_not_of(" \t\r\n") == text.npos);
+        line = {_line, _bytesRead, [text = std::move(text)](BatchJob& job) { return readJob(text, job); }};
+        return true;
+    }
+
+private:
+    char* _text = nullptr;
+    std::size_t _size = 0;
+    std::uint64_t _line = 0;
+    std::uint64_t _bytesRead = 0;
+};
+
+} // namespace
+
+BatchInput jsonLines()
 {
-    std::free(text);
+    return [lines = std::make_shared<JsonLines>()](BatchLine& line) { return lines->read(line); };
 }
 
-BatchLines::BatchLines(unsigned threads, std::uint64_t inputSize)
-    : _window(64 * threads), _inputSize(inputSize), _progress(!isatty(STDOUT_FILENO))
+BatchLines::BatchLines(BatchInput input, unsigned threads, std::uint64_t inputSize)
+    : _window(64 * threads), _inputSize(inputSize), _input(std::move(input)), _progress(!isatty(STDOUT_FILENO))
 {
 }
 
@@ -25,29 +56,14 @@ bool BatchLines::waitForRoom()
     return !_isBroken;
 }
 
-bool BatchLines::readLine(std::string& text)
-{
-    const ssize_t length = getline(&_buffer.text, &_buffer.size, stdin);
-    if (length < 0)
-        return false;
-    text.assign(_buffer.text, std::size_t(length));
-    _bytesRead += text.size();
-    ++_line;
-    return true;
-}
-
-bool BatchLines::next(std::uint64_t& index, std::uint64_t& line, std::string& text)
+bool BatchLines::next(std::uint64_t& index, BatchLine& line)
 {
     const std::lock_guard oneReader(_inputLock);
-    if (!waitForRoom())
+    if (!waitForRoom() || !_input(line))
         return false;
-    do {
-        if (!readLine(text))
-            return false;
-    } while (text.find_first_not_of(" \t\r\n") == text.npos);
+    _bytesRead = line.bytesRead;
     const std::lock_guard guard(_lock);
     index = _taken++;
-    line = _line;
     return true;
 }
 

@@ -7,6 +7,19 @@ namespace Tools {
 
 namespace {
 
+// The first of several refusals, with the messages of others.
+Host::Refusal joined(const std::vector<Host::Refusal>& refusals)
+{
+    constexpr std::size_t maxShown = 10;
+    Host::Refusal result = refusals.front();
+    for (std::size_t i = 1; i < std::min(refusals.size(), maxShown); ++i)
+        result.message += "; " + refusals[i].message;
+    if (refusals.size() > maxShown)
+        result.message += "; and " + std::to_string(refusals.size() - maxShown) + " more";
+    result.message += fieldHint;
+    return result;
+}
+
 // One run of a job: its own documents, and what becomes of them. Every step gives the reason why it failed.
 class Run {
 public:
@@ -30,16 +43,16 @@ public:
     }
     std::optional<Host::Refusal> fill()
     {
-        if (_job.values.empty())
+        FieldValues values = _job.values;
+        values.insert(_options.values.begin(), _options.values.end());
+        if (values.empty())
             return {};
         auto filler = Host::FormFiller::create(_opened.document);
         if (!filler)
             return filler.refusal();
-        for (const auto& [name, value] : _job.values)
-            if (auto refusal = filler->fill(name, value, _options.fill)) {
-                refusal->message = name + ": " + refusal->message + fieldHint;
-                return refusal;
-            }
+        const auto refusals = fillAll(*filler, values, _options.fill, _options.unknownFields, _result.warnings);
+        if (!refusals.empty())
+            return joined(refusals);
         warn(filler->warnings());
         return filler->finish();
     }

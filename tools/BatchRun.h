@@ -1,6 +1,7 @@
 #pragma once
 
 #include <tools/BatchJob.h>
+#include <tools/Filling.h>
 #include <tools/Saving.h>
 
 namespace Tools {
@@ -11,6 +12,8 @@ struct BatchOptions {
     Host::SaveOptions save;
     StoreOptions storage;
     Host::FillOptions fill;
+    FieldValues values; // of all jobs, unless a job has another one of the same name
+    UnknownFields unknownFields = UnknownFields::Refused;
     bool isForced = false;
 };
 

@@ -1,5 +1,6 @@
 #include <tools/Filling.h>
 
+#include <platform/Limits.h>
 #include <text/Loader.h>
 
 namespace Tools {
@@ -12,6 +13,7 @@ constexpr Option options[] = {
     {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
     {"--any-text", "", "fill in a text with characters that no font has, too, and leave them out where it is drawn"},
 };
+constexpr const char* skippingHint = " (--skip-unknown passes over it)";
 
 } // namespace
 
@@ -45,6 +47,24 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
     result.areFontsLater = true;
     result.isAnyTextAllowed = line.has("--any-text");
     return result;
+}
+
+std::vector<Host::Refusal> fillAll(Host::FormFiller& filler, const Host::FieldValues& values,
+    const Host::FillOptions& options, UnknownFields unknown, std::vector<std::string>& warnings)
+{
+    std::vector<Host::Refusal> refusals;
+    for (const auto& [name, value] : values) {
+        const auto refusal = filler.fill(name, value, options);
+        if (!refusal)
+            continue;
+        const bool isUnknown = !filler.takesValue(name);
+        if (!isUnknown || unknown == UnknownFields::Refused)
+            refusals.push_back(
+                {refusal->reason, name + ": " + refusal->message + (isUnknown ? skippingHint : ""), refusal->code});
+        else if (warnings.size() < Limits::maxSkipped)
+            warnings.push_back(name + ": " + refusal->message + ", and the value is passed over");
+    }
+    return refusals;
 }
 
 } // namespace Tools

@@ -21,4 +21,14 @@ std::string json(std::string_view text)
     return out + '"';
 }
 
+std::string jsonOfTexts(const std::vector<std::string>& texts)
+{
+    if (texts.size() == 1)
+        return json(texts.front());
+    std::string out = "[";
+    for (const std::string& text : texts)
+        out += (out.size() == 1 ? "" : ", ") + json(text);
+    return out + "]";
+}
+
 } // namespace Tools

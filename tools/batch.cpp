@@ -4,6 +4,7 @@
 #include <host/base/Utf8.h>
 #include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
+#include <tools/CsvJobs.h>
 #include <tools/Filling.h>
 #include <tools/LogKeeping.h>
 #include <tools/Main.h>
@@ -18,27 +19,33 @@ namespace {
 using Tools::BatchOptions;
 using Tools::BatchResult;
 using Tools::CommandLine;
+using Tools::FieldValues;
 using Json = nlohmann::ordered_json;
 
 constexpr Tools::Option ownOptions[] = {
     {"--jobs", "N", "threads; 1 by default"},
     {"--force", "", "go on where the preflight finds a reason not to"},
 };
+constexpr Tools::Option inputOptions[] = {
+    {"--values", "FILE", "values of all jobs or rows, which count after their own, from JSON, FDF, XFDF or CSV"},
+    {"--csv", "FILE", "instead of jobs, rows of values, after a row with the names of their fields; an empty cell leaves "
+                      "a field as it is"},
+    {"--in", "FORM", "the form that is filled for each row"},
+    {"--out", "NAME", "the file of each row, such as '{number}.pdf': in it {number} is the number of the row, and any "
+                      "name of a field in such brackets its cell"},
+};
 constexpr Tools::Option logOption[] = {{"-v", "", "put the library's log lines into the results"}};
 const Tools::Program program = {
     .name = "batch",
     .usage = "[options] < JOBS > RESULTS",
     .about = "Runs a job for each line of standard input, a JSON object in UTF-8, and prints a result for each, in the "
-             "same order. A job that fails does not stop the others.\n"
+             "same order. A job that fails does not stop the others, and none may need the output of another one. With "
+             "--csv it fills a form for each row of a file.\n"
              "\n"
-             "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\", \"paid\": true},\n"
-             "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"},\n"
-             "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
-             "\n"
-             "Only \"in\" is needed. No job may need the output of another job of the same run.",
-    .options = {{"", ownOptions}, Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
-    .exitStatus = "0; 1 when a job failed; 2 for wrong use, and when the input can't be read or the output can't be "
-                  "written.",
+             "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\"}, \"recompress\": \"flate\",\n"
+             "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"}, \"out\": \"7.pdf\"}",
+    .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
+    .exitStatus = "0; 1 when a job failed; 2 for wrong use, unreadable input and output that can't be written.",
 };
 
 // The log lines of the thread's current job. The sink is called on the thread that logs.
@@ -77,16 +84,15 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
 void work(Tools::BatchLines& lines, const BatchOptions& options)
 {
     std::uint64_t index;
-    std::uint64_t line;
-    std::string text;
-    while (lines.next(index, line, text)) {
+    Tools::BatchLine line;
+    while (lines.next(index, line)) {
         Tools::BatchJob job;
         BatchResult result;
-        if (auto refusal = Tools::readJob(nlohmann::json::parse(text, nullptr, false), job))
+        if (auto refusal = line.read(job))
             result = {"job", std::move(*refusal), 0, 0, {}, {}};
         else
             result = Tools::runJob(job, options);
-        const Json object = resultOf(line, job, result);
+        const Json object = resultOf(line.line, job, result);
         lines.finish(index, object.dump(-1, ' ', false, Json::error_handler_t::replace), result.step.empty());
     }
 }
@@ -98,7 +104,8 @@ std::uint64_t sizeOfInput()
     return fstat(STDIN_FILENO, &status) == 0 && S_ISREG(status.st_mode) ? std::uint64_t(status.st_size) : 0;
 }
 
-BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open, Host::FillOptions fill)
+BatchOptions optionsOf(
+    const CommandLine& line, const Tools::OpenOptions& open, Host::FillOptions fill, Tools::FieldValues values)
 {
     BatchOptions options;
     options.open = open;
@@ -106,13 +113,16 @@ BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open, 
     options.save = Tools::saveOptionsOf(line);
     options.storage = Tools::storeOptionsOf(line);
     options.isForced = line.has("--force");
+    options.values = std::move(values);
+    if (line.has("--skip-unknown"))
+        options.unknownFields = Tools::UnknownFields::Skipped;
     return options;
 }
 
-// Does the jobs of all lines on so many threads, and says how many failed.
-std::uint64_t workOn(unsigned threads, const BatchOptions& options)
+// Does the jobs of an input on so many threads, and says how many failed.
+std::uint64_t workOn(Tools::BatchInput input, std::uint64_t inputSize, unsigned threads, const BatchOptions& options)
 {
-    Tools::BatchLines lines(threads, sizeOfInput());
+    Tools::BatchLines lines(std::move(input), threads, inputSize);
     std::vector<std::thread> workers;
     for (unsigned i = 1; i < threads; ++i)
         workers.emplace_back(work, std::ref(lines), std::cref(options));
@@ -124,6 +134,8 @@ std::uint64_t workOn(unsigned threads, const BatchOptions& options)
 
 int batch(const CommandLine& line, const Tools::Console& console)
 {
+    if (line.has("--csv") != line.has("--in") || line.has("--csv") != line.has("--out"))
+        return console.misuse("--csv, --in and --out go together");
     const auto threads = Tools::numberOf(line.argument("--jobs", "1"));
     if (!threads || *threads < 1 || *threads > 256)
         return console.misuse("--jobs takes a number from 1 to 256");
@@ -135,9 +147,28 @@ int batch(const CommandLine& line, const Tools::Console& console)
         return console.misuse(fill.refusal().message);
     if (line.has("-v")) // instead of at the end
         Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
-    const std::uint64_t failed = workOn(*threads, optionsOf(line, *open, *fill));
-    if (std::ferror(stdin))
-        return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
+    FieldValues values;
+    if (line.has("--values")) {
+        auto read = Tools::readValues(line.argument("--values"), line);
+        if (!read)
+            return console.refuse(line.argument("--values"), read.refusal());
+        values = std::move(*read);
+    }
+    const BatchOptions options = optionsOf(line, *open, *fill, std::move(values));
+    std::uint64_t failed = 0;
+    if (line.has("--csv")) {
+        auto jobs = Tools::CsvJobs::create(
+            line.argument("--csv"), Tools::separatorOf(line), line.argument("--in"), line.argument("--out"));
+        if (!jobs)
+            return console.refuse(line.argument("--csv"), jobs.refusal());
+        failed = workOn([&jobs](Tools::BatchLine& job) { return jobs->read(job); }, jobs->inputSize(), *threads, options);
+        if (jobs->isBroken())
+            return console.refuse(line.argument("--csv"), {Host::Reason::Unreadable, "can't be read"});
+    } else {
+        failed = workOn(Tools::jsonLines(), sizeOfInput(), *threads, options);
+        if (std::ferror(stdin))
+            return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
+    }
     const int status = console.finish();
     return status == Tools::Done && failed ? int(Tools::Refused) : status;
 }

@@ -1,6 +1,7 @@
 // Prints the fields of the form of a PDF file.
 
 #include <host/fields/FormFields.h>
+#include <tools/FieldValues.h>
 #include <tools/Identifiers.h>
 #include <tools/ImportReport.h>
 #include <tools/Json.h>
@@ -15,6 +16,8 @@ using Tools::json;
 
 constexpr Tools::Option ownOptions[] = {
     {"--json", "", "output for programs: all that is known about each field"},
+    {"--format", "json|fdf|xfdf|csv", "the values alone, as files-pdf-fill --values reads them"},
+    Tools::separatorOption,
 };
 const Tools::Program program = {
     .name = "fields",
@@ -43,9 +46,7 @@ std::string jsonList(const Texts& texts)
 
 std::string jsonValue(const std::optional<Host::FieldTexts>& value)
 {
-    if (!value)
-        return "null";
-    return value->size() == 1 ? json(value->front()) : jsonList(*value);
+    return value ? Tools::jsonOfTexts(*value) : "null";
 }
 
 std::string jsonField(const Host::FormField& field)
@@ -106,8 +107,21 @@ void printTable(const Host::FormFields& form)
     Tools::printTable(rows);
 }
 
+// Why there is nothing to print, if so.
+std::optional<Host::Refusal> printValues(const Host::FormFields& form, const Tools::CommandLine& line)
+{
+    const auto format = Tools::formatCalled(line.argument("--format"));
+    const auto text = Tools::writeValues(form, *format, Tools::separatorOf(line));
+    if (!text)
+        return text.refusal();
+    std::fwrite(text->data(), 1, text->size(), stdout);
+    return {};
+}
+
 int fields(const Tools::CommandLine& line, const Tools::Console& console)
 {
+    if (const std::string conflict = line.conflictAmong({"--json", "--format"}); !conflict.empty())
+        return console.misuse(conflict);
     const std::string& file = line.operand(0);
     const auto opened = Tools::Opening(line, console).open(file);
     if (!opened)
@@ -117,7 +131,10 @@ int fields(const Tools::CommandLine& line, const Tools::Console& console)
         return console.refuse(file, form.refusal());
     if (line.has("--json"))
         printJson(*form, *opened);
-    else
+    else if (line.has("--format")) {
+        if (const auto refusal = printValues(*form, line))
+            return console.refuse(file, *refusal);
+    } else
         printTable(*form);
     for (const std::string& what : form->skipped)
         console.warn(file, what);

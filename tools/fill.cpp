@@ -9,7 +9,7 @@
 #include <tools/Opening.h>
 #include <tools/Saving.h>
 
-#include <map>
+#include <algorithm>
 
 namespace {
 
@@ -18,7 +18,8 @@ using Tools::Console;
 using Tools::FieldValues;
 
 constexpr Tools::Option ownOptions[] = {
-    {"--values", "FILE", "values from a JSON object that maps names to a text, true, false or a list of texts"},
+    {"--values", "FILE", "values from JSON, FDF, XFDF or CSV, as files-pdf-fields --format prints them"},
+    {"--field", "NAME VALUE", "the same as NAME=VALUE, also for a name with \"=\""},
 };
 const Tools::Program program = {
     .name = "fill",
@@ -29,37 +30,31 @@ const Tools::Program program = {
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
              "is refused, nothing is saved.",
-    .options = {{"", ownOptions}, Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
-// Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8.
+// Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8. They count
+// before those of a file.
 bool readOperands(const CommandLine& line, FieldValues& values)
 {
-    std::map<std::string, std::vector<std::string>> texts;
+    Tools::NamedTexts texts;
+    const std::vector<std::string>& fields = line.arguments("--field");
+    for (std::size_t i = 0; i < fields.size(); i += 2)
+        texts[fields[i]].push_back(fields[i + 1]);
     for (std::size_t i = 2; i < line.operandCount(); ++i) {
         const std::string& operand = line.operand(i);
         const std::size_t sign = operand.find('=');
-        if (sign == operand.npos || !Host::fromUtf8(operand))
+        if (sign == operand.npos)
             return false;
         texts[operand.substr(0, sign)].push_back(operand.substr(sign + 1));
     }
-    for (auto& [name, all] : texts)
-        values.emplace_back(name, all.size() == 1 ? Host::FieldValue(all[0]) : Host::FieldValue(all));
+    for (const auto& [name, all] : texts)
+        if (!Host::fromUtf8(name) || !std::all_of(all.begin(), all.end(), &Host::fromUtf8))
+            return false;
+    for (auto& [name, value] : Tools::valuesOf(texts))
+        values.insert_or_assign(name, value);
     return true;
-}
-
-// Sets all values, and says of each that is refused why. The status to end with, unless all are set.
-std::optional<int> fillAll(const Console& console, const std::string& in, Host::FormFiller& filler,
-    const FieldValues& values, const Host::FillOptions& options)
-{
-    std::optional<int> status;
-    for (const auto& [name, value] : values)
-        if (auto refusal = filler.fill(name, value, options)) {
-            refusal->message = name + ": " + refusal->message + Tools::fieldHint;
-            status = console.refuse(in, *refusal);
-        }
-    return status;
 }
 
 int fill(const CommandLine& line, const Console& console)
@@ -69,7 +64,7 @@ int fill(const CommandLine& line, const Console& console)
         return console.misuse(options.refusal().message);
     FieldValues values;
     if (line.has("--values")) {
-        auto read = Tools::readValues(line.argument("--values"));
+        auto read = Tools::readValues(line.argument("--values"), line);
         if (!read)
             return console.refuse(line.argument("--values"), read.refusal());
         values = std::move(*read);
@@ -83,11 +78,19 @@ int fill(const CommandLine& line, const Console& console)
     auto filler = Host::FormFiller::create(opened->document);
     if (!filler)
         return console.refuse(in, filler.refusal());
-    if (const auto status = fillAll(console, in, *filler, values, *options))
+    const auto unknown = line.has("--skip-unknown") ? Tools::UnknownFields::Skipped : Tools::UnknownFields::Refused;
+    std::vector<std::string> warnings;
+    std::optional<int> status;
+    for (Host::Refusal& refusal : Tools::fillAll(*filler, values, *options, unknown, warnings)) {
+        refusal.message += Tools::fieldHint;
+        status = console.refuse(in, refusal);
+    }
+    if (status)
         return *status;
     if (const auto refusal = filler->finish())
         return console.refuse(in, *refusal);
-    for (const std::string& warning : filler->warnings())
+    warnings.insert(warnings.end(), filler->warnings().begin(), filler->warnings().end());
+    for (const std::string& warning : warnings)
         console.warn(in, warning);
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));
 }

@@ -8,6 +8,7 @@ import tempfile
 import unittest
 
 BATCH, MAKE_INVOICE = sys.argv[1:3]
+FILL = os.path.join(os.path.dirname(BATCH), "files-pdf-fill")
 HAS_IMPORT = "import" in sys.argv[3:]
 
 
@@ -106,7 +107,7 @@ class Batch(unittest.TestCase):
         bad = [b"{", b"[]", b"17", b"\xff\xfe", b'{"in": "form.pdf", "id": "\xe9"}', b'{"in": "form.pdf"} x',
                b"[" * 200000, b'{"in": "form.pdf", "id": ' + b"[" * 200000 + b"]" * 200000 + b"}",
                {}, {"in": ""}, {"in": 3}, {"in": "form.pdf\0"}, {"in": "form.pdf", "Fill": {}},
-               {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": 3}}, {"in": "form.pdf", "fill": []},
+               {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": {}}}, b'{"in": "form.pdf", "in": "form.pdf"}', {"in": "form.pdf", "fill": []},
                {"in": "form.pdf", "recompress": "zip"}, {"in": "form.pdf", "background": {"mode": "all"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "above": "yes"}},
@@ -134,7 +135,73 @@ class Batch(unittest.TestCase):
         _, results = run([{"in": f} for f in ("form.pdf", "damaged.pdf") * 20], "-v", "--jobs", "4")
         self.assertEqual([len(r.get("log", [])) for r in results], [0, 1] * 20)
 
+    def csv(self, rows, out, *options):
+        with open("rows.csv", "wb") as file:
+            file.write(rows)
+        return run([], "--csv", "rows.csv", "--in", "form.pdf", "--out", out, *options)
+
+    def test_each_row_makes_the_file_that_fill_makes_of_it(self):
+        names = b"order,remarks,delivery,paid,number"
+        rows = [b'"A ""7""","two\r\nlines",Post,Yes,1', b",,,,", "Łódź,東京,Off,,2".encode(), b'"C:\\dir",,Courier,off,']
+        for threads in "1", "3":
+            status, results = self.csv(b"\xef\xbb\xbf" + names + b"\n" + b"\r\n".join(rows), "row-{{{number}}}.pdf",
+                                       "--jobs", threads, "--any-text")
+            self.assertEqual([(r["line"], r["id"], r["ok"]) for r in results],
+                             [(2, 1, True), (4, 2, False), (5, 3, True), (6, 4, False)])
+        # {number} is a field here, too, and its cells come first.
+        self.assertEqual([r.get("out") for r in results], ["row-{1}.pdf", None, "row-{2}.pdf", None])
+        for row, out in (rows[0], "row-{1}.pdf"), (rows[2], "row-{2}.pdf"):
+            with open("row.csv", "wb") as file:
+                file.write(names + b"\n" + row)
+            subprocess.run([FILL, "--any-text", "--values", "row.csv", "form.pdf", "alone.pdf"], check=True,
+                           capture_output=True)
+            with open("alone.pdf", "rb") as alone, open(out, "rb") as made:
+                self.assertTrue(alone.read() == made.read(), row)
+
+    def test_empty_cells_leave_the_values_of_the_form(self):
+        subprocess.run([FILL, "form.pdf", "filled.pdf", "order=before", "date=then"], check=True)
+        with open("all.json", "w") as file:
+            file.write('{"number": 1.10, "date": "for all", "net": null}')
+        with open("rows.csv", "w") as file:
+            file.write("order;date\n;\n;own\n")
+        status, results = run([], "--csv", "rows.csv", "--in", "filled.pdf", "--out", "{number}.pdf", "--separator",
+                              "semicolon", "--values", "all.json")
+        self.assertEqual(status, 0, results)
+        for name, date in ("1.pdf", b"(for all)"), ("2.pdf", b"(own)"):
+            with open(name, "rb") as file:
+                made = file.read()
+            for text in b"/V (before)", b"/V (1.10)", b"/V " + date:
+                self.assertIn(text, made)
+
+    def test_names_from_cells_stay_in_their_folder(self):
+        bad = ["..", ".x", "a/b", "/tmp/x", "", '"a\nb"', "\x7f", "x" * 201, "good"]
+        status, results = self.csv("\n".join(["number,order", "good,"] + [b + ",1" for b in bad]).encode(), "{number}.pdf")
+        self.assertEqual([r.get("step") for r in results], [None] + ["job"] * len(bad))
+        self.assertIn("earlier row", results[-1]["error"])
+        self.assertEqual(status, 1)
+
+    def test_rows_that_are_none_and_unknown_names_are_told(self):
+        status, results = self.csv(b'number,x=y\n1\n2,"\n"z\n3,7\n', "out-{number}.pdf")
+        self.assertEqual([r["error"].split(";")[0] for r in results], [
+            "line 2: 1 cells for 2 names", "line 4, column 2: text after the closing quote of a cell",
+            "x=y: there is no such field (--skip-unknown passes over it)"])
+        status, results = self.csv(b"number,x=y\n3,7\n", "out-{number}.pdf", "--skip-unknown")
+        self.assertEqual((status, results[0]["warnings"]), (0, ["x=y: there is no such field, and the value is passed over"]))
+
+    def test_rows_are_read_as_they_come(self):
+        with subprocess.Popen([BATCH, "--csv", "/dev/stdin", "--in", "form.pdf", "--out", "{number}.pdf"],
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE) as worker:
+            worker.stdin.write(b"order\n")
+            for number in range(1, 4):
+                worker.stdin.write(b"7\n")
+                worker.stdin.flush()
+                self.assertEqual(json.loads(worker.stdout.readline())["id"], number)
+
     def test_what_makes_the_whole_run_useless_is_status_2(self):
+        for rows, out in (b"", "{number}.pdf"), (b"a,\n", "x"), (b"a\n", "{b}.pdf"), (b"a\n", "{a.pdf"), (b"a\n", "a}.pdf"):
+            self.assertEqual(self.csv(rows, out), (1, []))
+        for options in ["--csv", "rows.csv"], ["--csv", "none.csv", "--in", "form.pdf", "--out", "x"], ["--values", "none"]:
+            self.assertEqual(run([], *options), (2, []))
         for options in ["--jobs", "0"], ["--jobs", "x"], ["--jobs"], ["--bogus"], ["operand"]:
             self.assertEqual(run([], *options), (2, []))
         with open("/dev/full", "w") as full:

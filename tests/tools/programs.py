@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tries how the programs meet bad input: programs.py FOLDER MAKE_INVOICE [import]"""
+"""Tries how the programs meet bad input: programs.py FOLDER MAKE_INVOICE [import] [xfdf]"""
 import fcntl
 import json
 import os
@@ -16,6 +16,7 @@ import unittest
 
 FOLDER, MAKE_INVOICE = sys.argv[1:3]
 HAS_IMPORT = "import" in sys.argv[3:]
+HAS_XFDF = "xfdf" in sys.argv[3:]
 TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAMS = {  # and operands that each is content with
     "inspect": ["form.pdf"],
@@ -242,6 +243,47 @@ class Programs(unittest.TestCase):
             self.refuses("fill", "--values", values, "form.pdf", "out.pdf")
         self.refuses("fill", "form.pdf", "out.pdf", "number")
         self.refuses("fill", "form.pdf", "out.pdf", b"number=\xe9")
+        self.refuses("fill", "form.pdf", "out.pdf", "--field", "number")
+        self.refuses("fields", "--json", "--format", "csv", "form.pdf")
+        with open("several.csv", "w") as file:
+            file.write("number\n1\n2\n")
+        for message, options in (
+                (b"line 1, column 1: syntax error", ["--values", "bad.json"]),
+                (b"is neither JSON nor FDF nor XFDF", ["--values", "text"]),
+                (b"several rows of values; files-pdf-batch --csv", ["--values", "several.csv"]),
+                (b"line 1, column 1: syntax error", ["--values", "several.csv", "--values-format", "json"]),
+                (b"a=b: there is no such field (--skip-unknown", ["--field", "a=b", "c"])):
+            status, _, err = run("fill", *options, "form.pdf", "out.pdf")
+            self.assertIn(message, err)
+            self.assertNotEqual(status, 0)
+        status, _, err = run("fill", "--skip-unknown", "--field", "a=b", "c", "form.pdf", "out.pdf", "number=7")
+        self.assertEqual((status, b"a=b: there is no such field, and the value is passed over" in err), (0, True))
+
+    def test_values_go_out_and_in(self):
+        def values(file):
+            return [(f["path"], f["value"]) for f in json.loads(run("fields", "--json", file)[1])["fields"]]
+        texts = ["billTo=C:\\dir\\ (x", "number=\U0001F600 \"<&,;", "date=\t\r\n-\n", "order= ", "net=1.10",
+                 "remarks=\u0142\u05d0\uffff", "terms=in advance", "delivery=Post", "paid=on"]
+        plain = [text.replace("\uffff", "") for text in texts]
+        for form in "json", "fdf", "csv", "xfdf":
+            if form == "xfdf":
+                status, out, err = run("fields", "--format", form, "filled.pdf")
+                self.assertEqual((status, out, b"remarks: XML doesn't take the character U+FFFF" in err), (1, b"", True))
+            filled = run("fill", "--keep-looks", "form.pdf", "filled.pdf", *(plain if form == "xfdf" else texts))
+            self.assertEqual(filled[0], 0, filled)
+            status, out, _ = run("fields", "--format", form, "filled.pdf")
+            self.assertEqual(status, 0)
+            for name, options in ("values." + form, []), ("values", ["--values-format", form]), ("values", []):
+                with open(name, "wb") as file:
+                    file.write(out)
+                done = run("fill", "--keep-looks", "--values", name, *options, "form.pdf", "again.pdf")
+                if form == "xfdf" and not HAS_XFDF:
+                    self.assertIn(b"built without pugixml", done[2])
+                elif form == "csv" and name == "values" and not options:
+                    self.assertEqual(done[0], 2)
+                else:
+                    self.assertEqual(done[0], 0, done)
+                    self.assertEqual(values("again.pdf"), values("filled.pdf"))
 
 
 if __name__ == "__main__":
