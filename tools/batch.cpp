@@ -119,7 +119,7 @@ BatchOptions optionsOf(
     return options;
 }
 
-// Does the jobs of an input on so many threads, and says how many failed.
+// Does the jobs of an input on so many threads.
 std::uint64_t workOn(Tools::BatchInput input, std::uint64_t inputSize, unsigned threads, const BatchOptions& options)
 {
     Tools::BatchLines lines(std::move(input), threads, inputSize);
@@ -130,6 +130,26 @@ std::uint64_t workOn(Tools::BatchInput input, std::uint64_t inputSize, unsigned 
     for (std::thread& worker : workers)
         worker.join();
     return lines.failed();
+}
+
+const Host::Refusal unreadable = {Host::Reason::Unreadable, "can't be read"};
+
+// Both give the number of jobs that failed.
+Host::Result<std::uint64_t> doLines(unsigned threads, const BatchOptions& options)
+{
+    const std::uint64_t failed = workOn(Tools::jsonLines(), sizeOfInput(), threads, options);
+    return std::ferror(stdin) ? unreadable : Host::Result<std::uint64_t>(failed);
+}
+
+Host::Result<std::uint64_t> fillRows(const CommandLine& line, unsigned threads, const BatchOptions& options)
+{
+    auto jobs = Tools::CsvJobs::create(
+        line.argument("--csv"), Tools::separatorOf(line), line.argument("--in"), line.argument("--out"));
+    if (!jobs)
+        return jobs.refusal();
+    const std::uint64_t failed =
+        workOn([&jobs](Tools::BatchLine& job) { return jobs->read(job); }, jobs->inputSize(), threads, options);
+    return jobs->isBroken() ? unreadable : Host::Result<std::uint64_t>(failed);
 }
 
 int batch(const CommandLine& line, const Tools::Console& console)
@@ -147,30 +167,16 @@ int batch(const CommandLine& line, const Tools::Console& console)
         return console.misuse(fill.refusal().message);
     if (line.has("-v")) // instead of at the end
         Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
-    FieldValues values;
-    if (line.has("--values")) {
-        auto read = Tools::readValues(line.argument("--values"), line);
-        if (!read)
-            return console.refuse(line.argument("--values"), read.refusal());
-        values = std::move(*read);
-    }
-    const BatchOptions options = optionsOf(line, *open, *fill, std::move(values));
-    std::uint64_t failed = 0;
-    if (line.has("--csv")) {
-        auto jobs = Tools::CsvJobs::create(
-            line.argument("--csv"), Tools::separatorOf(line), line.argument("--in"), line.argument("--out"));
-        if (!jobs)
-            return console.refuse(line.argument("--csv"), jobs.refusal());
-        failed = workOn([&jobs](Tools::BatchLine& job) { return jobs->read(job); }, jobs->inputSize(), *threads, options);
-        if (jobs->isBroken())
-            return console.refuse(line.argument("--csv"), {Host::Reason::Unreadable, "can't be read"});
-    } else {
-        failed = workOn(Tools::jsonLines(), sizeOfInput(), *threads, options);
-        if (std::ferror(stdin))
-            return console.refuse("standard input", {Host::Reason::Unreadable, "can't be read"});
-    }
+    auto values = line.has("--values") ? Tools::readValues(line.argument("--values"), line) : FieldValues();
+    if (!values)
+        return console.refuse(line.argument("--values"), values.refusal());
+    const BatchOptions options = optionsOf(line, *open, *fill, std::move(*values));
+    const Host::Result<std::uint64_t> failed =
+        line.has("--csv") ? fillRows(line, *threads, options) : doLines(*threads, options);
+    if (!failed)
+        return console.refuse(line.argument("--csv", "standard input"), failed.refusal());
     const int status = console.finish();
-    return status == Tools::Done && failed ? int(Tools::Refused) : status;
+    return status == Tools::Done && *failed ? int(Tools::Refused) : status;
 }
 
 } // namespace

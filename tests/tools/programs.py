@@ -251,7 +251,7 @@ class Programs(unittest.TestCase):
                 (b"line 1, column 1: syntax error", ["--values", "bad.json"]),
                 (b"is neither JSON nor FDF nor XFDF", ["--values", "text"]),
                 (b"several rows of values; files-pdf-batch --csv", ["--values", "several.csv"]),
-                (b"line 1, column 1: syntax error", ["--values", "several.csv", "--values-format", "json"]),
+                (b"line 1, column 3: syntax error", ["--values", "several.csv", "--values-format", "json"]),
                 (b"a=b: there is no such field (--skip-unknown", ["--field", "a=b", "c"])):
             status, _, err = run("fill", *options, "form.pdf", "out.pdf")
             self.assertIn(message, err)
