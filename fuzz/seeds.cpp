@@ -106,6 +106,34 @@ void addLooks(const std::filesystem::path& folder)
         }
 }
 
+// Files of values. The first byte says what kind of file the target `values` reads.
+void addValues(const std::filesystem::path& folder)
+{
+    const std::string fdf = "%FDF-1.2\n1 0 obj << /FDF << /Fields [ << /T (a) /Kids [ << /T <FEFF0142> /V (\\(x\\)\\\n) >>"
+                            " << /T (b) /V /On#20 >> 2 0 R ] >> ] /Encoding /utf-8 >> >> endobj\n"
+                            "2 0 obj << /V [ (x) 3 0 R 1.10 ] /T (c) >> endobj 3 0 obj (y) endobj\n"
+                            "4 0 obj << >> stream\n]] endstream endobj\ntrailer << /Root 1 0 R >>\n";
+    const std::string xfdf = "<?xml version='1.0' encoding='UTF-8'?><xfdf xmlns='http://ns.adobe.com/xfdf/'><fields>"
+                             "<field name='a'><field name='b'><value>&lt;&#x142;<![CDATA[&]]></value><value/></field>"
+                             "</field><field name='c&quot;'><value> </value></field></fields></xfdf>";
+    const std::string csv = "a,b,b,\"c,\"\"\"\r\n1,x,y,\"two\r\nlines\"\n\n,,,\n2,\"x\"y,\n";
+    const std::string json = "{\"a\": 1.10, \"b\": [\"x\", -0], \"c\": true, \"d\": null, \"e\": \"\\u0142\\\"\"}";
+    Folder small(folder, "values");
+    Folder large(folder, "values-long");
+    const std::string files[] = {fdf, xfdf, csv, json};
+    const std::string begins[] = {"1 0 obj << /FDF << /Fields [ ", "<xfdf><fields>", "\"", "{\"a\":"};
+    const std::string levels[] = {"<< /T (a) /Kids [ ", "<field name='a'>", "\n\"\"", "["};
+    for (std::size_t kind = 0; kind < std::size(files); ++kind) {
+        const std::string name = std::to_string(kind);
+        small.add(name, char(kind) + files[kind]);
+        small.add(name + "-half", char(kind) + files[kind].substr(0, files[kind].size() / 2));
+        std::string deep = char(kind) + begins[kind];
+        while (deep.size() < 1'000'000)
+            deep += levels[kind];
+        large.add(name, deep);
+    }
+}
+
 // Inputs whose bytes count through what the target does: first small numbers, then large ones.
 void addCounting(const std::filesystem::path& folder, const char* target)
 {
@@ -146,5 +174,6 @@ int main(int argc, char** argv)
     addLooks(folder);
     addCounting(folder, "stripes");
     addCounting(folder, "text");
+    addValues(folder);
     return Folder::isGood ? 0 : 1;
 }

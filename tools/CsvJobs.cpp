@@ -1,6 +1,7 @@
 #include <tools/CsvJobs.h>
 
 #include <host/base/ErrorWords.h>
+#include <host/base/Utf8.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -84,7 +85,7 @@ Host::Result<std::string> NamePattern::fileName(std::uint64_t rowNumber, const C
         }
         const std::string& cell = row[piece.column];
         if (const char* fault = faultOf(cell))
-            return Refusal{Reason::WrongArgument, "the cell \"" + cell.substr(0, 50)
+            return Refusal{Reason::WrongArgument, "the cell \"" + std::string(Host::beginningOf(cell, 50))
                     + "\" can't be part of the name of a file: it " + fault};
         name += cell;
     }

@@ -115,14 +115,6 @@ Host::Result<FieldValues> valuesOf(const nlohmann::json& object)
     return values;
 }
 
-FieldValues valuesOf(const NamedTexts& texts)
-{
-    FieldValues values;
-    for (const auto& [name, all] : texts)
-        values.emplace(name, all.size() == 1 ? Host::FieldValue(all[0]) : Host::FieldValue(all));
-    return values;
-}
-
 std::optional<ValueFormat> formatCalled(std::string_view name)
 {
     for (const auto& [known, format] : formats)

@@ -32,8 +32,4 @@ OptionGroup valueOptions();
 // name, or else of its first characters. Whatever is wrong with the file makes it unusable.
 Host::Result<FieldValues> readValues(const std::string& path, const CommandLine& line);
 
-// The texts given to each name: one is a text, several are a list.
-using NamedTexts = std::map<std::string, Host::FieldTexts>;
-FieldValues valuesOf(const NamedTexts& texts);
-
 } // namespace Tools

@@ -50,11 +50,11 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
 }
 
 std::vector<Host::Refusal> fillAll(Host::FormFiller& filler, const Host::FieldValues& values,
-    const Host::FillOptions& options, UnknownFields unknown, std::vector<std::string>& warnings)
+    const Host::FillOptions& how, UnknownFields unknown, std::vector<std::string>& warnings)
 {
     std::vector<Host::Refusal> refusals;
     for (const auto& [name, value] : values) {
-        const auto refusal = filler.fill(name, value, options);
+        const auto refusal = filler.fill(name, value, how);
         if (!refusal)
             continue;
         const bool isUnknown = !filler.takesValue(name);

@@ -17,6 +17,6 @@ enum class UnknownFields { Refused, Skipped };
 // Sets all values, and gives the reason for each that is refused, which begins with the name of its field; none when all
 // are set. Those that are skipped are warned of.
 std::vector<Host::Refusal> fillAll(Host::FormFiller& filler, const Host::FieldValues& values,
-    const Host::FillOptions& options, UnknownFields unknown, std::vector<std::string>& warnings);
+    const Host::FillOptions& how, UnknownFields unknown, std::vector<std::string>& warnings);
 
 } // namespace Tools

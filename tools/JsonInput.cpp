@@ -1,5 +1,7 @@
 #include <tools/JsonInput.h>
 
+#include <host/base/Utf8.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -83,7 +85,9 @@ public:
         message.remove_prefix(std::min(message.find("syntax error"), message.size()));
         if (message.empty())
             message = "no JSON";
-        return fail(std::string(message.substr(0, maxLength)));
+        if (!Host::fromUtf8(message))
+            message = message.substr(0, message.find("; last read"));
+        return fail(std::string(Host::beginningOf(message, maxLength)));
     }
 
 private:

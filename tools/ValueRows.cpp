@@ -1,11 +1,17 @@
 #include <tools/ValueRows.h>
 
-#include <tools/FieldValues.h>
-
 #include <algorithm>
 #include <cstring>
 
 namespace Tools {
+
+Host::FieldValues valuesOf(const NamedTexts& texts)
+{
+    Host::FieldValues values;
+    for (const auto& [name, all] : texts)
+        values.emplace(name, all.size() == 1 ? Host::FieldValue(all[0]) : Host::FieldValue(all));
+    return values;
+}
 
 Host::Result<ValueRows> ValueRows::create(CsvReader::Source source, char separator)
 {

@@ -5,6 +5,10 @@
 
 namespace Tools {
 
+// The texts given to each name: one is a text, several are a list.
+using NamedTexts = std::map<std::string, Host::FieldTexts>;
+Host::FieldValues valuesOf(const NamedTexts& texts);
+
 // Values of forms as CSV: the first row has the names of fields, each other one the values of one form. An empty cell
 // leaves the field as it is. Where a name is there several times, its cells that aren't empty make a list of choices.
 class ValueRows {

@@ -133,7 +133,7 @@ Host::Result<std::string> plainText(std::string_view text)
         text.remove_prefix(sign);
         const std::string meaning = takeReference(text);
         if (meaning.empty())
-            return Refusal{Reason::BrokenRule, "an entity that XML doesn't have: " + std::string(text.substr(0, 20))};
+            return Refusal{Reason::BrokenRule, "an entity that XML doesn't have: " + std::string(Host::beginningOf(text, 20))};
         out += meaning;
     }
     return out.append(text);
@@ -215,7 +215,8 @@ Host::Result<Host::FieldValues> readXfdf(std::string_view file)
             return Refusal{Reason::Unsupported, "the file has a document type"};
         const std::string encoding = node.type() == pugi::node_declaration ? node.attribute("encoding").value() : "";
         if (!isKnown(encoding))
-            return Refusal{Reason::Unsupported, "the file is in the encoding " + encoding};
+            return Refusal{Reason::Unsupported, "the file is in an encoding that isn't known"
+                    + (Host::fromUtf8(encoding) ? ": " + encoding : "")};
     }
     const pugi::xml_node root = document.child("xfdf");
     if (!root)

@@ -8,6 +8,7 @@
 #include <tools/Main.h>
 #include <tools/Opening.h>
 #include <tools/Saving.h>
+#include <tools/ValueRows.h>
 
 #include <algorithm>
 

@@ -17,4 +17,14 @@ EXPORTED Ref<::String> fromUtf8(std::string_view text) noexcept;
 EXPORTED std::string toUtf8(const Ref<::String>& text) noexcept;
 EXPORTED std::string toUtf8(std::u32string_view text) noexcept;
 
+// The beginning of a text in UTF-8, of whole characters that have at most so many bytes.
+inline std::string_view beginningOf(std::string_view text, std::size_t maxSize) noexcept
+{
+    if (text.size() <= maxSize)
+        return text;
+    while (maxSize > 0 && (text[maxSize] & 0xC0) == 0x80)
+        --maxSize;
+    return text.substr(0, maxSize);
+}
+
 } // namespace Host

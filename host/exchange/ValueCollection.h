@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Utf8.h>
 #include <host/exchange/FieldValues.h>
 #include <platform/Limits.h>
 
@@ -18,7 +19,7 @@ public:
     {
         std::string path = above.empty() ? name : name.empty() ? above : above + "." + name;
         if (path.size() > Limits::maxFieldPath)
-            return Refusal{Reason::LimitReached, path.substr(0, maxShown) + "... is too long for a name"};
+            return Refusal{Reason::LimitReached, std::string(beginningOf(path, maxShown)) + "... is too long for a name"};
         return path;
     }
     // Adds a value; the reason when there is another one of this name.

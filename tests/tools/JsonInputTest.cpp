@@ -39,5 +39,6 @@ TEST(JsonInput, whatIsWrongIsToldWithItsPlace)
     };
     for (const auto& [text, message] : cases)
         EXPECT_TRUE(read(text).starts_with(message)) << read(text).substr(0, 300) << "\n" << message;
+    EXPECT_TRUE(read("{\"a\": 1\xAC}").ends_with("invalid literal")) << read("{\"a\": 1\xAC}");
     EXPECT_LT(read("{\"a\": \"" + std::string(100000, 'x')).size(), 400u);
 }

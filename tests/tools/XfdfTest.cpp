@@ -87,7 +87,7 @@ TEST(Xfdf, brokenFilesAreRefused)
         {xfdf("<field name='&#xD800;'/>"), "an entity that XML doesn't have"},
         {xfdf("<field name='a'><value>&#0;&#99999999999;</value></field>"), "an entity that XML doesn't have"},
         {xfdf("<field name='a'><value>\xE4</value></field>"), "a: a text is not in the encoding of the file"},
-        {xfdf("", "<?xml version='1.0' encoding='Shift_JIS'?>"), "the file is in the encoding Shift_JIS"},
+        {xfdf("", "<?xml version='1.0' encoding='Shift_JIS'?>"), "isn't known: Shift_JIS"},
         {xfdf("<field name='a'><value>x</value></field><field name='a'><value>y</value></field>"), "a has two values"},
         {xfdf("<field><value>x</value></field>"), "a field has a value and no name"},
         {xfdf(deep), "Start-end tags mismatch"},
