@@ -109,8 +109,9 @@ void addLooks(const std::filesystem::path& folder)
 // Files of values. The first byte says what kind of file the target `values` reads.
 void addValues(const std::filesystem::path& folder)
 {
-    const std::string fdf = "%FDF-1.2\n1 0 obj << /FDF << /Fields [ << /T (a) /Kids [ << /T <FEFF0142> /V (\\(x\\)\\\n) >>"
-                            " << /T (b) /V /On#20 >> 2 0 R ] >> ] /Encoding /utf-8 >> >> endobj\n"
+    const std::string fdf = "%FDF-1.2\n1 0 obj << /FDF << /Fields [ << /T (a) /Kids [ "
+                            "<< /T <FEFF0142> /V (\\(x\\)\\\n) >> << /T (b) /V /On#20 >> 2 0 R ] >> ] "
+                            "/Encoding /utf-8 >> >> endobj\n"
                             "2 0 obj << /V [ (x) 3 0 R 1.10 ] /T (c) >> endobj 3 0 obj (y) endobj\n"
                             "4 0 obj << >> stream\n]] endstream endobj\ntrailer << /Root 1 0 R >>\n";
     const std::string xfdf = "<?xml version='1.0' encoding='UTF-8'?><xfdf xmlns='http://ns.adobe.com/xfdf/'><fields>"

@@ -42,7 +42,8 @@ FieldValues simplified(FieldValues values)
 {
     // No field has such a name, or is neither on nor off but true.
     std::erase_if(values, [](const auto& each) {
-        return each.first.empty() || each.first.size() > Limits::maxFieldPath || std::holds_alternative<bool>(each.second);
+        const auto& [path, value] = each;
+        return path.empty() || path.size() > Limits::maxFieldPath || std::holds_alternative<bool>(value);
     });
     for (auto& [path, value] : values)
         if (const auto* texts = std::get_if<Host::FieldTexts>(&value); texts && texts->size() == 1)

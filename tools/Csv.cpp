@@ -65,6 +65,11 @@ void CsvReader::skipLine()
         moveOn();
 }
 
+bool CsvReader::endsCell(int c) const
+{
+    return c == end || c == '\n' || c == '\r' || c == static_cast<unsigned char>(_separator);
+}
+
 bool CsvReader::takeLineEnd()
 {
     if (here() == '\r')
@@ -111,7 +116,7 @@ Host::Result<CsvRow> CsvReader::read()
 // What is wrong; null when nothing is. Ends at the separator or the line end.
 const char* CsvReader::readCell(std::string& cell)
 {
-    for (int c = here(); c != end && c != '\n' && c != '\r' && c != static_cast<unsigned char>(_separator); c = here()) {
+    for (int c = here(); !endsCell(c); c = here()) {
         if (c == '"')
             return "a quote in a cell that doesn't begin with one";
         if (_rowSize > Limits::maxValuesFile)
@@ -140,9 +145,7 @@ const char* CsvReader::readQuoted(std::string& cell)
         }
         cell += static_cast<char>(c);
     }
-    const int c = here();
-    const bool isEnd = c == end || c == '\n' || c == '\r' || c == static_cast<unsigned char>(_separator);
-    return isEnd ? nullptr : "text after the closing quote of a cell";
+    return endsCell(here()) ? nullptr : "text after the closing quote of a cell";
 }
 
 std::string csvCell(std::string_view text, char separator)

@@ -13,9 +13,9 @@ namespace Tools {
 // The cells of a row of CSV.
 using CsvRow = std::vector<std::string>;
 
-// Reads CSV as RFC 4180 has it, row by row: cells in quotes may hold separators, line ends and doubled quotes. Lines end
-// with LF or CR LF. A byte order mark before the first cell and empty lines are skipped. Texts are UTF-8. It holds no
-// more than one row.
+// Reads CSV as RFC 4180 has it, row by row: cells in quotes may hold separators, line ends and doubled quotes. Lines
+// end with LF or CR LF. A byte order mark before the first cell and empty lines are skipped. Texts are UTF-8. It holds
+// no more than one row.
 class CsvReader {
 public:
     // Puts up to so many bytes into a buffer and says how many; 0 at the end.
@@ -41,6 +41,7 @@ private:
     const char* readCell(std::string& cell);
     const char* readQuoted(std::string& cell);
     bool takeLineEnd();
+    bool endsCell(int c) const;
 
     Source _source;
     char _separator;

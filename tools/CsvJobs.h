@@ -9,8 +9,8 @@
 
 namespace Tools {
 
-// The name of the file that a row makes: a text in which "{name}" is the cell under a name, and "{number}" the number of
-// the row, counted from 1, unless the rows have that name. "{{" is a bracket.
+// The name of the file that a row makes: a text in which "{name}" is the cell under a name, and "{number}" the number
+// of the row, counted from 1, unless the rows have that name. "{{" is a bracket.
 class NamePattern {
 public:
     // Refused: brackets that don't match, and what is not among the names.
@@ -53,7 +53,8 @@ private:
     using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
     CsvJobs(File file, std::shared_ptr<bool> isBroken, ValueRows rows, NamePattern out, std::string in)
-        : _file(std::move(file)), _isBroken(std::move(isBroken)), _rows(std::move(rows)), _out(std::move(out)), _in(std::move(in))
+        : _file(std::move(file)), _isBroken(std::move(isBroken)), _rows(std::move(rows)), _out(std::move(out)),
+          _in(std::move(in))
     {
     }
     std::optional<Host::Refusal> readJob(const CsvRow& row, BatchJob& job);

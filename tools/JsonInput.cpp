@@ -130,7 +130,8 @@ private:
     }
     bool fail(const std::string& what)
     {
-        const std::string_view before = _text.substr(0, std::size_t(std::max(_reached, _text.data() + 1) - _text.data() - 1));
+        const auto reached = std::size_t(_reached - _text.data());
+        const std::string_view before = _text.substr(0, reached - (reached > 0));
         const auto line = 1 + std::count(before.begin(), before.end(), '\n');
         const std::string_view inLine = before.substr(before.rfind('\n') + 1);
         const auto column = 1 + std::count_if(inLine.begin(), inLine.end(), [](char c) { return (c & 0xC0) != 0x80; });

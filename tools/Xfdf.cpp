@@ -133,7 +133,8 @@ Host::Result<std::string> plainText(std::string_view text)
         text.remove_prefix(sign);
         const std::string meaning = takeReference(text);
         if (meaning.empty())
-            return Refusal{Reason::BrokenRule, "an entity that XML doesn't have: " + std::string(Host::beginningOf(text, 20))};
+            return Refusal{
+                Reason::BrokenRule, "an entity that XML doesn't have: " + std::string(Host::beginningOf(text, 20))};
         out += meaning;
     }
     return out.append(text);

@@ -28,8 +28,8 @@ constexpr Tools::Option ownOptions[] = {
 };
 constexpr Tools::Option inputOptions[] = {
     {"--values", "FILE", "values of all jobs or rows, which count after their own, from JSON, FDF, XFDF or CSV"},
-    {"--csv", "FILE", "instead of jobs, rows of values, after a row with the names of their fields; an empty cell leaves "
-                      "a field as it is"},
+    {"--csv", "FILE", "instead of jobs, rows of values, after a row with the names of their fields; an empty cell "
+                      "leaves a field as it is"},
     {"--in", "FORM", "the form that is filled for each row"},
     {"--out", "NAME", "the file of each row, such as '{number}.pdf': in it {number} is the number of the row, and any "
                       "name of a field in such brackets its cell"},
@@ -44,7 +44,8 @@ const Tools::Program program = {
              "\n"
              "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\"}, \"recompress\": \"flate\",\n"
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"}, \"out\": \"7.pdf\"}",
-    .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
+    .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(),
+        Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
     .exitStatus = "0; 1 when a job failed; 2 for wrong use, unreadable input and output that can't be written.",
 };
 

@@ -129,13 +129,14 @@ int fields(const Tools::CommandLine& line, const Tools::Console& console)
     const Host::Result<Host::FormFields> form = Host::listFields(opened->document);
     if (!form)
         return console.refuse(file, form.refusal());
-    if (line.has("--json"))
-        printJson(*form, *opened);
-    else if (line.has("--format")) {
+    if (line.has("--format")) {
         if (const auto refusal = printValues(*form, line))
             return console.refuse(file, *refusal);
-    } else
+    } else if (line.has("--json")) {
+        printJson(*form, *opened);
+    } else {
         printTable(*form);
+    }
     for (const std::string& what : form->skipped)
         console.warn(file, what);
     return console.finish();

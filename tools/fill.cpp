@@ -31,12 +31,13 @@ const Tools::Program program = {
              "file. `files-pdf-fields` prints the names, and what the fields take. A check box takes on, off or the "
              "name of a state; a list box with several choices takes NAME=VALUE once for each of them. When one value "
              "is refused, nothing is saved.",
-    .options = {{"", ownOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
+    .options = {{"", ownOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(),
+        Tools::saveOptions(), Tools::logOptions()},
     .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
 };
 
-// Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8. They count
-// before those of a file.
+// Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8. They
+// count before those of a file.
 bool readOperands(const CommandLine& line, FieldValues& values)
 {
     Tools::NamedTexts texts;
@@ -58,19 +59,33 @@ bool readOperands(const CommandLine& line, FieldValues& values)
     return true;
 }
 
+// Sets all values, and says of each that is refused or passed over why. The status to end with, unless all others are
+// set.
+std::optional<int> fillAll(const CommandLine& line, const Console& console, Host::FormFiller& filler,
+    const FieldValues& values, const Host::FillOptions& options)
+{
+    const std::string& in = line.operand(0);
+    const auto unknown = line.has("--skip-unknown") ? Tools::UnknownFields::Skipped : Tools::UnknownFields::Refused;
+    std::vector<std::string> warnings;
+    std::optional<int> status;
+    for (Host::Refusal& refusal : Tools::fillAll(filler, values, options, unknown, warnings)) {
+        refusal.message += Tools::fieldHint;
+        status = console.refuse(in, refusal);
+    }
+    for (const std::string& warning : warnings)
+        console.warn(in, warning);
+    return status;
+}
+
 int fill(const CommandLine& line, const Console& console)
 {
     const auto options = Tools::fillOptionsOf(line);
     if (!options)
         return console.misuse(options.refusal().message);
-    FieldValues values;
-    if (line.has("--values")) {
-        auto read = Tools::readValues(line.argument("--values"), line);
-        if (!read)
-            return console.refuse(line.argument("--values"), read.refusal());
-        values = std::move(*read);
-    }
-    if (!readOperands(line, values))
+    auto values = line.has("--values") ? Tools::readValues(line.argument("--values"), line) : FieldValues();
+    if (!values)
+        return console.refuse(line.argument("--values"), values.refusal());
+    if (!readOperands(line, *values))
         return console.misuse("expected NAME=VALUE in UTF-8 after IN and OUT");
     const std::string& in = line.operand(0);
     const auto opened = Tools::Opening(line, console).open(in);
@@ -79,19 +94,11 @@ int fill(const CommandLine& line, const Console& console)
     auto filler = Host::FormFiller::create(opened->document);
     if (!filler)
         return console.refuse(in, filler.refusal());
-    const auto unknown = line.has("--skip-unknown") ? Tools::UnknownFields::Skipped : Tools::UnknownFields::Refused;
-    std::vector<std::string> warnings;
-    std::optional<int> status;
-    for (Host::Refusal& refusal : Tools::fillAll(*filler, values, *options, unknown, warnings)) {
-        refusal.message += Tools::fieldHint;
-        status = console.refuse(in, refusal);
-    }
-    if (status)
+    if (const auto status = fillAll(line, console, *filler, *values, *options))
         return *status;
     if (const auto refusal = filler->finish())
         return console.refuse(in, *refusal);
-    warnings.insert(warnings.end(), filler->warnings().begin(), filler->warnings().end());
-    for (const std::string& warning : warnings)
+    for (const std::string& warning : filler->warnings())
         console.warn(in, warning);
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));
 }

@@ -120,7 +120,8 @@ private:
         case FormatValue::Kind::String:
             if (auto text = textOfValue(scalar.text))
                 return FieldValue(std::move(*text));
-            return Refusal{Reason::Unsupported, "the text is not in the encoding " + _encoding + " or that isn't known"};
+            return Refusal{
+                Reason::Unsupported, "the text is not in the encoding " + _encoding + ", or that isn't known"};
         default:
             return isSpent() ? ValueCollection::tooLarge()
                              : Refusal{Reason::Unsupported, "the value is no text, name, number or list of them"};

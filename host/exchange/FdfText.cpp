@@ -11,9 +11,9 @@ namespace Host {
 
 namespace {
 
-Refusal brokenAt(std::size_t place, const char* what)
+Refusal unpairedAt(std::size_t place)
 {
-    return {Reason::BrokenRule, "byte " + std::to_string(place) + ": " + what};
+    return {Reason::BrokenRule, "byte " + std::to_string(place) + ": a bracket without its partner"};
 }
 
 bool isOpening(std::string_view token)
@@ -56,14 +56,14 @@ std::optional<Refusal> FdfText::readTokens() noexcept
         const std::size_t begin = base + lexer.place();
         const std::string_view token = lexer.token();
         if (token.empty())
-            return brokenAt(begin, "a bracket without its partner");
+            return unpairedAt(begin);
         const auto index = static_cast<std::uint32_t>(_tokens.size());
         _tokens.push_back({std::uint32_t(begin), std::uint32_t(token.size()), index + 1});
         if (isOpening(token)) {
             open.push_back(index);
         } else if (token == "]" || token == ">>") {
             if (open.empty() || (at(open.back()) == "[") != (token == "]"))
-                return brokenAt(begin, "a bracket without its partner");
+                return unpairedAt(begin);
             _tokens[open.back()].next = index + 1;
             open.pop_back();
         } else if (token == "stream" && open.empty() && at(index - 1) == ">>") {
@@ -71,7 +71,7 @@ std::optional<Refusal> FdfText::readTokens() noexcept
             lexer = Lexer(_file.substr(base));
         }
     }
-    return open.empty() ? std::nullopt : std::optional(brokenAt(_tokens[open.back()].begin, "a bracket without its partner"));
+    return open.empty() ? std::nullopt : std::optional(unpairedAt(_tokens[open.back()].begin));
 }
 
 void FdfText::findObjects() noexcept

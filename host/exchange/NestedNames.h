@@ -17,8 +17,9 @@ inline std::vector<std::string_view> partialNames(std::string_view path)
 {
     constexpr std::size_t maxLevels = 32;
     std::vector<std::string_view> names;
-    for (std::size_t point = path.find('.'); names.size() + 1 < maxLevels && point != path.npos; point = path.find('.')) {
-        const std::string_view rest = path.substr(point + 1);
+    while (names.size() + 1 < maxLevels) {
+        const std::size_t point = std::min(path.find('.'), path.size());
+        const std::string_view rest = path.substr(std::min(point + 1, path.size()));
         if (point == 0 || rest.empty() || rest.front() == '.')
             break;
         names.push_back(path.substr(0, point));
@@ -29,8 +30,8 @@ inline std::vector<std::string_view> partialNames(std::string_view path)
 }
 
 // Writes fields, one below the other where they share the beginning of their path: `open` is called with the name of a
-// field that has others below it, `write` with the last part of the name of each field, and the field, and `close` after
-// the last one below.
+// field that has others below it, `write` with the last part of the name of each field, and the field, and `close`
+// after the last one below.
 template <class Open, class Write, class Close>
 void writeNested(const std::vector<const FormField*>& fields, Open open, Write write, Close close)
 {

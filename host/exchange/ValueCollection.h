@@ -19,7 +19,8 @@ public:
     {
         std::string path = above.empty() ? name : name.empty() ? above : above + "." + name;
         if (path.size() > Limits::maxFieldPath)
-            return Refusal{Reason::LimitReached, std::string(beginningOf(path, maxShown)) + "... is too long for a name"};
+            return Refusal{
+                Reason::LimitReached, std::string(beginningOf(path, maxShown)) + "... is too long for a name"};
         return path;
     }
     // Adds a value; the reason when there is another one of this name.

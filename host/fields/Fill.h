@@ -45,8 +45,8 @@ public:
     FormFiller& operator=(FormFiller&& other) noexcept;
     ~FormFiller() noexcept;
 
-    // Whether there is a field at `path` and it takes a value, as all do but push buttons, signatures and those without a
-    // kind.
+    // Whether there is a field at `path` and it takes a value, as all do but push buttons, signatures and those
+    // without a kind.
     bool takesValue(const std::string& path) const noexcept;
     // Sets the value of the field at `path`, as `listFields` gives it; of all of them when fields of several
     // kinds have it.

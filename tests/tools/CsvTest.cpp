@@ -66,7 +66,7 @@ TEST(Csv, aCellIsReadAsItWasWritten)
     std::string every;
     for (int c = 0; c < 128; ++c)
         every += static_cast<char>(c);
-    for (const std::string& text : {every, std::string("\xEF\xBB\xBF"), std::string(" "), std::string("\""), std::string("a;b")})
+    for (const std::string& text : std::vector<std::string>{every, "\xEF\xBB\xBF", " ", "\"", "a;b"})
         for (const char separator : {',', ';', '\t'}) {
             const std::string file = csvCell(text, separator) + separator + csvCell(text, separator) + "\r\n";
             CsvReader reader(sourceOf(file), separator);

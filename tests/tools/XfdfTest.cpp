@@ -8,7 +8,7 @@ using namespace Tools;
 
 std::string xfdf(const std::string& fields, const std::string& before = "")
 {
-    return before + "<xfdf xmlns=\"http://ns.adobe.com/xfdf/\"><f href=\"a.pdf\"/><fields>" + fields + "</fields></xfdf>";
+    return before + "<xfdf xmlns='http://ns.adobe.com/xfdf/'><f href='a.pdf'/><fields>" + fields + "</fields></xfdf>";
 }
 
 std::string shown(const Host::Result<Host::FieldValues>& values)
@@ -61,7 +61,8 @@ TEST(Xfdf, valuesAreRead)
         {xfdf("<field name='a'><value>x</value><value>y</value></field><field name='b'/>"), "a=x+;y+;"},
         {xfdf("<field name='&lt;&#10;&#x142;'><value>&amp;amp;<![CDATA[&lt;]]><!-- c -->&quot;</value></field>"),
             "<\n\xC5\x82=&amp;&lt;\";"},
-        {xfdf("<field name='a'><value>\xE4</value></field>", "<?xml version='1.0' encoding='ISO-8859-1'?>"), "a=\xC3\xA4;"},
+        {xfdf("<field name='a'><value>\xE4</value></field>", "<?xml version='1.0' encoding='ISO-8859-1'?>"),
+            "a=\xC3\xA4;"},
         {widened(xfdf("<field name='a'><value>&#128512;</value></field>", "<?xml version='1.0' encoding='UTF-16'?>")),
             "a=\xF0\x9F\x98\x80;"},
     };
@@ -106,7 +107,9 @@ TEST(Xfdf, aWrittenFileGivesAllValuesBack)
         every += c;
     const std::string name = "a.\"<&>'\r\n\t" + every;
     Host::FormFields form;
-    for (const auto& [path, value] : {std::pair(name, Host::FieldTexts{every}), {"a.b", {" ", "\xF0\x9F\x98\x80"}}, {"c", {""}}}) {
+    const std::vector<std::pair<std::string, Host::FieldTexts>> fields
+        = {{name, {every}}, {"a.b", {" ", "\xF0\x9F\x98\x80"}}, {"c", {""}}};
+    for (const auto& [path, value] : fields) {
         form.fields.emplace_back();
         form.fields.back().path = path;
         form.fields.back().kind = Host::FieldKind::ListBox;

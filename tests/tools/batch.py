@@ -107,7 +107,9 @@ class Batch(unittest.TestCase):
         bad = [b"{", b"[]", b"17", b"\xff\xfe", b'{"in": "form.pdf", "id": "\xe9"}', b'{"in": "form.pdf"} x',
                b"[" * 200000, b'{"in": "form.pdf", "id": ' + b"[" * 200000 + b"]" * 200000 + b"}",
                {}, {"in": ""}, {"in": 3}, {"in": "form.pdf\0"}, {"in": "form.pdf", "Fill": {}},
-               {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": {}}}, b'{"in": "form.pdf", "in": "form.pdf"}', {"in": "form.pdf", "fill": []},
+               {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": {}}},
+               b'{"in": "form.pdf", "in": "form.pdf"}',
+               {"in": "form.pdf", "fill": []},
                {"in": "form.pdf", "recompress": "zip"}, {"in": "form.pdf", "background": {"mode": "all"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "above": "yes"}},
@@ -142,7 +144,8 @@ class Batch(unittest.TestCase):
 
     def test_each_row_makes_the_file_that_fill_makes_of_it(self):
         names = b"order,remarks,delivery,paid,number"
-        rows = [b'"A ""7""","two\r\nlines",Post,Yes,1', b",,,,", "Łódź,東京,Off,,2".encode(), b'"C:\\dir",,Courier,off,']
+        rows = [b'"A ""7""","two\r\nlines",Post,Yes,1', b",,,,", "Łódź,東京,Off,,2".encode(),
+                b'"C:\\dir",,Courier,off,']
         for threads in "1", "3":
             status, results = self.csv(b"\xef\xbb\xbf" + names + b"\n" + b"\r\n".join(rows), "row-{{{number}}}.pdf",
                                        "--jobs", threads, "--any-text")
@@ -175,7 +178,8 @@ class Batch(unittest.TestCase):
 
     def test_names_from_cells_stay_in_their_folder(self):
         bad = ["..", ".x", "a/b", "/tmp/x", "", '"a\nb"', "\x7f", "x" * 201, "good"]
-        status, results = self.csv("\n".join(["number,order", "good,"] + [b + ",1" for b in bad]).encode(), "{number}.pdf")
+        rows = "\n".join(["number,order", "good,"] + [cell + ",1" for cell in bad])
+        status, results = self.csv(rows.encode(), "{number}.pdf")
         self.assertEqual([r.get("step") for r in results], [None] + ["job"] * len(bad))
         self.assertIn("earlier row", results[-1]["error"])
         self.assertEqual(status, 1)
@@ -186,7 +190,8 @@ class Batch(unittest.TestCase):
             "line 2: 1 cells for 2 names", "line 4, column 2: text after the closing quote of a cell",
             "x=y: there is no such field (--skip-unknown passes over it)"])
         status, results = self.csv(b"number,x=y\n3,7\n", "out-{number}.pdf", "--skip-unknown")
-        self.assertEqual((status, results[0]["warnings"]), (0, ["x=y: there is no such field, and the value is passed over"]))
+        self.assertEqual(status, 0)
+        self.assertEqual(results[0]["warnings"], ["x=y: there is no such field, and the value is passed over"])
 
     def test_rows_are_read_as_they_come(self):
         with subprocess.Popen([BATCH, "--csv", "/dev/stdin", "--in", "form.pdf", "--out", "{number}.pdf"],
@@ -198,10 +203,10 @@ class Batch(unittest.TestCase):
                 self.assertEqual(json.loads(worker.stdout.readline())["id"], number)
 
     def test_what_makes_the_whole_run_useless_is_status_2(self):
-        for rows, out in (b"", "{number}.pdf"), (b"a,\n", "x"), (b"a\n", "{b}.pdf"), (b"a\n", "{a.pdf"), (b"a\n", "a}.pdf"):
+        for rows, out in (b"", "{number}.pdf"), (b"a,\n", "x"), *((b"a\n", out) for out in ("{b}", "{a", "a}")):
             self.assertEqual(self.csv(rows, out), (1, []))
-        for options in ["--csv", "rows.csv"], ["--csv", "none.csv", "--in", "form.pdf", "--out", "x"], ["--values", "none"]:
-            self.assertEqual(run([], *options), (2, []))
+        for options in "--csv rows.csv", "--csv none.csv --in form.pdf --out x", "--values none":
+            self.assertEqual(run([], *options.split()), (2, []))
         for options in ["--jobs", "0"], ["--jobs", "x"], ["--jobs"], ["--bogus"], ["operand"]:
             self.assertEqual(run([], *options), (2, []))
         with open("/dev/full", "w") as full:

@@ -122,7 +122,8 @@ TEST(Fdf, aWrittenFileGivesAllValuesBack)
     ASSERT_TRUE(values) << values.refusal().message;
     EXPECT_EQ(values->size(), 6u);
     for (const FormField& field : form.fields) {
-        const bool isLeftOut = field.kind == FieldKind::PushButton || field.value == FieldTexts{"another of the same name"};
+        const bool isLeftOut =
+            field.kind == FieldKind::PushButton || field.value == FieldTexts{"another of the same name"};
         if (!field.value || isLeftOut)
             continue;
         ASSERT_TRUE(values->contains(field.path)) << field.path;
