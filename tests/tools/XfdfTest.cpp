@@ -2,9 +2,24 @@
 
 #include <tools/Xfdf.h>
 
-namespace {
-
 using namespace Tools;
+
+TEST(Xfdf, charactersThatXmlDoesNotTakeAreRefused)
+{
+    Host::FormFields form;
+    form.fields.emplace_back();
+    Host::FormField& field = form.fields.back();
+    field.path = "a.b";
+    field.kind = Host::FieldKind::Text;
+    for (const std::string& text : {std::string("x\x01"), std::string("\xEF\xBF\xBE"), std::string(1, '\0')}) {
+        field.value = Host::FieldTexts{text};
+        EXPECT_NE(writeXfdf(form).refusal().message.find("a.b: XML doesn't take the character U+"), std::string::npos);
+    }
+}
+
+#ifdef FILES_PDF_XFDF
+
+namespace {
 
 std::string xfdf(const std::string& fields, const std::string& before = "")
 {
@@ -37,21 +52,6 @@ std::string widened(const std::string& text)
 }
 
 } // namespace
-
-TEST(Xfdf, charactersThatXmlDoesNotTakeAreRefused)
-{
-    Host::FormFields form;
-    form.fields.emplace_back();
-    Host::FormField& field = form.fields.back();
-    field.path = "a.b";
-    field.kind = Host::FieldKind::Text;
-    for (const std::string& text : {std::string("x\x01"), std::string("\xEF\xBF\xBE"), std::string(1, '\0')}) {
-        field.value = Host::FieldTexts{text};
-        EXPECT_NE(writeXfdf(form).refusal().message.find("a.b: XML doesn't take the character U+"), std::string::npos);
-    }
-}
-
-#ifdef FILES_PDF_XFDF
 
 TEST(Xfdf, valuesAreRead)
 {
