@@ -66,18 +66,24 @@ std::shared_ptr<QPDF> readWhole(FileOutput& out, const std::string& password)
     return document;
 }
 
-// libqpdf writes the catalog's Extensions into the catalog, wherever they are. Where they are an object of their own,
-// that is one more that nothing refers to, so that those are the same in both documents, in the same order.
-void takeInExtensions(QPDF& document)
+void takeIn(QPDFObjectHandle dictionary, const char* key)
 {
-    QPDFObjectHandle extensions = document.getRoot().getKey("/Extensions");
-    if (extensions.isIndirect())
-        document.getRoot().replaceKey("/Extensions", extensions.shallowCopy());
+    if (QPDFObjectHandle value = dictionary.getKey(key); value.isIndirect())
+        dictionary.replaceKey(key, value.shallowCopy());
+}
+
+// libqpdf writes the trailer's ID and the catalog's Extensions where they belong, wherever they are. Where one is an
+// object of its own, that is one more that nothing refers to, so that those are the same in both documents, in the same
+// order.
+void takeInWhatLibqpdfDoes(QPDF& document)
+{
+    takeIn(document.getTrailer(), "/ID");
+    takeIn(document.getRoot(), "/Extensions");
 }
 
 void write(QPDF& document, FileOutput& out, const Storage& storage)
 {
-    takeInExtensions(document);
+    takeInWhatLibqpdfDoes(document);
     for (QPDFObjectHandle object : document.getAllObjects())
         if (object.isStream())
             object.setFilterOnWrite(false); // its data goes out as it is stored

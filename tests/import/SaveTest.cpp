@@ -53,7 +53,7 @@ TEST(ImportSave, storesTheSameDocument)
         }
 }
 
-TEST(ImportSave, takesInExtensionsThatAreAnObjectOfTheirOwn)
+TEST(ImportSave, takesInWhatLibqpdfWritesElsewhere)
 {
     const TestFolder folder;
     for (const char* extensions : {"<< /Other 5 0 R >>", "<< /ADBE << /A 1 >> >>", "[ ]", "(none)"}) {
@@ -62,7 +62,8 @@ TEST(ImportSave, takesInExtensionsThatAreAnObjectOfTheirOwn)
                                      .object(2, "<< /Type /Pages /Kids [ ] /Count 0 >>")
                                      .object(3, "(nobody refers to it)").object(5, "[ 6 0 R ]")
                                      .object(6, extensions)
-                                     .trailer("/Size 7");
+                                     .object(7, "[ (one) (two) ]")
+                                     .trailer("/Size 8 /ID 7 0 R");
         const auto opened = Import::open(folder.put("in.pdf", file));
         ASSERT_TRUE(opened);
         const auto saved = Import::save(opened->opened, folder.path("out.pdf"), {.isCompact = true});
