@@ -2,6 +2,7 @@
 
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
+#include <host/base/ErrorWords.h>
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
@@ -79,11 +80,14 @@ struct FormFiller::State {
     {
         if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
             return;
+        Edit edit(document);
         for (const FieldNode& field : tree.fields())
             if (const auto update = presentUpdate(*document, field))
                 if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
-                    drawer.commit(*drawing);
-        tree.form()->set(FormKeys::needAppearances, nullptr);
+                    if (drawer.commit(*drawing, edit))
+                        return;
+        edit.set(tree.form(), FormKeys::needAppearances, nullptr);
+        edit.apply();
         warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
     }
     // One after the other, so that a page of warnings of one kind is one.
@@ -138,13 +142,16 @@ std::optional<Refusal> FormFiller::fill(
     const Ref<Dictionary>& form = _state->tree.form();
     if (options.appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
         all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
-    for (FieldDrawing& drawing : drawings) {
-        if (auto refusal = _state->drawer.commit(drawing))
+    Edit edit(_state->document);
+    for (FieldDrawing& drawing : drawings)
+        if (auto refusal = _state->drawer.commit(drawing, edit))
             return refusal;
-        _state->warn(std::move(drawing.warnings));
-    }
     for (Change& change : all)
-        change.dictionary->set(change.key, std::move(change.value));
+        edit.set(change.dictionary, change.key, std::move(change.value));
+    if (!edit.apply())
+        return codeRefusal(Error::get());
+    for (FieldDrawing& drawing : drawings)
+        _state->warn(std::move(drawing.warnings));
     if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
         _state->keepLooks(options);
     return {};
