@@ -1,5 +1,6 @@
 #include <host/fields/FieldChanges.h>
 
+#include <document/Resolve.h>
 #include <forms/Field.h>
 #include <forms/FormKeys.h>
 #include <host/fields/FieldReading.h>
@@ -307,6 +308,32 @@ Result<FieldUpdate> updateFor(
         break;
     }
     return wrongValue("a field of the kind " + std::string(kindLabel(kind)) + " can't be filled");
+}
+
+std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field) noexcept
+{
+    FieldTexts texts;
+    const auto add = [&](const Ref<Value>& value) {
+        if (const auto string = resolveAs<PDF::String>(document, value))
+            texts.push_back(textOf(*string));
+    };
+    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
+    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+        add(array->get(i));
+    if (!array)
+        add(field.entries[Inherited::Value]);
+    const FieldKind kind = kindOf(field.entries);
+    const bool isText = kind == FieldKind::Text;
+    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
+        return {};
+    const std::string first = texts.empty() ? "" : texts.front();
+    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
+    FieldUpdate result;
+    if (update)
+        result = *update;
+    else
+        result.text = first;
+    return result;
 }
 
 } // namespace Host

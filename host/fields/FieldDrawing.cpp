@@ -344,14 +344,13 @@ std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing, Edit& edit) no
     return {};
 }
 
-std::optional<Refusal> FieldDrawer::finish() noexcept
+std::optional<Refusal> FieldDrawer::finish(Edit& edit) noexcept
 {
     if (!_engine)
         return {};
     if (auto refusal = _embedded.preparePrograms(*_engine))
         return refusal;
-    Edit edit(_document);
-    return _embedded.commit(edit.objects) && edit.apply()
+    return _embedded.commit(edit.objects)
         ? std::nullopt
         : std::optional(codeRefusal(Error::get(), "a font can't be embedded: "));
 }

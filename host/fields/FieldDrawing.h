@@ -57,8 +57,8 @@ public:
     // Gives the widgets their looks, as a part of an edit, which is to be applied. The code when there is no room for
     // data; then it must not be applied, and nothing can be drawn any more.
     std::optional<Refusal> commit(FieldDrawing& drawing, Edit& edit) noexcept;
-    // Embeds the fonts that were left for later.
-    std::optional<Refusal> finish() noexcept;
+    // Embeds the fonts that were left for later, as a part of an edit.
+    std::optional<Refusal> finish(Edit& edit) noexcept;
 
 private:
     // Both draw the last widget of the drawing.

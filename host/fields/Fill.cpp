@@ -38,33 +38,6 @@ bool isTrue(const Document& document, const Dictionary& form)
     return flag && flag->value();
 }
 
-// What a field with a text or choices comes to as it is; absent for any other.
-std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field)
-{
-    FieldTexts texts;
-    const auto add = [&](const Ref<Value>& value) {
-        if (const auto string = resolveAs<PDF::String>(document, value))
-            texts.push_back(textOf(*string));
-    };
-    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
-    for (std::uint64_t i = 0; array && i < array->size(); ++i)
-        add(array->get(i));
-    if (!array)
-        add(field.entries[Inherited::Value]);
-    const FieldKind kind = kindOf(field.entries);
-    const bool isText = kind == FieldKind::Text;
-    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
-        return {};
-    const std::string first = texts.empty() ? "" : texts.front();
-    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
-    FieldUpdate result;
-    if (update)
-        result = *update;
-    else
-        result.text = first;
-    return result;
-}
-
 } // namespace
 
 struct FormFiller::State {
@@ -159,7 +132,10 @@ std::optional<Refusal> FormFiller::fill(
 
 std::optional<Refusal> FormFiller::finish() noexcept
 {
-    return _state->drawer.finish();
+    Edit edit(_state->document);
+    if (auto refusal = _state->drawer.finish(edit))
+        return refusal;
+    return edit.apply() ? std::nullopt : std::optional(codeRefusal(Error::get()));
 }
 
 const std::vector<std::string>& FormFiller::warnings() const noexcept
