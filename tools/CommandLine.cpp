@@ -68,7 +68,7 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
         return name + " takes no argument";
     if (takesArgument && !hasArgument && rest.empty())
         return name + " needs an argument";
-    std::string& argument = _given[name];
+    std::string& argument = _given[name].emplace_back();
     if (hasArgument) {
         argument = spelled.substr(sign + 1);
     } else if (takesArgument) {
@@ -101,7 +101,12 @@ bool CommandLine::has(std::string_view option) const
 
 std::string CommandLine::argument(std::string_view option, const char* fallback) const
 {
-    return has(option) ? _given.find(option)->second : fallback;
+    return has(option) ? _given.find(option)->second.back() : fallback;
+}
+
+std::vector<std::string> CommandLine::arguments(std::string_view option) const
+{
+    return has(option) ? _given.find(option)->second : std::vector<std::string>();
 }
 
 std::string CommandLine::conflictAmong(std::initializer_list<const char*> options) const

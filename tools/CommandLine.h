@@ -28,6 +28,8 @@ public:
     bool has(std::string_view option) const;
     // The argument of an option; `fallback` when the option isn't given.
     std::string argument(std::string_view option, const char* fallback = "") const;
+    // All arguments of an option that may be given several times, in their order.
+    std::vector<std::string> arguments(std::string_view option) const;
     // What is wrong when more than one of these is given; empty when nothing is.
     std::string conflictAmong(std::initializer_list<const char*> options) const;
 
@@ -39,7 +41,7 @@ private:
     const Option* find(std::string_view name) const;
 
     const Program& _program;
-    std::map<std::string, std::string, std::less<>> _given; // arguments by option
+    std::map<std::string, std::vector<std::string>, std::less<>> _given; // arguments by option
     std::vector<std::string> _operands;
 };
 
