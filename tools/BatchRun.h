@@ -11,6 +11,8 @@ struct BatchOptions {
     Host::SaveOptions save;
     StoreOptions storage;
     Host::FillOptions fill;
+    bool isFlattened = false; // every job
+    Host::FlattenOptions flatten;
     bool isForced = false;
 };
 

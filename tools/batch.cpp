@@ -33,7 +33,7 @@ const Tools::Program program = {
              "\n"
              "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\", \"paid\": true},\n"
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"},\n"
-             "   \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
+             "   \"flatten\": true, \"recompress\": \"flate\", \"out\": \"7.pdf\"}\n"
              "\n"
              "Only \"in\" is needed. No job may need the output of another job of the same run.",
     .options = {{"", ownOptions}, Tools::fillOptions(), Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
@@ -103,6 +103,8 @@ BatchOptions optionsOf(const CommandLine& line, const Tools::OpenOptions& open, 
     BatchOptions options;
     options.open = open;
     options.fill = std::move(fill);
+    options.isFlattened = line.has("--flatten");
+    options.flatten = Tools::flattenOptionsOf(line);
     options.save = Tools::saveOptionsOf(line);
     options.storage = Tools::storeOptionsOf(line);
     options.isForced = line.has("--force");
