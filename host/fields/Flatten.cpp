@@ -71,7 +71,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t noField = std::size_t(-1);
     // A widget on a page.
     struct Placement {
         std::size_t page;
