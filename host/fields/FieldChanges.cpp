@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <set>
+#include <unordered_map>
 
 namespace Host {
 
@@ -202,13 +203,21 @@ Result<Choices> choose(const FieldNode& field, const std::vector<FieldOption>& o
     const std::vector<std::string>& texts)
 {
     const std::uint32_t flags = flagsOf(field.entries);
+    std::unordered_map<std::string_view, std::size_t> exported, displayed; // the first of each text
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        exported.try_emplace(options[i].exported, i);
+        displayed.try_emplace(options[i].displayed, i);
+    }
+    const auto find = [&](const std::string& text) -> std::optional<std::size_t> {
+        for (const auto* places : {&exported, &displayed})
+            if (const auto found = places->find(text); found != places->end())
+                return found->second;
+        return {};
+    };
     Choices choices;
     for (const std::string& text : texts) {
-        auto found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.exported == text; });
-        if (found == options.end())
-            found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.displayed == text; });
-        if (found != options.end())
-            choices.indices.insert(std::size_t(found - options.begin()));
+        if (const auto index = find(text))
+            choices.indices.insert(*index);
         else if (kind == FieldKind::ComboBox && (flags & Field::Edit))
             choices.ownText = text;
         else if (!text.empty())
