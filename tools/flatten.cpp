@@ -21,12 +21,13 @@ const Tools::Program program = {
     .name = "flatten",
     .usage = "[options] IN OUT",
     .operandCount = 2,
-    .about = "Draws the fields of the form of the PDF file IN on its pages, as viewers show them, takes them out of the "
-             "form, and saves the whole as OUT, which may be the same file. Fields that are hidden go without being "
-             "drawn. With --compact what belonged to them doesn't stay in the file.",
-    .options = {{"", ownOptions}, Tools::textOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0, also without a form; 1 when IN, a field, or the saving is refused; 2 for wrong use and unreadable "
-                  "files.",
+    .about = "Draws the fields of the form of the PDF file IN on its pages, as viewers show them, takes them out of "
+             "the form, and saves the whole as OUT, which may be the same file. Fields that are hidden go without "
+             "being drawn. With --compact what belonged to them doesn't stay in the file.",
+    .options
+    = {{"", ownOptions}, Tools::textOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
+    .exitStatus = "0, also without a form; 1 when IN, a field, or the saving is refused; 2 for wrong use and "
+                  "unreadable files.",
 };
 
 void printJson(const Host::FlattenResult& done, const Tools::Opened& opened)

@@ -30,7 +30,7 @@ std::optional<Appearance> appearanceIn(
 std::optional<Rectangle> appearanceBox(const PDF::Document& document, const PDF::Stream& stream) noexcept;
 // The matrix that brings the XObject to the annotation's rectangle on the page, besides its own. None where nothing is
 // seen: that box or `Rect` has no area.
-std::optional<Matrix> appearanceMatrix(
-    const PDF::Document& document, const PDF::Dictionary& annotation, const PDF::Stream& stream, const Page& page) noexcept;
+std::optional<Matrix> appearanceMatrix(const PDF::Document& document, const PDF::Dictionary& annotation,
+    const PDF::Stream& stream, const Page& page) noexcept;
 
 } // namespace Host

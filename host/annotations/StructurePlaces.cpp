@@ -180,18 +180,17 @@ StructurePlaces::Contents* StructurePlaces::contentsOf(const Page& page) noexcep
 
 void StructurePlaces::finish() noexcept
 {
-    for (std::size_t i = 0; i < _changed.size(); ++i)
-        changeKids(i);
+    for (const Element& element : _changed)
+        changeKids(element.dictionary);
     for (auto& [key, contents] : _contents)
         _parents[key] = _edit.objects.add(Array::create(contents));
     if (_areParentsChanged || !_contents.empty())
         writeParents();
 }
 
-void StructurePlaces::changeKids(std::size_t element) noexcept
+void StructurePlaces::changeKids(const Ref<Dictionary>& element) noexcept
 {
-    const Ref<Dictionary>& dictionary = _changed[element].dictionary;
-    const Ref<Value> kids = dictionary->find(kidsKey);
+    const Ref<Value> kids = element->find(kidsKey);
     const Ref<Array> array = followAs<Array>(_document, kids);
     std::vector<Ref<Value>> rest;
     for (std::uint64_t i = 0; i < (array ? array->size() : 1); ++i) {
@@ -202,13 +201,11 @@ void StructurePlaces::changeKids(std::size_t element) noexcept
             rest.push_back(kid);
             continue;
         }
-        Place& place = _places.at(annotation);
-        if (place.element == element)
-            rest.insert(rest.end(), place.contents.begin(), place.contents.end());
-        if (place.element == element)
-            place.contents.clear(); // in case that it is here twice
+        // It may be here twice, or in a later element, too.
+        const auto contents = std::exchange(_places.at(annotation).contents, {});
+        rest.insert(rest.end(), contents.begin(), contents.end());
     }
-    _edit.set(dictionary, kidsKey,
+    _edit.set(element, kidsKey,
         rest.empty() ? nullptr : rest.size() == 1 ? rest.front() : Ref<Value>(Array::create(rest)));
 }
 
@@ -216,20 +213,20 @@ void StructurePlaces::changeKids(std::size_t element) noexcept
 void StructurePlaces::writeParents() noexcept
 {
     constexpr std::size_t room = 512;
-    std::vector<Ref<Value>> leaves, pairs;
-    Ref<Dictionary> leaf = Dictionary::create();
-    std::int64_t first = 0;
+    std::vector<Ref<Value>> leaves;
     for (auto entry = _parents.begin(); entry != _parents.end();) {
-        if (pairs.empty())
-            first = entry->first;
-        pairs.push_back(numberValue(double(entry->first)));
-        pairs.push_back(entry->second);
-        const std::int64_t last = entry->first;
-        if (++entry != _parents.end() && pairs.size() < 2 * room)
-            continue;
-        leaf = Dictionary::create();
-        leaf->set(numbersKey, Array::create(std::exchange(pairs, {})));
-        leaf->set(limitsKey, arrayOf({double(first), double(last)}));
+        const double first = double(entry->first);
+        double last = first;
+        std::vector<Ref<Value>> pairs;
+        for (; entry != _parents.end() && pairs.size() < 2 * room; ++entry) {
+            last = double(entry->first);
+            pairs.push_back(numberValue(last));
+            pairs.push_back(entry->second);
+        }
+        const Ref<Dictionary> leaf = Dictionary::create();
+        leaf->set(numbersKey, Array::create(pairs));
+        if (_parents.size() > room)
+            leaf->set(limitsKey, arrayOf({first, last}));
         leaves.push_back(_edit.objects.add(leaf));
     }
     Ref<Value> root = leaves.empty() ? Ref<Value>() : leaves.front();
@@ -237,8 +234,6 @@ void StructurePlaces::writeParents() noexcept
         const Ref<Dictionary> node = Dictionary::create();
         node->set(PageKeys::kids, Array::create(leaves));
         root = _edit.objects.add(node);
-    } else {
-        leaf->set(limitsKey, nullptr); // which a root doesn't have
     }
     _edit.set(_root, parentTreeKey, root);
     if (!_newKeys.empty())

@@ -42,7 +42,7 @@ private:
     void readParents() noexcept;
     void readParents(const PDF::Array& pairs) noexcept;
     Contents* contentsOf(const Page& page) noexcept;
-    void changeKids(std::size_t element) noexcept;
+    void changeKids(const Ref<PDF::Dictionary>& element) noexcept;
     void writeParents() noexcept;
 
     Edit& _edit;

@@ -12,6 +12,7 @@
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/FieldRemoval.h>
+#include <host/fields/TextString.h>
 #include <host/pages/Drawing.h>
 #include <host/pages/PageKeys.h>
 #include <platform/Limits.h>
@@ -47,7 +48,8 @@ class Flattening {
 public:
     Flattening(const Ref<Document>& document, FieldTree&& tree, PageTree&& pages, const FlattenOptions& options)
         : _document(document), _options(options), _tree(std::move(tree)), _pages(std::move(pages)), _edit(document),
-          _drawing(_edit, _pages), _structure(_edit), _drawer(document, _tree.form())
+          _drawing(_edit, _pages), _structure(_edit), _drawer(document, _tree.form()),
+          _textLeft(Limits::maxDrawnText(fileSizeOf(document)))
     {
     }
 
@@ -96,6 +98,7 @@ private:
     std::optional<Appearance> appearanceOf(const Dictionary& widget, const FieldNode* field) const;
     std::optional<Refusal> drawMissing();
     std::optional<Refusal> drawMissing(const FieldNode& field, std::vector<Ref<Dictionary>> widgets);
+    std::size_t textSize(const FieldNode& field, Inherited entry) const;
     bool isOn(const FieldNode& field, const Dictionary& widget) const;
     // Pages
     void setLook(const Dictionary& widget, const Appearance& appearance);
@@ -123,6 +126,7 @@ private:
     std::vector<Placement> _placements;
     std::unordered_map<const Dictionary*, Look> _looks;
     std::map<std::size_t, std::vector<Ref<Dictionary>>> _missing; // widgets to be drawn, by field
+    std::size_t _textLeft;                                        // that may be drawn
     FlattenResult _result;
 };
 
@@ -151,19 +155,17 @@ std::optional<Refusal> Flattening::choosePaths(const std::vector<std::string>& p
     for (std::size_t i = 0; i < _tree.fields().size(); ++i)
         byPath.emplace_back(_tree.fields()[i].path, i);
     std::sort(byPath.begin(), byPath.end());
+    const auto firstFrom = [&](const std::string& path) {
+        return std::lower_bound(byPath.begin(), byPath.end(), std::pair(std::string_view(path), std::size_t(0)));
+    };
     for (const std::string& path : paths) {
-        bool isFound = false;
-        // The fields beneath are those from "a." on, which another one, such as "a-b", may separate from "a".
-        for (const std::string& start : {path, path + "."}) {
-            auto place = std::lower_bound(byPath.begin(), byPath.end(), std::pair(std::string_view(start), std::size_t(0)));
-            for (; place != byPath.end()
-                 && (start.size() == path.size() ? place->first == start : place->first.starts_with(start));
-                 ++place) {
+        std::size_t count = 0;
+        // Those of this path, and those that begin with it and a point, after which the solidus comes.
+        for (auto [place, end] : {std::pair(firstFrom(path), firstFrom(path + '\0')),
+                 std::pair(firstFrom(path + "."), firstFrom(path + "/"))})
+            for (; place != end; ++place, ++count)
                 add(place->second);
-                isFound = true;
-            }
-        }
-        if (!isFound)
+        if (count == 0)
             return Refusal{Reason::Missing, path + ": there is no such field"};
     }
     return {};
@@ -279,6 +281,11 @@ std::optional<Refusal> Flattening::drawMissing()
 std::optional<Refusal> Flattening::drawMissing(const FieldNode& field, std::vector<Ref<Dictionary>> widgets)
 {
     FieldNode node{field.path, field.dictionary, field.entries, std::move(widgets), {}};
+    const std::size_t size
+        = node.widgets.size() * (textSize(field, Inherited::Value) + textSize(field, Inherited::Options));
+    if (size > _textLeft)
+        return Refusal{Reason::LimitReached, "the texts of all fields are too long to be drawn", ErrOutOfRange};
+    _textLeft -= size;
     FieldUpdate update = presentUpdate(*_document, node).value_or(FieldUpdate());
     if (isButton(kindOf(node.entries)))
         update.drawnStates.assign(node.widgets.size(), "Yes");
@@ -300,6 +307,21 @@ std::optional<Refusal> Flattening::drawMissing(const FieldNode& field, std::vect
     }
     warn(drawing->warnings);
     return {};
+}
+
+// Of a text, an array of texts, or one of pairs of texts, with a little for each.
+std::size_t Flattening::textSize(const FieldNode& field, Inherited entry) const
+{
+    constexpr std::size_t each = 16;
+    const auto sizeOf = [&](const auto& self, const Ref<Value>& value, int levels) -> std::size_t {
+        const Ref<PDF::String> string = valueAs<PDF::String>(value);
+        const Ref<Array> array = levels > 0 ? valueAs<Array>(value) : nullptr;
+        std::size_t size = each + (string ? textOf(*string).size() : 0);
+        for (std::uint64_t i = 0; array && i < array->size(); ++i)
+            size += self(self, resolve(*_document, array->get(i)), levels - 1);
+        return size;
+    };
+    return sizeOf(sizeOf, field.entries[entry], 2);
 }
 
 // Of a button without an appearance. Where several widgets show the field, only the widget itself can say it.

@@ -51,15 +51,16 @@ struct FlattenResult {
 // boxes and radio buttons without one, as `FormFiller` draws them. What shows nothing, such as an unsigned signature
 // without an appearance, draws nothing.
 //
-// Then widgets and fields go: from the pages, from the form with all fields above that are empty then, from its order of
-// calculation, and the AcroForm itself from the catalog when no field is left; else its XFA, which would show the fields
-// as they were, with a warning. In the structure of a tagged document the drawn content takes the widget's place. Objects
-// that nothing refers to any more stay in the file; one with object streams leaves them out (import/Save.h).
+// Then widgets and fields go: from the pages, from the form with all fields above that are empty then, and from its
+// order of calculation. The AcroForm itself goes from the catalog when no field is left; else its XFA, which would show
+// the fields as they were, with a warning. In the structure of a tagged document the drawn content takes the widget's
+// place. Objects that nothing refers to any more stay in the file; one with object streams leaves them out
+// (import/Save.h).
 //
-// Refused, and nothing is changed: by the rules of `listFields` and of `pages`; with `Missing` a path that no field has;
-// with `Unsupported` a text with characters that can't be drawn, by the field's name; with `LimitReached` widgets that
-// many pages share; with the reasons of `place` a page whose content can't be read. Time and memory grow with the
-// document.
+// Refused, and nothing is changed: by the rules of `listFields` and of `pages`; with `Missing` a path that no field
+// has; with `Unsupported` a text with characters that can't be drawn, by the field's name; with `LimitReached` widgets
+// that many pages share, and long texts that many fields inherit; with the reasons of `place` a page whose content
+// can't be read. Time and memory grow with the document.
 EXPORTED Result<FlattenResult> flatten(const Ref<PDF::Document>& document, const FieldSelection& which,
     const FlattenOptions& options = {}) noexcept;
 

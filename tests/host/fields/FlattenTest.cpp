@@ -222,8 +222,8 @@ TEST(Flatten, formsInCirclesEnd)
         {"a kid that is the field above", {"<< /T (a) /Kids [ 6 0 R 5 0 R ] >>", widget("/FT /Tx /T (b) " + look)},
             "gone"},
         {"one that stays, and shares its kids",
-            {"<< /T (a) /Kids [ 6 0 R 7 0 R ] >>", widget("/FT /Tx /T (b) " + look), "<< /T (c) /Kids [ 8 0 R 5 0 R ] >>",
-                "<< /T (d) /FT /Tx >>"},
+            {"<< /T (a) /Kids [ 6 0 R 7 0 R ] >>", widget("/FT /Tx /T (b) " + look),
+                "<< /T (c) /Kids [ 8 0 R 5 0 R ] >>", "<< /T (d) /FT /Tx >>"},
             "<< /Kids [ 7 0 R ] /T (a) >>"},
     };
     for (const auto& [rule, objects, left] : cases) {
@@ -231,7 +231,8 @@ TEST(Flatten, formsInCirclesEnd)
         const Ref<PDF::Document> document
             = FormOfOnePage{.fields = "[ 5 0 R 5 0 R ]", .annotations = "[ 6 0 R 6 0 R ]", .objects = objects};
         EXPECT_EQ(flattened(document, Paths{"a.b"}), "q 2 0 0 4 10 20 cm 10 0 R Do Q|");
-        EXPECT_EQ(objectText(document, 1).find("AcroForm") == std::string::npos ? "gone" : objectText(document, 5), left);
+        const bool isGone = objectText(document, 1).find("AcroForm") == std::string::npos;
+        EXPECT_EQ(isGone ? "gone" : objectText(document, 5), left);
     }
 }
 
@@ -281,7 +282,8 @@ TEST(Flatten, theDrawingTakesThePlaceInTheStructure)
         return FormOfOnePage{.fields = "[ 5 0 R 6 0 R ]",
             .annotations = "[ 5 0 R 6 0 R ]",
             .objects = {widget(look + "/T (a) /StructParent 1"), widget(look + "/T (b) /F 2 /StructParent 2"),
-                "<< /S /Form /K [ << /Type /OBJR /Obj 5 0 R >> 0 ] >>", "<< /S /Form /K << /Type /OBJR /Obj 6 0 R >> >>",
+                "<< /S /Form /K [ << /Type /OBJR /Obj 5 0 R >> 0 ] >>",
+                "<< /S /Form /K << /Type /OBJR /Obj 6 0 R >> >>",
                 "<< /S /Document /K [ 7 0 R 8 0 R ] >>"},
             .page = page, .catalog = "/StructTreeRoot << /K 9 0 R " + root + " >>"};
     };
@@ -335,6 +337,27 @@ TEST(Flatten, aRefusalChangesNothing)
         EXPECT_EQ(whole(document), before);
     }
     EXPECT_EQ(flatten(nullptr, AllFields()).refusal().code, ErrNullArgument);
+}
+
+TEST(Flatten, longChoicesThatManyFieldsInheritAreLimited)
+{
+    constexpr unsigned count = 3000;
+    PdfText file;
+    std::string kids;
+    for (unsigned i = 0; i < count; ++i) {
+        kids += std::to_string(10 + i) + " 0 R ";
+        file.object(10 + i, widget("/T (" + std::to_string(i) + ")"));
+    }
+    file.pages("3 0 R", "/Count 1").object(3, "<< /Type /Page /Annots [ " + kids + " ] >>");
+    file.object(1, "<< /Type /Catalog /AcroForm << /Fields [ 4 0 R ] >> /Pages 2 0 R >>")
+        .object(4, "<< /FT /Ch /Ff 131072 /T (a) /V (v) /Opt 5 0 R /Kids [ " + kids + " ] >>")
+        .object(5, "[ (" + std::string(20000, 'x') + ") ]");
+    const auto document = Tests::open(file);
+    const auto done = flatten(document, AllFields());
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.refusal().reason, Reason::LimitReached);
+    EXPECT_TRUE(done.refusal().message.starts_with("a.")) << done.refusal().message;
+    EXPECT_FALSE(document->changed());
 }
 
 TEST(Flatten, widgetsThatManyPagesShareAreLimited)
