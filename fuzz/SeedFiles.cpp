@@ -95,6 +95,30 @@ std::string form()
         .object(13, "<< /FT /Btn /Ff 65536 /T (push) /Parent 11 0 R >>");
 }
 
+// Fields with looks, on two pages and in the structure.
+std::string tagged()
+{
+    const auto widget = [](const std::string& entries) {
+        return "<< /Subtype /Widget /Rect [ 10 20 30 60 ] /AP << /N 12 0 R >> " + entries + " >>";
+    };
+    return PdfText()
+        .object(1, "<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [ 5 0 R ] /CO [ 6 0 R 7 0 R ] >> "
+                   "/StructTreeRoot << /K 8 0 R /ParentTree 10 0 R /ParentTreeNextKey 4 >> >>")
+        .object(2, "<< /Type /Pages /Kids [ 3 0 R 4 0 R ] /Count 2 >>")
+        .object(3, "<< /Type /Page /Annots 11 0 R /StructParents 0 /Rotate 90 /Contents 13 0 R >>")
+        .object(4, "<< /Type /Page /Annots 11 0 R /Contents [ 13 0 R ] >>")
+        .object(5, "<< /FT /Tx /T (a) /Kids [ 6 0 R 7 0 R ] >>")
+        .object(6, widget("/Parent 5 0 R /T (b) /StructParent 1 /F 20"))
+        .object(7, widget("/Parent 5 0 R /T (c) /StructParent 2 /OC 14 0 R"))
+        .object(8, "<< /S /Document /K [ 9 0 R << /S /Form /K << /Type /OBJR /Obj 7 0 R >> >> ] >>")
+        .object(9, "<< /S /Form /P 8 0 R /K [ 0 << /Type /OBJR /Obj 6 0 R >> ] >>")
+        .object(10, "<< /Kids [ << /Nums [ 0 [ 9 0 R ] 1 9 0 R ] >> << /Nums [ 2 8 0 R ] /Limits [ 2 2 ] >> ] >>")
+        .object(11, "[ 6 0 R << /Subtype /Link >> 7 0 R ]")
+        .stream(12, "0 0 9 9 re f", "/BBox [ 0 0 10 10 ] /Matrix [ 0 1 -1 0 5 5 ]")
+        .stream(13, "q Q")
+        .object(14, "<< /Type /OCG /Name (layer) >>");
+}
+
 std::string pages()
 {
     return PdfText()
@@ -171,6 +195,7 @@ SeedFiles smallFiles()
         {"streams-lf", streams("\n")},
         {"streams-cr", streams("\r")},
         {"form", form()},
+        {"tagged", tagged()},
         {"pages", pages()},
         {"pages-with-bad-content",
             PdfText().pages("3 0 R 4 0 R").object(3, "<< /Contents [ ] >>").object(4, "<< /Contents 1 >>")},

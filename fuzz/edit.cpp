@@ -9,6 +9,7 @@
 #include <forms/Choice.h>
 #include <forms/Text.h>
 #include <host/fields/Fill.h>
+#include <host/fields/Flatten.h>
 #include <host/fields/FormFields.h>
 #include <host/pages/Background.h>
 #include <host/pages/Place.h>
@@ -72,6 +73,7 @@ private:
         const PDF::Object& page, const std::vector<Ref<PDF::Value>>& own, const PDF::Object& foreignPage) noexcept;
     void addCheckedBackground(Arguments arguments) noexcept;
     void place(Arguments arguments) noexcept;
+    void flatten(Arguments arguments) noexcept;
     void writeToFailing(Arguments arguments) noexcept;
     void decode(Arguments arguments) noexcept;
 
@@ -84,9 +86,11 @@ private:
 
 void Editing::edit(std::uint8_t operation, Arguments arguments) noexcept
 {
-    constexpr std::uint8_t firstOfPlace = 224;
+    constexpr std::uint8_t firstOfPlace = 224, firstOfFlatten = 192;
     if (operation >= firstOfPlace)
         return place(arguments);
+    if (operation >= firstOfFlatten)
+        return flatten(arguments);
     switch (operation % 16) {
     case 0: return setValue(arguments);
     case 1: return fill(arguments);
@@ -253,6 +257,30 @@ void Editing::place(Arguments arguments) noexcept
     // A kid that led nowhere may name an object that was added.
     require(pages && (pages->pages.size() == pagesBefore->pages.size() || !pagesBefore->problems.empty()),
         "no page goes or comes");
+}
+
+// Makes all fields a part of their pages, or the one that is chosen. A refusal changes nothing.
+void Editing::flatten(Arguments arguments) noexcept
+{
+    const auto fields = Host::listFields(_document);
+    if (!fields || !_allowance.hasElements(16 * PDF::fileSizeOf(_document)))
+        return;
+    Host::FieldSelection which = Host::AllFields();
+    if (arguments.which % 2 == 1)
+        which = std::vector<std::string>{chosen(fields->fields, arguments.amount).path};
+    const Host::FlattenOptions options{.medium = Host::Medium(arguments.variant % 2), .isAnyTextAllowed = true};
+    const std::size_t objectsBefore = PDF::objectsOf(_document).size();
+    const bool wasChanged = _document->changed();
+    const auto done = Host::flatten(_document, which, options);
+    if (!done) {
+        require(!done.refusal().message.empty(), "a refusal has words");
+        require(PDF::objectsOf(_document).size() == objectsBefore && _document->changed() == wasChanged,
+            "a refusal changes nothing");
+        return;
+    }
+    const auto again = Host::flatten(_document, Host::AllFields(), options);
+    const auto none = Host::flatten(_document, Host::AllFields(), options);
+    require(!again || (none && none->fieldCount == 0 && none->widgetCount == 0), "all that is flattened has gone");
 }
 
 void Editing::writeToFailing(Arguments arguments) noexcept

@@ -64,6 +64,12 @@ void addEditing(const std::filesystem::path& folder)
             const std::string twice = operation(place, 9 * which, 8 * which, which) + operation(place, 1, 8, 7 * which);
             small.add(name + "-place-" + std::to_string(which), edit(twice, file + Fuzz::letterhead()));
         }
+    for (const char* const name : {"form", "tagged"})
+        for (unsigned which = 0; which < 8; ++which) {
+            constexpr unsigned flatten = 192;
+            small.add(std::string(name) + "-flatten-" + std::to_string(which),
+                edit(operation(flatten, which, which / 2, which), Fuzz::smallFiles()[name]));
+        }
     for (unsigned variant = 0; variant < 4; ++variant)
         for (const unsigned way : {0u, 1u}) { // of setting values
             std::string fillAll;

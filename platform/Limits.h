@@ -105,10 +105,18 @@ constexpr std::size_t maxContentParts(std::size_t fileSize)
 {
     return 10000 + 4 * fileSize;
 }
-// Annotations that come along with the pages that are drawn: of a page many, on many pages.
+// Annotations that come along with the pages that are drawn, of a page many, on many pages; and widgets that become a
+// part of a page once more.
 constexpr std::size_t maxAnnotationCopies(std::size_t objectCount)
 {
     return 10000 + 16 * objectCount;
+}
+
+// The texts of fields that are drawn together with all their choices, in bytes, where nobody names the fields: many
+// fields may inherit a long one.
+constexpr std::size_t maxDrawnText(std::size_t fileSize)
+{
+    return (std::size_t(16) << 20) + 4 * fileSize;
 }
 
 // What is read of a font, decoded, in bytes: of the map of its characters, and of its program. The largest fonts that

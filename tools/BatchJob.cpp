@@ -69,6 +69,23 @@ std::optional<Host::Refusal> readBackground(const nlohmann::json& object, BatchJ
     return {};
 }
 
+// `flatten` is true or false, or a list of names of fields.
+std::optional<Host::Refusal> readFlattened(const nlohmann::json& object, BatchJob& job)
+{
+    const auto found = object.find("flatten");
+    if (found == object.end())
+        return {};
+    const bool isList = found->is_array()
+        && std::all_of(found->begin(), found->end(), [](const auto& name) { return name.is_string(); });
+    if (!isList && !found->is_boolean())
+        return wrongJob("flatten is neither true or false nor a list of names");
+    if (isList)
+        job.flattened = found->get<std::vector<std::string>>();
+    else if (found->get<bool>())
+        job.flattened = Host::AllFields();
+    return {};
+}
+
 std::optional<Host::Refusal> readTarget(const nlohmann::json& object, BatchJob& job)
 {
     const auto found = object.find("recompress");
@@ -93,7 +110,7 @@ std::optional<Host::Refusal> readJob(std::string_view line, BatchJob& job)
             return wrongJob("id is neither a text nor a number");
         job.id = *id;
     }
-    if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "background", "recompress", "out"}))
+    if (auto refusal = unknownKeyOf(object, {"id", "in", "fill", "flatten", "background", "recompress", "out"}))
         return refusal;
     for (const auto& [key, name] : {std::pair("in", &job.in), std::pair("out", &job.out)}) {
         auto file = fileNameUnder(object, key);
@@ -109,6 +126,8 @@ std::optional<Host::Refusal> readJob(std::string_view line, BatchJob& job)
             return values.refusal().withPrefix("fill: ");
         job.values = std::move(*values);
     }
+    if (auto refusal = readFlattened(object, job))
+        return refusal;
     if (auto refusal = readBackground(object, job))
         return refusal;
     return readTarget(object, job);

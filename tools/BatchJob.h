@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/fields/Flatten.h>
 #include <host/streams/Recompress.h>
 #include <tools/FieldValues.h>
 #include <tools/Placements.h>
@@ -13,6 +14,7 @@ struct BatchJob {
     nlohmann::json id; // a text or a number, given back with the result; null when there is none
     std::string in;
     FieldValues values;
+    std::optional<Host::FieldSelection> flattened;
     std::string foreign; // the file whose pages are drawn; empty for none
     PagesAsked pages;    // how
     std::optional<Host::PDF::Compression> target;

@@ -1,5 +1,6 @@
 #include <tools/BatchRun.h>
 
+#include <tools/Filling.h>
 #include <tools/Hints.h>
 #include <tools/ImportReport.h>
 
@@ -55,6 +56,17 @@ public:
             return joined(refusals);
         warn(filler->warnings());
         return filler->finish();
+    }
+    std::optional<Host::Refusal> flatten()
+    {
+        if (!_options.isFlattened && !_job.flattened)
+            return {};
+        const auto done = Host::flatten(
+            _opened.document, _job.flattened.value_or(Host::AllFields()), _options.flatten);
+        if (!done)
+            return done.refusal();
+        addWarnings(_result.warnings, done->warnings);
+        return {};
     }
     // The foreign document is the job's own, too: it holds its streams once they were read, so that no two
     // threads may use it.
@@ -131,6 +143,7 @@ BatchResult runJob(const BatchJob& job, const BatchOptions& options)
     } steps[] = {
         {"open", &Run::open},
         {"fill", &Run::fill},
+        {"flatten", &Run::flatten},
         {"background", &Run::background},
         {"recompress", &Run::recompress},
         {"save", &Run::save},

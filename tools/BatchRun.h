@@ -14,6 +14,8 @@ struct BatchOptions {
     Host::FillOptions fill;
     FieldValues values; // of all jobs, unless a job has another one of the same name
     UnknownFields unknownFields = UnknownFields::Refused;
+    bool isFlattened = false; // every job
+    Host::FlattenOptions flatten;
     bool isForced = false;
 };
 

@@ -26,7 +26,7 @@ public:
 
     // The program must declare the option; that goes for all that follows, too.
     bool has(std::string_view option) const;
-    // The arguments of an option of several, as often as it is given, in their order.
+    // All arguments of an option that has several, or that may be given several times, in their order.
     const std::vector<std::string>& arguments(std::string_view option) const;
     // The argument of an option; `fallback` when the option isn't given.
     std::string argument(std::string_view option, const char* fallback = "") const;

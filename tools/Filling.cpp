@@ -3,23 +3,48 @@
 #include <platform/Limits.h>
 #include <text/Loader.h>
 
+#include <algorithm>
+
 namespace Tools {
 
 namespace {
 
 constexpr Option options[] = {
+    {"--flatten", "", "then make all fields a part of their pages, as files-pdf-flatten does"},
     {"--viewer-looks", "", "ask viewers to draw the new values, instead of drawing them"},
     {"--keep-looks", "", "neither draw the new values nor ask viewers to"},
     {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
-    {"--any-text", "", "fill in a text with characters that no font has, too, and leave them out where it is drawn"},
+    {"--any-text", "", "take a text with characters that no font has, too, and leave them out where it is drawn"},
 };
 constexpr const char* skippingHint = " (--skip-unknown passes over it)";
+
+// One for each thread, which all files of a batch share.
+auto engineOf(const CommandLine& line)
+{
+    Text::Options text;
+    if (line.has("--font"))
+        text.fontFiles.push_back(line.argument("--font"));
+    return [text = std::move(text)] {
+        thread_local std::shared_ptr<Host::TextEngine> engine;
+        if (engine)
+            return Host::Result<std::shared_ptr<Host::TextEngine>>(engine);
+        auto loaded = Text::loadEngine(text);
+        if (loaded)
+            engine = *loaded;
+        return loaded;
+    };
+}
 
 } // namespace
 
 OptionGroup fillOptions()
 {
     return {"drawing", options};
+}
+
+OptionGroup textOptions()
+{
+    return {"drawing", std::span(options).last(2)};
 }
 
 Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
@@ -31,19 +56,7 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
         result.appearances = Host::Appearances::DrawnByViewers;
     if (line.has("--keep-looks"))
         result.appearances = Host::Appearances::LeftAsTheyAre;
-    Text::Options text;
-    if (line.has("--font"))
-        text.fontFiles.push_back(line.argument("--font"));
-    // One for each thread, which all files of a batch share.
-    result.engine = [text = std::move(text)] {
-        thread_local std::shared_ptr<Host::TextEngine> engine;
-        if (engine)
-            return Host::Result<std::shared_ptr<Host::TextEngine>>(engine);
-        auto loaded = Text::loadEngine(text);
-        if (loaded)
-            engine = *loaded;
-        return loaded;
-    };
+    result.engine = engineOf(line);
     result.areFontsLater = true;
     result.isAnyTextAllowed = line.has("--any-text");
     return result;
@@ -65,6 +78,18 @@ std::vector<Host::Refusal> fillAll(Host::FormFiller& filler, const Host::FieldVa
             warnings.push_back(name + ": " + refusal->message + ", and the value is passed over");
     }
     return refusals;
+}
+
+Host::FlattenOptions flattenOptionsOf(const CommandLine& line)
+{
+    return {.engine = engineOf(line), .isAnyTextAllowed = line.has("--any-text")};
+}
+
+void addWarnings(std::vector<std::string>& warnings, const std::vector<std::string>& more)
+{
+    for (const std::string& warning : more)
+        if (std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
+            warnings.push_back(warning);
 }
 
 } // namespace Tools

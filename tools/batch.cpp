@@ -42,7 +42,7 @@ const Tools::Program program = {
              "same order. A job that fails does not stop the others, and none may need the output of another one. With "
              "--csv it fills a form for each row of a file.\n"
              "\n"
-             "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\"}, \"recompress\": \"flate\",\n"
+             "  {\"id\": 7, \"in\": \"form.pdf\", \"fill\": {\"name\": \"Ellen\"}, \"flatten\": true,\n"
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"}, \"out\": \"7.pdf\"}",
     .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(),
         Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
@@ -111,6 +111,8 @@ BatchOptions optionsOf(
     BatchOptions options;
     options.open = open;
     options.fill = std::move(fill);
+    options.isFlattened = line.has("--flatten");
+    options.flatten = Tools::flattenOptionsOf(line);
     options.save = Tools::saveOptionsOf(line);
     options.storage = Tools::storeOptionsOf(line);
     options.isForced = line.has("--force");

@@ -98,7 +98,15 @@ int fill(const CommandLine& line, const Console& console)
         return *status;
     if (const auto refusal = filler->finish())
         return console.refuse(in, *refusal);
-    for (const std::string& warning : filler->warnings())
+    std::vector<std::string> warnings = filler->warnings();
+    if (line.has("--flatten")) {
+        const auto flattened
+            = Host::flatten(opened->document, Host::AllFields(), Tools::flattenOptionsOf(line));
+        if (!flattened)
+            return console.refuse(in, flattened.refusal());
+        Tools::addWarnings(warnings, flattened->warnings);
+    }
+    for (const std::string& warning : warnings)
         console.warn(in, warning);
     return Tools::Saving(line, console).save(*opened, in, line.operand(1));
 }

@@ -125,10 +125,10 @@ std::optional<Refusal> EmbeddedFonts::Embedded::makeProgram(TextEngine& engine, 
     return {};
 }
 
-bool EmbeddedFonts::commit() noexcept
+bool EmbeddedFonts::commit(PDF::NewObjects& objects) noexcept
 {
     for (auto& [number, font] : _fonts) {
-        if (!font.reference && !create(font))
+        if (!font.reference && !create(font, objects))
             return false;
         if (!font.isChanged || font.isProgramDue)
             continue;
@@ -140,7 +140,7 @@ bool EmbeddedFonts::commit() noexcept
     return true;
 }
 
-bool EmbeddedFonts::create(Embedded& font) noexcept
+bool EmbeddedFonts::create(Embedded& font, PDF::NewObjects& objects) noexcept
 {
     const std::string placeholder(1024, ' '); // long enough to be a compressed stream
     const Ref<PDF::Dictionary> descriptor = descriptorOf(font.facts);
@@ -152,21 +152,21 @@ bool EmbeddedFonts::create(Embedded& font) noexcept
     if (!font.programStream || !font.characterMap)
         return false;
     descriptor->set(::String::create(font.facts.isCompact ? "FontFile3" : "FontFile2"),
-        PDF::addObject(_document, font.programStream));
+        objects.add(font.programStream));
     font.descendant = newDictionary({{"Type", newName("Font")},
         {"Subtype", newName(font.facts.isCompact ? "CIDFontType0" : "CIDFontType2")},
         {"BaseFont", newName(tagged(font.facts.name))},
         {"CIDSystemInfo",
             newDictionary({{"Registry", text("Adobe")}, {"Ordering", text("Identity")}, {"Supplement", newNumber(0)}})},
-        {"FontDescriptor", PDF::addObject(_document, descriptor)}, {"DW", newNumber(0)}});
+        {"FontDescriptor", objects.add(descriptor)}, {"DW", newNumber(0)}});
     if (!font.facts.isCompact)
         font.descendant->set(::String::create("CIDToGIDMap"), newName("Identity"));
     const Ref<PDF::Dictionary> composite = newDictionary(
         {{"Type", newName("Font")}, {"Subtype", newName("Type0")}, {"BaseFont", newName(tagged(font.facts.name))},
-            {"Encoding", newName("Identity-H")}, {"ToUnicode", PDF::addObject(_document, font.characterMap)}});
+            {"Encoding", newName("Identity-H")}, {"ToUnicode", objects.add(font.characterMap)}});
     composite->set(::String::create("DescendantFonts"),
-        PDF::Array::create(std::vector<Ref<PDF::Value>>{PDF::addObject(_document, font.descendant)}));
-    font.reference = PDF::addObject(_document, composite);
+        PDF::Array::create(std::vector<Ref<PDF::Value>>{objects.add(font.descendant)}));
+    font.reference = objects.add(composite);
     return bool(font.reference);
 }
 

@@ -21,8 +21,8 @@ public:
         const std::vector<TextEngine::Glyph>& glyphs, Programs programs) noexcept;
     // Makes the subsets that were left for later.
     std::optional<Refusal> preparePrograms(TextEngine& engine) noexcept;
-    // Brings them into the document. False with a code when a stream can't be made.
-    bool commit() noexcept;
+    // Brings them into the document, new ones with the new objects. False with a code when a stream can't be made.
+    bool commit(PDF::NewObjects& objects) noexcept;
     // What an appearance refers to; only after `commit`.
     Ref<PDF::Value> find(std::uint32_t font) const noexcept;
 
@@ -43,7 +43,7 @@ private:
 
         std::optional<Refusal> makeProgram(TextEngine& engine, std::uint32_t number) noexcept;
     };
-    bool create(Embedded& font) noexcept;
+    bool create(Embedded& font, PDF::NewObjects& objects) noexcept;
     bool update(Embedded& font) noexcept;
 
     const Ref<PDF::Document> _document;

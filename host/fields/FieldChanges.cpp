@@ -1,5 +1,6 @@
 #include <host/fields/FieldChanges.h>
 
+#include <document/Resolve.h>
 #include <forms/Field.h>
 #include <forms/FormKeys.h>
 #include <host/fields/FieldReading.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <set>
+#include <unordered_map>
 
 namespace Host {
 
@@ -201,13 +203,21 @@ Result<Choices> choose(const FieldNode& field, const std::vector<FieldOption>& o
     const std::vector<std::string>& texts)
 {
     const std::uint32_t flags = flagsOf(field.entries);
+    std::unordered_map<std::string_view, std::size_t> exported, displayed; // the first of each text
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        exported.try_emplace(options[i].exported, i);
+        displayed.try_emplace(options[i].displayed, i);
+    }
+    const auto find = [&](const std::string& text) -> std::optional<std::size_t> {
+        for (const auto* places : {&exported, &displayed})
+            if (const auto found = places->find(text); found != places->end())
+                return found->second;
+        return {};
+    };
     Choices choices;
     for (const std::string& text : texts) {
-        auto found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.exported == text; });
-        if (found == options.end())
-            found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.displayed == text; });
-        if (found != options.end())
-            choices.indices.insert(std::size_t(found - options.begin()));
+        if (const auto index = find(text))
+            choices.indices.insert(*index);
         else if (kind == FieldKind::ComboBox && (flags & Field::Edit))
             choices.ownText = text;
         else if (!text.empty())
@@ -307,6 +317,32 @@ Result<FieldUpdate> updateFor(
         break;
     }
     return wrongValue("a field of the kind " + std::string(kindLabel(kind)) + " can't be filled");
+}
+
+std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field) noexcept
+{
+    FieldTexts texts;
+    const auto add = [&](const Ref<Value>& value) {
+        if (const auto string = resolveAs<PDF::String>(document, value))
+            texts.push_back(textOf(*string));
+    };
+    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
+    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+        add(array->get(i));
+    if (!array)
+        add(field.entries[Inherited::Value]);
+    const FieldKind kind = kindOf(field.entries);
+    const bool isText = kind == FieldKind::Text;
+    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
+        return {};
+    const std::string first = texts.empty() ? "" : texts.front();
+    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
+    FieldUpdate result;
+    if (update)
+        result = *update;
+    else
+        result.text = first;
+    return result;
 }
 
 } // namespace Host

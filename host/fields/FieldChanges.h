@@ -3,6 +3,7 @@
 #include <host/fields/FieldTree.h>
 #include <host/fields/FieldValue.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,5 +36,7 @@ struct FieldUpdate {
 // without looks take values only where they are to be drawn.
 Result<FieldUpdate> updateFor(const PDF::Document& document, const FieldNode& field, const FieldValue& value,
     bool isDrawn) noexcept;
+// What a field with a text or choices comes to as it is; absent for any other.
+std::optional<FieldUpdate> presentUpdate(const PDF::Document& document, const FieldNode& field) noexcept;
 
 } // namespace Host

@@ -95,6 +95,8 @@ FieldDrawer::FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form)
 Result<FieldDrawing> FieldDrawer::draw(
     const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept
 {
+    if (_failure)
+        return *_failure;
     const FieldKind kind = kindOf(field.entries);
     const bool isButton = kind == FieldKind::CheckBox || kind == FieldKind::RadioButtons;
     FieldDrawing drawing;
@@ -322,38 +324,44 @@ const TextFont& FieldDrawer::standardFont(const StandardFont& font) noexcept
 
 // ---- What becomes of them in the document
 
-std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing) noexcept
+std::optional<Refusal> FieldDrawer::commit(FieldDrawing& drawing, Edit& edit) noexcept
 {
-    if (!_embedded.commit())
-        return codeRefusal(Error::get(), "a font can't be embedded: ");
+    if (!_embedded.commit(edit.objects))
+        return _failure = codeRefusal(Error::get(), "a font can't be embedded: ");
     for (Change& change : drawing.changes)
-        change.dictionary->set(change.key, std::move(change.value));
+        edit.set(change.dictionary, change.key, std::move(change.value));
     for (WidgetDrawing& widget : drawing.widgets) {
-        Ref<PDF::Value> look = formOf(widget, widget.content);
-        if (!look)
-            return codeRefusal(Error::get(), "an appearance can't be made: ");
-        if (!widget.state.empty())
-            look = newDictionary({{"Off", formOf(widget, widget.off)}, {widget.state.c_str(), look}});
-        widget.widget->set(PDF::FormKeys::appearance, newDictionary({{"N", look}}));
+        widget.shown = formOf(widget, widget.content, edit.objects);
+        if (!widget.shown)
+            return _failure = codeRefusal(Error::get(), "an appearance can't be made: ");
+        Ref<PDF::Value> look = widget.shown;
+        if (!widget.state.empty()) {
+            widget.shownOff = formOf(widget, widget.off, edit.objects);
+            look = newDictionary({{"Off", widget.shownOff}, {widget.state.c_str(), look}});
+        }
+        edit.set(widget.widget, PDF::FormKeys::appearance, newDictionary({{"N", look}}));
     }
     return {};
 }
 
-std::optional<Refusal> FieldDrawer::finish() noexcept
+std::optional<Refusal> FieldDrawer::finish(Edit& edit) noexcept
 {
     if (!_engine)
         return {};
     if (auto refusal = _embedded.preparePrograms(*_engine))
         return refusal;
-    return _embedded.commit() ? std::nullopt : std::optional(codeRefusal(Error::get(), "a font can't be embedded: "));
+    return _embedded.commit(edit.objects)
+        ? std::nullopt
+        : std::optional(codeRefusal(Error::get(), "a font can't be embedded: "));
 }
 
 // A form XObject of its own.
-Ref<PDF::Value> FieldDrawer::formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept
+Ref<PDF::Value> FieldDrawer::formOf(
+    const WidgetDrawing& drawing, const ContentText& content, PDF::NewObjects& objects) noexcept
 {
     const Ref<PDF::Dictionary> fonts = PDF::Dictionary::create();
     for (const AppearanceFonts::Entry& entry : drawing.fonts.entries())
-        fonts->set(PDF::valueAs<PDF::Name>(newName(entry.name))->value(), sourceValue(entry.source));
+        fonts->set(PDF::valueAs<PDF::Name>(newName(entry.name))->value(), sourceValue(entry.source, objects));
     const Ref<PDF::Dictionary> resources = PDF::Dictionary::create();
     if (!drawing.fonts.entries().empty())
         resources->set(::String::create("Font"), fonts);
@@ -362,10 +370,10 @@ Ref<PDF::Value> FieldDrawer::formOf(const WidgetDrawing& drawing, const ContentT
     if (drawing.look.rotation != 0)
         entries->set(::String::create("Matrix"), newNumbers(drawing.look.matrix()));
     const Ref<PDF::Stream> stream = newStream(_document, entries, content.text());
-    return stream ? Ref<PDF::Value>(PDF::addObject(_document, stream)) : nullptr;
+    return stream ? Ref<PDF::Value>(objects.add(stream)) : nullptr;
 }
 
-Ref<PDF::Value> FieldDrawer::sourceValue(const FontSource& source) noexcept
+Ref<PDF::Value> FieldDrawer::sourceValue(const FontSource& source, PDF::NewObjects& objects) noexcept
 {
     if (const auto* value = std::get_if<Ref<PDF::Value>>(&source))
         return *value;
@@ -374,7 +382,7 @@ Ref<PDF::Value> FieldDrawer::sourceValue(const FontSource& source) noexcept
     const StandardFont* font = std::get<const StandardFont*>(source);
     Ref<PDF::Value>& value = _standardValues[font];
     if (!value)
-        value = PDF::addObject(_document, font->dictionary());
+        value = objects.add(font->dictionary());
     return value;
 }
 

@@ -3,6 +3,7 @@
 #include <host/fields/EmbeddedFonts.h>
 #include <host/fields/FieldChanges.h>
 #include <host/fields/TextLayout.h>
+#include <host/pages/Edit.h>
 
 #include <algorithm>
 #include <functional>
@@ -20,6 +21,8 @@ struct WidgetDrawing {
     // Of a button: the state that the content is of; `off` is for the other one.
     std::string state;
     ContentText off;
+    // What shows them, once they are committed.
+    Ref<PDF::Value> shown = {}, shownOff = {};
 };
 
 // What becomes of the looks of a field.
@@ -51,10 +54,11 @@ public:
     // The document stays as it is. A widget without a usable rectangle is left out, with a warning. Refused: characters
     // that can't be drawn, each by name.
     Result<FieldDrawing> draw(const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept;
-    // Gives the widgets their looks. The code when there is no room for data; then some of them may have them.
-    std::optional<Refusal> commit(FieldDrawing& drawing) noexcept;
-    // Embeds the fonts that were left for later.
-    std::optional<Refusal> finish() noexcept;
+    // Gives the widgets their looks, as a part of an edit, which is to be applied. The code when there is no room for
+    // data; then it must not be applied, and nothing can be drawn any more.
+    std::optional<Refusal> commit(FieldDrawing& drawing, Edit& edit) noexcept;
+    // Embeds the fonts that were left for later, as a part of an edit.
+    std::optional<Refusal> finish(Edit& edit) noexcept;
 
 private:
     // Both draw the last widget of the drawing.
@@ -68,12 +72,14 @@ private:
     Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
     const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
     const TextFont& standardFont(const StandardFont& font) noexcept;
-    Ref<PDF::Value> sourceValue(const FontSource& source) noexcept;
-    Ref<PDF::Value> formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept;
+    Ref<PDF::Value> sourceValue(const FontSource& source, PDF::NewObjects& objects) noexcept;
+    Ref<PDF::Value> formOf(
+        const WidgetDrawing& drawing, const ContentText& content, PDF::NewObjects& objects) noexcept;
 
     const Ref<PDF::Document> _document;
     const Ref<PDF::Dictionary> _form;
     std::shared_ptr<TextEngine> _engine; // null until it is needed
+    std::optional<Refusal> _failure;     // of a commit
     EmbeddedFonts _embedded;
     GlyphTexts _texts;
     std::unordered_map<const PDF::Dictionary*, std::optional<TextFont>> _fonts;

@@ -2,6 +2,7 @@
 
 #include <document/Resolve.h>
 #include <forms/FormKeys.h>
+#include <host/base/ErrorWords.h>
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
@@ -37,33 +38,6 @@ bool isTrue(const Document& document, const Dictionary& form)
     return flag && flag->value();
 }
 
-// What a field with a text or choices comes to as it is; absent for any other.
-std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field)
-{
-    FieldTexts texts;
-    const auto add = [&](const Ref<Value>& value) {
-        if (const auto string = resolveAs<PDF::String>(document, value))
-            texts.push_back(textOf(*string));
-    };
-    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
-    for (std::uint64_t i = 0; array && i < array->size(); ++i)
-        add(array->get(i));
-    if (!array)
-        add(field.entries[Inherited::Value]);
-    const FieldKind kind = kindOf(field.entries);
-    const bool isText = kind == FieldKind::Text;
-    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
-        return {};
-    const std::string first = texts.empty() ? "" : texts.front();
-    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
-    FieldUpdate result;
-    if (update)
-        result = *update;
-    else
-        result.text = first;
-    return result;
-}
-
 } // namespace
 
 struct FormFiller::State {
@@ -79,11 +53,14 @@ struct FormFiller::State {
     {
         if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
             return;
+        Edit edit(document);
         for (const FieldNode& field : tree.fields())
             if (const auto update = presentUpdate(*document, field))
                 if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
-                    drawer.commit(*drawing);
-        tree.form()->set(FormKeys::needAppearances, nullptr);
+                    if (drawer.commit(*drawing, edit))
+                        return;
+        edit.set(tree.form(), FormKeys::needAppearances, nullptr);
+        edit.apply();
         warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
     }
     // One after the other, so that a page of warnings of one kind is one.
@@ -146,13 +123,16 @@ std::optional<Refusal> FormFiller::fill(
     const Ref<Dictionary>& form = _state->tree.form();
     if (options.appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
         all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
-    for (FieldDrawing& drawing : drawings) {
-        if (auto refusal = _state->drawer.commit(drawing))
+    Edit edit(_state->document);
+    for (FieldDrawing& drawing : drawings)
+        if (auto refusal = _state->drawer.commit(drawing, edit))
             return refusal;
-        _state->warn(std::move(drawing.warnings));
-    }
     for (Change& change : all)
-        change.dictionary->set(change.key, std::move(change.value));
+        edit.set(change.dictionary, change.key, std::move(change.value));
+    if (!edit.apply())
+        return codeRefusal(Error::get());
+    for (FieldDrawing& drawing : drawings)
+        _state->warn(std::move(drawing.warnings));
     if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
         _state->keepLooks(options);
     return {};
@@ -160,7 +140,10 @@ std::optional<Refusal> FormFiller::fill(
 
 std::optional<Refusal> FormFiller::finish() noexcept
 {
-    return _state->drawer.finish();
+    Edit edit(_state->document);
+    if (auto refusal = _state->drawer.finish(edit))
+        return refusal;
+    return edit.apply() ? std::nullopt : std::optional(codeRefusal(Error::get()));
 }
 
 const std::vector<std::string>& FormFiller::warnings() const noexcept

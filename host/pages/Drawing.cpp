@@ -46,12 +46,13 @@ Drawing::Drawing(Edit& edit, const PageTree& tree) noexcept
 {
 }
 
-void Drawing::add(std::size_t page, const Ref<ObjectRef>& xObject, const Matrix& matrix, Layer layer)
+void Drawing::add(std::size_t page, const Ref<ObjectRef>& xObject, const Matrix& matrix, Layer layer,
+    std::optional<std::uint32_t> contentNumber)
 {
     if (_matrices.empty() || _matrices.back() != matrix)
         _matrices.push_back(matrix);
     _items.push_back({std::uint32_t(_tree.pages[page].firstPlace), std::uint32_t(indexOf(xObject)),
-        std::uint32_t(_matrices.size() - 1), layer});
+        std::uint32_t(_matrices.size() - 1), layer, contentNumber});
 }
 
 std::optional<Refusal> Drawing::prepare() noexcept
@@ -114,8 +115,10 @@ Drawing::Texts Drawing::textsOf(Items::const_iterator first, Items::const_iterat
         std::string& text = first->layer == Layer::Beneath ? texts.beneath : texts.above;
         const Matrix& matrix = _matrices[first->matrix];
         const std::string place = matrix == Matrix() ? "" : matrixText(matrix) + " cm ";
-        text += std::string(_isTagged ? "/Artifact BMC " : "") + "q " + place + "/" + nameOf(first->xObject) + " Do Q"
-            + (_isTagged ? " EMC" : "") + "\n";
+        std::string mark = _isTagged ? "/Artifact BMC " : "";
+        if (first->contentNumber)
+            mark = "/Form <</MCID " + std::to_string(*first->contentNumber) + ">> BDC ";
+        text += mark + "q " + place + "/" + nameOf(first->xObject) + " Do Q" + (mark.empty() ? "" : " EMC") + "\n";
     }
     return texts;
 }

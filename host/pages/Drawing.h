@@ -27,8 +27,10 @@ public:
     Drawing(Edit& edit, const PageTree& tree) noexcept;
 
     // Notes that the XObject is to be drawn, in the coordinates of the page that the matrix leads to. Of several in a
-    // layer the last is on top. A page that is in the tree twice gets what either place is given.
-    void add(std::size_t page, const Ref<PDF::ObjectRef>& xObject, const Matrix& matrix, Layer layer);
+    // layer the last is on top. A page that is in the tree twice gets what either place is given. In a document with
+    // structure it is an artifact, unless it has a number of marked content, by which an element has it.
+    void add(std::size_t page, const Ref<PDF::ObjectRef>& xObject, const Matrix& matrix, Layer layer,
+        std::optional<std::uint32_t> contentNumber = {});
     // Prepares all of it. Refused when content of a page that something goes above can't be had; then the edit must
     // not be applied.
     std::optional<Refusal> prepare() noexcept;
@@ -41,6 +43,7 @@ private:
         std::uint32_t xObject; // index among those drawn
         std::uint32_t matrix;  // likewise
         Layer layer;
+        std::optional<std::uint32_t> contentNumber;
     };
     using Items = std::vector<Item>;
     // What a page gets before and after its content.

@@ -94,9 +94,14 @@ std::string decimalText(double number, int digitsAfterPoint)
 
 std::string matrixText(const Matrix& matrix)
 {
+    constexpr int most = 14; // digits, beyond which there is nothing but the noise of calculations
     std::string text;
-    for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f})
-        text += (text.empty() ? "" : " ") + decimalText(number, 5);
+    for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
+        int digits = 8;
+        for (double rest = std::fabs(number); rest < 0.1 && digits < most; rest *= 10)
+            ++digits;
+        text += (text.empty() ? "" : " ") + decimalText(number, digits);
+    }
     return text;
 }
 

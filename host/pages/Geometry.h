@@ -39,7 +39,7 @@ std::optional<Rectangle> rectangleOf(const PDF::Document& document, const Ref<PD
 // A number as files have it: in decimal digits, with no more after the point than that.
 std::string decimalText(double number, int digitsAfterPoint = 6);
 // The operands of `cm`: "1 0 0 1 10 20". Five digits after the point place a corner of a sheet of 14 inches to a
-// hundredth of a point.
+// hundredth of a point; smaller numbers, which shrink larger things, have five digits that count.
 std::string matrixText(const Matrix& matrix);
 
 } // namespace Host

@@ -41,6 +41,7 @@ class Guides(unittest.TestCase):
             ("getting-started", ["missing.pdf"], 1, "No such file"),
             ("object-model", ["form.pdf"], 0, "marked: 1, changed: 1"),
             ("forms", ["form.pdf", "filled.pdf"], 0, "number: text"),
+            ("flattened", ["filled.pdf", "out.pdf"], 0, "fields are on"),
             ("import", ["form.pdf", "out.pdf"], 0, ""),
             ("import", ["missing.pdf"], 1, "No such file"),
             ("letterhead", ["form.pdf", "letterhead.pdf", "both.pdf"], 0, ""),

@@ -1,6 +1,12 @@
 #pragma once
 
+#include <document/Resolve.h>
+#include <host/pages/PageTree.h>
+#include <host/streams/StreamBytes.h>
+
 #include "Documents.h"
+
+#include <algorithm>
 
 namespace Tests {
 
@@ -41,6 +47,28 @@ inline std::string idsFrom(const Ref<PDF::Document>& document, std::uint32_t fir
         if (object->id() >= first)
             result += (result.empty() ? "" : " ") + std::to_string(object->id());
     return result;
+}
+
+// What the page draws: its streams one after another, decoded, each line feed as a bar.
+inline std::string drawn(const Ref<PDF::Document>& document, std::size_t index = 0)
+{
+    const auto dictionary = Host::pages(document)->pages[index].dictionary;
+    std::string all;
+    const auto add = [&](const Ref<PDF::Value>& part) {
+        const auto held = PDF::valueAs<PDF::Stream>(PDF::resolve(*document, part));
+        const auto bytes = held ? Host::decoded(document, held)
+                                : Host::Result<std::vector<std::uint8_t>>(std::vector<std::uint8_t>());
+        all += std::string(bytes->begin(), bytes->end());
+        all += all.ends_with('\n') ? "" : "|";
+    };
+    const auto contents = PDF::resolve(*document, dictionary->find(text("Contents")));
+    if (const auto array = PDF::valueAs<PDF::Array>(contents))
+        for (std::uint64_t i = 0; i < array->size(); ++i)
+            add(array->get(i));
+    else
+        add(dictionary->find(text("Contents")));
+    std::replace(all.begin(), all.end(), '\n', '|');
+    return all;
 }
 
 // Puts the first page of the other document beneath that of the document.

@@ -82,6 +82,19 @@ class Batch(unittest.TestCase):
         self.assertNotIn(b"/FlateDecode", saved)
         self.assertIn(b"/LetterText", saved)
 
+    def test_fields_are_flattened_after_they_are_filled(self):
+        def left(name):
+            with open(name, "rb") as file:
+                saved = file.read()
+            return b"(A 7) Tj" in saved, b"/AcroForm" in saved
+
+        jobs = [{"in": "form.pdf", "fill": {"order": "A 7"}, "flatten": flatten, "out": name}
+                for name, flatten in (("all.pdf", True), ("one.pdf", ["order"]), ("none.pdf", False))]
+        for options, expected in ((), [False, True, True]), (("--flatten",), [False, True, False]):
+            self.assertEqual(run(jobs, *options)[0], 0)
+            self.assertEqual([left(job["out"]) for job in jobs], [(True, has) for has in expected])
+        os.remove("none.pdf")
+
     def test_a_job_that_fails_says_at_which_step_and_the_others_go_on(self):
         cases = [  # step, job
             ("open", {"in": "missing.pdf"}),
@@ -89,6 +102,7 @@ class Batch(unittest.TestCase):
             ("open", {"in": "broken.pdf"}),
             ("fill", {"in": "form.pdf", "fill": {"number": "1", "nobody": "x"}, "out": "none.pdf"}),
             ("fill", {"in": "big.pdf", "fill": {"number": "1"}, "out": "none.pdf"}),
+            ("flatten", {"in": "form.pdf", "flatten": ["number", "nobody"], "out": "none.pdf"}),
             ("background", {"in": "form.pdf", "background": "missing.pdf", "out": "none.pdf"}),
             ("background", {"in": "form.pdf", "background": "broken.pdf", "out": "none.pdf"}),
             ("save", {"in": "form.pdf", "out": "missing/none.pdf"}),
@@ -110,6 +124,7 @@ class Batch(unittest.TestCase):
                {"in": "form.pdf", "out": ""}, {"in": "form.pdf", "fill": {"number": {}}},
                b'{"in": "form.pdf", "in": "form.pdf"}',
                {"in": "form.pdf", "fill": []},
+               {"in": "form.pdf", "flatten": "number"}, {"in": "form.pdf", "flatten": ["number", 3]},
                {"in": "form.pdf", "recompress": "zip"}, {"in": "form.pdf", "background": {"mode": "all"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "mode": "some"}},
                {"in": "form.pdf", "background": {"file": "letterhead.pdf", "above": "yes"}},

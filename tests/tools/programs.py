@@ -26,6 +26,7 @@ PROGRAMS = {  # and operands that each is content with
     "recompress": ["--flate", "form.pdf", "out.pdf"],
     "replace-stream": ["form.pdf", "out.pdf", "93", "text"],
     "fill": ["form.pdf", "out.pdf", "number=7"],
+    "flatten": ["form.pdf", "out.pdf"],
     "background": ["form.pdf", "letterhead.pdf", "out.pdf"],
 }
 
@@ -117,6 +118,8 @@ class Programs(unittest.TestCase):
                 " --offset -3,4.5 --rotate 90 form.pdf letterhead.pdf out.pdf"),
             (0, "", "background --merged --mode first form.pdf letterhead.pdf out.pdf"),
             (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
+            (1, "nobody: there is no such field; files-pdf-fields prints", "flatten --field nobody form.pdf out.pdf"),
+            (0, "", "flatten --printed form.pdf out.pdf"),
             (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
             (1, "; --partial saves", "rewrite --import never part.pdf out.pdf"),
             (1, "files-pdf-inspect --losses FILE", "rewrite --strict lossy.pdf out.pdf"),
@@ -150,6 +153,20 @@ class Programs(unittest.TestCase):
         self.assertIn("(U+10FFFD)", err)
         os.remove("drawn.pdf")
 
+    def test_fields_are_flattened(self):
+        def names(file):
+            return [field["path"] for field in json.loads(run("fields", "--json", file)[1])["fields"]]
+
+        every = names("form.pdf")
+        status, out, err = run("flatten", "--json", "--field=number", "--field", "order", "form.pdf", "some.pdf")
+        self.assertEqual((status, err), (0, b""))
+        self.assertEqual({key: json.loads(out)[key] for key in ("fields", "widgets")}, {"fields": 2, "widgets": 2})
+        self.assertEqual(names("some.pdf"), [name for name in every if name not in ("number", "order")])
+        self.assertEqual(run("fill", "--flatten", "form.pdf", "flat.pdf", "order=A 7")[0], 0)
+        self.assertEqual(names("flat.pdf"), [])
+        with open("flat.pdf", "rb") as file:
+            self.assertIn(b"(A 7) Tj", file.read())
+
     def test_json_is_as_its_document_says(self):
         document = (TREE / "docs/json.md").read_text()
         run("recompress", "--flate", "form.pdf", "odd.pdf")
@@ -157,8 +174,9 @@ class Programs(unittest.TestCase):
             odd = file.read().replace(b"\nendobj", b"\n(xyz) ", 1)
         with open("odd.pdf", "wb") as file:
             file.write(odd.replace(b"/Filter /FlateDecode", b"/Filter /OtherFilter", 1))
-        whole, losses, fields = (json.loads(run(*line.split())[1]) for line in (
-            "inspect --json odd.pdf", "inspect --losses --json odd.pdf", "fields --json odd.pdf"))
+        whole, losses, fields, flat = (json.loads(run(*line.split())[1]) for line in (
+            "inspect --json odd.pdf", "inspect --losses --json odd.pdf", "fields --json odd.pdf",
+            "flatten --json form.pdf flat.pdf"))
         keys = [  # of an object, or of all objects of a list together
             (whole, "version lineEnding trailer objects pages pagesCode pageProblems import"),
             (whole["objects"], "id generation text stored decoded error code"),
@@ -166,6 +184,7 @@ class Programs(unittest.TestCase):
             (losses, "losses counts size table import"),
             (losses["losses"], "id generation kind words offset inFile written"),
             (fields, "fields passedOver import"),
+            (flat, "fields widgets drawn pages warnings import"),
             (fields["fields"], "path kind flags flagBits value default signed options states maxLength tooltip "
                                "appearance alignment widgets"),
         ]

@@ -2,7 +2,6 @@
 
 #include <document/ExactWriting.h>
 #include <document/Resolve.h>
-#include <host/streams/StreamBytes.h>
 #include <tests/support/Pages.h>
 #include <tests/support/Streams.h>
 
@@ -51,28 +50,6 @@ const std::string letterhead
 std::string page(const Ref<PDF::Document>& document, std::size_t index = 0)
 {
     return valueText(document, Host::pages(document)->pages[index].dictionary);
-}
-
-// What the page draws: its streams one after another, decoded, each line feed as a bar.
-std::string drawn(const Ref<PDF::Document>& document, std::size_t index = 0)
-{
-    const auto dictionary = Host::pages(document)->pages[index].dictionary;
-    std::string all;
-    const auto add = [&](const Ref<PDF::Value>& part) {
-        const auto held = PDF::valueAs<PDF::Stream>(PDF::resolve(*document, part));
-        const auto bytes = held ? Host::decoded(document, held)
-                                : Host::Result<std::vector<std::uint8_t>>(std::vector<std::uint8_t>());
-        all += std::string(bytes->begin(), bytes->end());
-        all += all.ends_with('\n') ? "" : "|";
-    };
-    const auto contents = PDF::resolve(*document, dictionary->find(text("Contents")));
-    if (const auto array = PDF::valueAs<PDF::Array>(contents))
-        for (std::uint64_t i = 0; i < array->size(); ++i)
-            add(array->get(i));
-    else
-        add(dictionary->find(text("Contents")));
-    std::replace(all.begin(), all.end(), '\n', '|');
-    return all;
 }
 
 std::string refused(const Host::Result<Host::PlaceResult>& result)
