@@ -167,7 +167,8 @@ class Programs(unittest.TestCase):
             (losses["losses"], "id generation kind words offset inFile written"),
             (fields, "fields passedOver import"),
             (fields["fields"], "path kind flags flagBits value default signed options states maxLength tooltip "
-                               "appearance alignment widgets"),
+                               "appearance alignment widgets places"),
+            ([place for field in fields["fields"] for place in field["places"]], "page id generation rectangle states"),
         ]
         for value, names in keys:
             found = {key for each in (value if isinstance(value, list) else [value]) for key in each}
