@@ -11,6 +11,7 @@ constexpr Option options[] = {
     {"--viewer-looks", "", "ask viewers to draw the new values, instead of drawing them"},
     {"--keep-looks", "", "neither draw the new values nor ask viewers to"},
     {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
+    {"--keep-xfa", "", "leave a form in XFA beside the fields, which keeps the old values"},
     {"--any-text", "", "fill in a text with characters that no font has, too, and leave them out where it is drawn"},
 };
 constexpr const char* skippingHint = " (--skip-unknown passes over it)";
@@ -46,6 +47,7 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
     };
     result.areFontsLater = true;
     result.isAnyTextAllowed = line.has("--any-text");
+    result.isXfaKept = line.has("--keep-xfa");
     return result;
 }
 

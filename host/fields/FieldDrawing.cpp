@@ -102,18 +102,12 @@ Result<FieldDrawing> FieldDrawer::draw(
         if (isButton && (i >= update.drawnStates.size() || update.drawnStates[i].empty()))
             continue;
         const Ref<PDF::Dictionary>& widget = field.widgets[i];
-        if (options.areLooksKept && widget->find(PDF::FormKeys::appearance))
-            continue;
         const std::optional<WidgetLook> look = WidgetLook::read(*_document, *widget);
         if (!look) {
             if (widget->find(::String::create("Rect")))
                 drawing.warnings.push_back(field.path + " is not drawn: it has no rectangle that can be used");
             continue;
         }
-        const bool isSeen = !update.text.empty() || !update.choices.empty() || !look->borderColor.empty()
-            || !look->background.empty();
-        if (options.areLooksKept && !isSeen)
-            continue;
         drawing.widgets.push_back({widget, *look, {}, {}, isButton ? update.drawnStates[i] : "", {}});
         if (isButton)
             drawButton(field, drawing.widgets.back());

@@ -43,7 +43,6 @@ public:
         std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
         bool isAnyTextAllowed = false;                               // what can't be drawn is left out, with a warning
         bool areFontsLater = false;                                  // `finish` embeds them
-        bool areLooksKept = false; // only widgets without any are drawn, where something is to be seen
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;

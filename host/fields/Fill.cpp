@@ -1,16 +1,11 @@
 #include <host/fields/Fill.h>
 
 #include <document/Resolve.h>
-#include <forms/FormKeys.h>
 #include <host/fields/FieldDrawing.h>
-#include <host/fields/FieldReading.h>
-#include <host/fields/TextString.h>
-#include <platform/Limits.h>
-#include <values/Array.h>
-#include <values/BooleanObj.h>
+#include <host/fields/FillWarnings.h>
+#include <host/fields/ViewerRequest.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace Host {
 
@@ -20,79 +15,30 @@ namespace {
 
 const Ref<::String> otherForm = ::String::create("XFA");
 
-std::vector<std::string> warningsFor(const Document& document, const FieldTree& tree)
-{
-    std::vector<std::string> warnings;
-    const auto& fields = tree.fields();
-    if (std::any_of(fields.begin(), fields.end(), [](const FieldNode& field) { return isSigned(field.entries); }))
-        warnings.push_back("the document is signed, and the signature will no longer be valid");
-    if (tree.form() && resolvePresent(document, tree.form()->find(otherForm)))
-        warnings.push_back("the document also has an XFA form, which keeps the old values");
-    return warnings;
-}
-
-bool isTrue(const Document& document, const Dictionary& form)
-{
-    const auto flag = resolveEntryAs<Boolean>(document, form, FormKeys::needAppearances);
-    return flag && flag->value();
-}
-
-// What a field with a text or choices comes to as it is; absent for any other.
-std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field)
-{
-    FieldTexts texts;
-    const auto add = [&](const Ref<Value>& value) {
-        if (const auto string = resolveAs<PDF::String>(document, value))
-            texts.push_back(textOf(*string));
-    };
-    const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
-    for (std::uint64_t i = 0; array && i < array->size(); ++i)
-        add(array->get(i));
-    if (!array)
-        add(field.entries[Inherited::Value]);
-    const FieldKind kind = kindOf(field.entries);
-    const bool isText = kind == FieldKind::Text;
-    if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
-        return {};
-    const std::string first = texts.empty() ? "" : texts.front();
-    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
-    FieldUpdate result;
-    if (update)
-        result = *update;
-    else
-        result.text = first;
-    return result;
-}
-
 } // namespace
 
 struct FormFiller::State {
-    Ref<Document> document;
-    FieldTree tree;
-    std::vector<std::string> warnings;
-    FieldDrawer drawer;
-
-    bool areAllDrawn = false; // that had no looks
-
-    // Looks for all fields that have none, and viewers don't draw any.
-    void keepLooks(const FillOptions& options)
+    State(const Ref<Document>& of, FieldTree fields)
+        : document(of), tree(std::move(fields)), warnings(*document, tree), drawer(document, tree.form()),
+          viewers(document, tree)
     {
-        if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
-            return;
-        for (const FieldNode& field : tree.fields())
-            if (const auto update = presentUpdate(*document, field))
-                if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
-                    drawer.commit(*drawing);
-        tree.form()->set(FormKeys::needAppearances, nullptr);
-        warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
     }
-    // One after the other, so that a page of warnings of one kind is one.
-    void warn(std::vector<std::string> more)
+
+    const Ref<Document> document;
+    const FieldTree tree;
+    FillWarnings warnings;
+    FieldDrawer drawer;
+    ViewerRequest viewers;
+
+    // Takes the other form out, which would show the old values.
+    void removeOtherForm(bool isKept)
     {
-        for (std::string& warning : more)
-            if (warnings.size() < Limits::maxSkipped
-                && std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
-                warnings.push_back(std::move(warning));
+        if (!resolvePresent(*document, tree.form()->find(otherForm)))
+            return;
+        if (!isKept)
+            tree.form()->set(otherForm, nullptr);
+        warnings.add({isKept ? "the document also has an XFA form, which keeps the old values"
+                             : "the document's XFA form is taken out, since it would show the old values"});
     }
 };
 
@@ -106,10 +52,7 @@ Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
     Result<FieldTree> tree = FieldTree::build(document);
     if (!tree)
         return tree.refusal();
-    std::vector<std::string> warnings = warningsFor(*document, *tree);
-    const Ref<Dictionary> form = tree->form();
-    return FormFiller(std::make_unique<State>(
-        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form)}));
+    return FormFiller(std::make_unique<State>(document, std::move(*tree)));
 }
 
 bool FormFiller::takesValue(const std::string& path) const noexcept
@@ -143,18 +86,22 @@ std::optional<Refusal> FormFiller::fill(
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
     }
-    const Ref<Dictionary>& form = _state->tree.form();
-    if (options.appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
-        all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
     for (FieldDrawing& drawing : drawings) {
         if (auto refusal = _state->drawer.commit(drawing))
             return refusal;
-        _state->warn(std::move(drawing.warnings));
+        _state->warnings.add(std::move(drawing.warnings));
     }
     for (Change& change : all)
         change.dictionary->set(change.key, std::move(change.value));
-    if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
-        _state->keepLooks(options);
+    const bool isShaped = std::any_of(
+        drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); });
+    if (options.appearances == Appearances::DrawnByViewers)
+        _state->viewers.make();
+    else if (isDrawn)
+        _state->warnings.setViewers(_state->viewers.noteDrawn(found, isShaped));
+    for (const std::size_t index : found)
+        _state->warnings.addScripts(*_state->document, *_state->tree.form(), _state->tree.fields()[index]);
+    _state->removeOtherForm(options.isXfaKept);
     return {};
 }
 
@@ -165,7 +112,7 @@ std::optional<Refusal> FormFiller::finish() noexcept
 
 const std::vector<std::string>& FormFiller::warnings() const noexcept
 {
-    return _state->warnings;
+    return _state->warnings.lines();
 }
 
 Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,

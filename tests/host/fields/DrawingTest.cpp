@@ -217,22 +217,46 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     EXPECT_NE(std::string(map.begin(), map.end()).find("<0041> <0141>\n<0066> <00660069>\n"), std::string::npos);
 }
 
-TEST(Drawing, viewersDoNotDrawAnewWhatAnEngineDrew)
+TEST(Drawing, viewersAreAskedNoMoreOnlyWhereAllValuesHaveLooks)
 {
-    const std::string field = "<< /FT /Tx /Rect [ 0 0 100 20 ] /T ";
-    const auto document = Tests::open(formFile("/NeedAppearances true /DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ]",
-        {field + "(a) /V (seen) >>", field + "(b) >>"}));
-    const FillOptions options{Appearances::Drawn,
-        [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false, false};
-    const auto asksViewers = [&] {
-        const auto form = document->getCatalog()->valueAsDictionary()->findAsDictionary(Tests::text("AcroForm"), true);
-        return bool(form->find(Tests::text("NeedAppearances")));
+    const std::string asks = "/NeedAppearances true ", stopped = "/NeedAppearances false ";
+    const std::string lookless = "/V (seen)", empty = "/V (seen) /AP << /N 5 0 R >>";
+    const std::string drawn = "/V (seen) /AP << /N 6 0 R >>";
+    // Of the form, the other field, the value, and of the form then.
+    const std::tuple<std::string, std::string, const char*, std::string> cases[] = {
+        {"", drawn, "\xC5\x81", ""},
+        {asks, drawn, "plain", asks},
+        {asks, drawn, "\xC5\x81", stopped},
+        {asks, "", "\xC5\x81", stopped},
+        {asks, "/Rect [ 0 0 0 0 ] " + lookless, "\xC5\x81", stopped},
+        {asks, lookless, "\xC5\x81", asks},
+        {asks, empty, "\xC5\x81", asks},
     };
-    EXPECT_TRUE(fill(document, "b", "plain", options)->empty());
-    EXPECT_TRUE(asksViewers());
-    EXPECT_EQ(fill(document, "b", "\xC5\x81", options)->size(), 1u);
-    EXPECT_FALSE(asksViewers());
-    EXPECT_NE(drawn(document, lookOf(document)).find("(seen) Tj"), std::string::npos) << "the other field";
+    for (const auto& [before, other, value, after] : cases) {
+        SCOPED_TRACE(before + other + value);
+        const std::string place = "/Rect [ 0 0 100 20 ] ";
+        const auto form = [](const std::string& entry) { return "/DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ] " + entry; };
+        const auto document = Tests::open(formFile(form(before),
+            {"<< /FT /Tx /T (a) " + (other.starts_with("/Rect") ? other : place + other) + " >>",
+                "<< /FT /Tx /T (b) " + place + ">>", "<< /Length 0 >>\nstream\n\nendstream",
+                "<< /Length 6 >>\nstream\n(x) Tj\nendstream"}));
+        auto filler = FormFiller::create(document);
+        FillOptions options;
+        options.engine = [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); };
+        const Ref<PDF::Stream> look = lookOf(document);
+        ASSERT_FALSE(filler->fill("b", value, options));
+        const auto now = [&] {
+            return valueText(document, document->getCatalog()->valueAsDictionary()->find(Tests::text("AcroForm")));
+        };
+        EXPECT_EQ(now(), "<< " + form(after) + ">>");
+        EXPECT_EQ(filler->warnings().size(), std::size_t(!before.empty() && value[0] != 'p'));
+        EXPECT_EQ(lookOf(document), look) << "the other field stays";
+        if (other == lookless) { // until it is drawn, too
+            ASSERT_FALSE(filler->fill("a", "seen", options));
+            EXPECT_EQ(now(), "<< " + form(stopped) + ">>");
+            EXPECT_EQ(filler->warnings().size(), 1u);
+        }
+    }
 }
 
 TEST(Drawing, textOfAnyLengthTakesTimeInItsLength)
