@@ -72,8 +72,8 @@ public:
     // `XFA` of the form goes, since viewers that know it would show the old values, unless the options keep it.
     //
     // `NeedAppearances` stays as it is when values are drawn, but where it is true and the engine drew something:
-    // viewers that draw all fields anew may lack these characters. It becomes false then, with a warning, unless there
-    // are values of other fields that no look shows, which the warning says.
+    // viewers that draw all fields anew may lack these characters. It becomes false then, with a warning that names
+    // the other fields whose values no look shows.
     std::optional<Refusal> fill(
         const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
 

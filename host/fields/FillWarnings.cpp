@@ -13,8 +13,6 @@ namespace Host {
 
 namespace {
 
-constexpr std::size_t mostNamed = 10; // fields with scripts
-
 bool has(const PDF::Document& document, const PDF::Dictionary& dictionary, const char* key)
 {
     return bool(resolvePresent(document, dictionary.find(::String::create(key))));
@@ -38,6 +36,14 @@ bool hasScript(const PDF::Document& document, const FieldNode& field)
 }
 
 } // namespace
+
+std::string FillWarnings::listed(const std::vector<std::string>& first, std::size_t count) noexcept
+{
+    std::string text;
+    for (const std::string& each : first)
+        text += (text.empty() ? "" : ", ") + each;
+    return count > first.size() ? text + " and " + std::to_string(count - first.size()) + " more" : text;
+}
 
 FillWarnings::FillWarnings(const PDF::Document& document, const FieldTree& tree) noexcept
 {
@@ -69,11 +75,9 @@ void FillWarnings::addScripts(
     if (!hasScript(document, field) || !_scripted.insert(field.path).second)
         return;
     if (_scripted.size() <= mostNamed)
-        _scriptedNames += (_scriptedNames.empty() ? "" : ", ") + field.path;
-    std::string line = "scripts that format, check or calculate values don't run for " + _scriptedNames;
-    if (_scripted.size() > mostNamed)
-        line += " and " + std::to_string(_scripted.size() - mostNamed) + " more";
-    put(_scriptLine, std::move(line));
+        _firstScripted.push_back(field.path);
+    put(_scriptLine,
+        "scripts that format, check or calculate values don't run for " + listed(_firstScripted, _scripted.size()));
 }
 
 void FillWarnings::setViewers(std::string line) noexcept

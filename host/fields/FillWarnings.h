@@ -12,6 +12,10 @@ namespace Host {
 // What people should know before a filled form goes out, a line each, and no line twice.
 class FillWarnings {
 public:
+    static constexpr std::size_t mostNamed = 10; // of the fields that share a line
+    // "a, b and 3 more": the first of so many.
+    static std::string listed(const std::vector<std::string>& first, std::size_t count) noexcept;
+
     // What a save of this document ends: signatures and usage rights.
     FillWarnings(const PDF::Document& document, const FieldTree& tree) noexcept;
 
@@ -29,7 +33,7 @@ private:
 
     std::vector<std::string> _lines;
     std::unordered_set<std::string> _scripted; // paths of fields with scripts of their own
-    std::string _scriptedNames;                // the first of them
+    std::vector<std::string> _firstScripted;
     std::optional<std::size_t> _scriptLine, _viewersLine; // places of the lines that change
 };
 

@@ -2,6 +2,7 @@
 
 #include <forms/FormKeys.h>
 #include <host/fields/FieldReading.h>
+#include <host/fields/FillWarnings.h>
 #include <host/fields/TextString.h>
 #include <host/fields/WidgetLook.h>
 #include <host/fonts/FontValues.h>
@@ -42,11 +43,14 @@ std::string ViewerRequest::noteDrawn(const std::vector<std::size_t>& fields, boo
         return {};
     for (const std::size_t field : fields)
         _needing->erase(field);
-    if (_isOurs || !_needing->empty())
-        return "viewers are asked to draw all fields anew (NeedAppearances), which other fields need, and may lose "
-               "characters";
+    if (_isOurs)
+        return "viewers are asked to draw all fields anew (NeedAppearances), and may lose characters";
     _tree.form()->set(PDF::FormKeys::needAppearances, ::make<PDF::BooleanObj>(false));
-    return "viewers are asked no more to draw all fields anew (NeedAppearances), since they may lose characters";
+    std::vector<std::string> paths;
+    for (auto i = _needing->begin(); i != _needing->end() && paths.size() < FillWarnings::mostNamed; ++i)
+        paths.push_back(_tree.fields()[*i].path);
+    return "viewers are asked no more to draw all fields anew (NeedAppearances), since they may lose characters"
+        + (paths.empty() ? "" : "; they may not show the values of " + FillWarnings::listed(paths, _needing->size()));
 }
 
 // Whether the field has a value that its looks don't show.

@@ -16,8 +16,8 @@ public:
 
     // Asks them, for fields that are filled and not drawn.
     void make() noexcept;
-    // For fields that were drawn. Viewers would lose what an engine drew, so the request is taken back, but not as long
-    // as values of other fields aren't seen without it. Gives what people should know of it; empty for nothing.
+    // For fields that were drawn. Viewers would lose what an engine drew, so the request is taken back then. Gives what
+    // people should know of it, and which other fields have values that aren't seen without it; empty for nothing.
     std::string noteDrawn(const std::vector<std::size_t>& fields, bool isByEngine) noexcept;
 
 private:
