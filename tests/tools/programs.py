@@ -221,6 +221,8 @@ class Programs(unittest.TestCase):
             values = [run("fields", "--json", *line.split())[1]
                       for line in ("open.pdf", "--password-file right again.pdf", "packed.pdf")]
             fields, again, packed = (json.loads(value) for value in values)
+            for place in (place for each in (fields, again) for field in each["fields"] for place in field["places"]):
+                del place["id"]  # which the import changes
             self.assertEqual(fields["fields"], again["fields"])
             self.assertEqual((fields["import"], again["import"]["decrypted"]), (None, True))
             self.assertEqual((packed["import"]["permissions"], packed["import"]["objectStreams"] > 0), (None, True))
