@@ -66,6 +66,9 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
             + std::to_string(limit));
     FieldUpdate update;
     update.text = *text;
+    update.isEmpty = text->empty();
+    if (!(flagsOf(field.entries) & Field::Multiline) && text->find_first_of("\r\n") != text->npos)
+        update.warning = "takes one line, and the line breaks of its value are shown as blanks";
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, string});
         if (carrier->find(richValue))
@@ -178,6 +181,7 @@ Result<FieldUpdate> updateForButton(
     Ref<::String> fieldState = off;
     FieldUpdate update;
     update.drawnStates = states.drawn();
+    update.isEmpty = *state == "Off";
     for (std::size_t i = 0; i < field.widgets.size(); ++i) {
         const Ref<::String> name = states.nameFor(i, *state);
         if (fieldState == off)
@@ -274,6 +278,7 @@ Result<FieldUpdate> updateForChoice(
         chosen = Array::create({});
     FieldUpdate update;
     show(update, options, kind, *choices);
+    update.isEmpty = choices->ownText.value_or("").empty() && choices->indices.empty();
     const bool isMultiple = flagsOf(field.entries) & Field::MultiSelect;
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, chosen});

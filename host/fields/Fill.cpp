@@ -3,6 +3,7 @@
 #include <document/Resolve.h>
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FillWarnings.h>
+#include <host/fields/RequiredFields.h>
 #include <host/fields/ViewerRequest.h>
 
 #include <algorithm>
@@ -20,7 +21,7 @@ const Ref<::String> otherForm = ::String::create("XFA");
 struct FormFiller::State {
     State(const Ref<Document>& of, FieldTree fields)
         : document(of), tree(std::move(fields)), warnings(*document, tree), drawer(document, tree.form()),
-          viewers(document, tree)
+          viewers(document, tree), required(tree)
     {
     }
 
@@ -29,7 +30,29 @@ struct FormFiller::State {
     FillWarnings warnings;
     FieldDrawer drawer;
     ViewerRequest viewers;
+    RequiredFields required;
 
+    // What people should know of fields that were filled.
+    void noteFilled(const std::vector<std::size_t>& fields, const std::vector<FieldUpdate>& updates,
+        const std::vector<FieldDrawing>& drawings, const FillOptions& options)
+    {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (!updates[i].warning.empty())
+                warnings.add({tree.fields()[fields[i]].path + ": " + updates[i].warning});
+            warnings.addScripts(*document, tree, fields[i]);
+            required.noteFilled(fields[i], updates[i].isEmpty);
+        }
+        for (const FieldDrawing& drawing : drawings)
+            warnings.add(drawing.warnings);
+        if (options.areRequiredChecked)
+            warnings.set(FillWarnings::Changing::Required, required.warning());
+        const bool isShaped = std::any_of(
+            drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); });
+        if (options.appearances == Appearances::DrawnByViewers)
+            viewers.make();
+        else if (!drawings.empty())
+            warnings.set(FillWarnings::Changing::Viewers, viewers.noteDrawn(fields, isShaped));
+    }
     // Takes the other form out, which would show the old values.
     void removeOtherForm(bool isKept)
     {
@@ -70,38 +93,30 @@ std::optional<Refusal> FormFiller::fill(
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
-    Changes all;
+    std::vector<FieldUpdate> updates;
     std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
         const FieldNode& field = _state->tree.fields()[index];
         Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn);
         if (!update)
             return update.refusal();
-        all.insert(all.end(), update->changes.begin(), update->changes.end());
+        updates.push_back(std::move(*update));
         if (!isDrawn)
             continue;
         auto drawing = _state->drawer.draw(
-            field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
+            field, updates.back(), {options.engine, options.isAnyTextAllowed, options.areFontsLater});
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
     }
-    for (FieldDrawing& drawing : drawings) {
+    for (FieldDrawing& drawing : drawings)
         if (auto refusal = _state->drawer.commit(drawing))
             return refusal;
-        _state->warnings.add(std::move(drawing.warnings));
-    }
-    for (Change& change : all)
-        change.dictionary->set(change.key, std::move(change.value));
-    const bool isShaped = std::any_of(
-        drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); });
-    if (options.appearances == Appearances::DrawnByViewers)
-        _state->viewers.make();
-    else if (isDrawn)
-        _state->warnings.setViewers(_state->viewers.noteDrawn(found, isShaped));
-    for (const std::size_t index : found)
-        _state->warnings.addScripts(*_state->document, *_state->tree.form(), _state->tree.fields()[index]);
+    for (FieldUpdate& update : updates)
+        for (Change& change : update.changes)
+            change.dictionary->set(change.key, std::move(change.value));
     _state->removeOtherForm(options.isXfaKept);
+    _state->noteFilled(found, updates, drawings, options);
     return {};
 }
 

@@ -37,12 +37,14 @@ bool hasScript(const PDF::Document& document, const FieldNode& field)
 
 } // namespace
 
-std::string FillWarnings::listed(const std::vector<std::string>& first, std::size_t count) noexcept
+std::string FillWarnings::listed(const FieldTree& tree, const std::set<std::size_t>& fields) noexcept
 {
+    constexpr std::size_t most = 10;
     std::string text;
-    for (const std::string& each : first)
-        text += (text.empty() ? "" : ", ") + each;
-    return count > first.size() ? text + " and " + std::to_string(count - first.size()) + " more" : text;
+    std::size_t count = 0;
+    for (auto i = fields.begin(); i != fields.end() && count < most; ++i, ++count)
+        text += (count == 0 ? "" : ", ") + tree.fields()[*i].path;
+    return fields.size() > count ? text + " and " + std::to_string(fields.size() - count) + " more" : text;
 }
 
 FillWarnings::FillWarnings(const PDF::Document& document, const FieldTree& tree) noexcept
@@ -66,33 +68,30 @@ void FillWarnings::add(std::vector<std::string> lines) noexcept
             _lines.push_back(std::move(line));
 }
 
-void FillWarnings::addScripts(
-    const PDF::Document& document, const PDF::Dictionary& form, const FieldNode& field) noexcept
+void FillWarnings::addScripts(const PDF::Document& document, const FieldTree& tree, std::size_t field) noexcept
 {
-    const auto order = PDF::resolveEntryAs<PDF::Array>(document, form, PDF::FormKeys::calculationOrder);
+    const auto order = PDF::resolveEntryAs<PDF::Array>(document, *tree.form(), PDF::FormKeys::calculationOrder);
     if (order && order->size() != 0)
         add({"the form calculates fields by scripts (CO), which don't run: they keep their values"});
-    if (!hasScript(document, field) || !_scripted.insert(field.path).second)
-        return;
-    if (_scripted.size() <= mostNamed)
-        _firstScripted.push_back(field.path);
-    put(_scriptLine,
-        "scripts that format, check or calculate values don't run for " + listed(_firstScripted, _scripted.size()));
+    if (hasScript(document, tree.fields()[field]) && _scripted.insert(field).second)
+        set(Changing::Scripts, "scripts that format, check or calculate values don't run for " + listed(tree, _scripted));
 }
 
-void FillWarnings::setViewers(std::string line) noexcept
+void FillWarnings::set(Changing kind, std::string line) noexcept
 {
-    if (!line.empty())
-        put(_viewersLine, std::move(line));
-}
-
-void FillWarnings::put(std::optional<std::size_t>& place, std::string line) noexcept
-{
-    if (!place) {
+    std::optional<std::size_t>& place = _places[std::size_t(kind)];
+    if (place && !line.empty()) {
+        _lines[*place] = std::move(line);
+    } else if (place) {
+        _lines.erase(_lines.begin() + std::ptrdiff_t(*place));
+        for (std::optional<std::size_t>& other : _places)
+            if (other > place)
+                --*other;
+        place.reset();
+    } else if (!line.empty()) {
         place = _lines.size();
-        _lines.emplace_back();
+        _lines.push_back(std::move(line));
     }
-    _lines[*place] = std::move(line);
 }
 
 } // namespace Host

@@ -2,9 +2,10 @@
 
 #include <host/fields/FieldTree.h>
 
+#include <array>
 #include <optional>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace Host {
@@ -12,29 +13,26 @@ namespace Host {
 // What people should know before a filled form goes out, a line each, and no line twice.
 class FillWarnings {
 public:
-    static constexpr std::size_t mostNamed = 10; // of the fields that share a line
-    // "a, b and 3 more": the first of so many.
-    static std::string listed(const std::vector<std::string>& first, std::size_t count) noexcept;
+    // "a, b and 3 more": the fields at these places.
+    static std::string listed(const FieldTree& tree, const std::set<std::size_t>& fields) noexcept;
 
     // What a save of this document ends: signatures and usage rights.
     FillWarnings(const PDF::Document& document, const FieldTree& tree) noexcept;
 
     // Up to `Limits::maxSkipped` of them.
     void add(std::vector<std::string> lines) noexcept;
-    // The one line about what viewers are asked, in place of an earlier one; nothing for an empty one.
-    void setViewers(std::string line) noexcept;
-    // Scripts that would run if a person filled the field. The fields that have some of their own share one line.
-    void addScripts(const PDF::Document& document, const PDF::Dictionary& form, const FieldNode& field) noexcept;
+    // Lines that change while fields are filled, one of each kind; none while it is empty.
+    enum class Changing { Viewers, Required, Scripts, Count };
+    void set(Changing kind, std::string line) noexcept;
+    // Scripts that would run if a person filled the field at this place of the tree.
+    void addScripts(const PDF::Document& document, const FieldTree& tree, std::size_t field) noexcept;
 
     const std::vector<std::string>& lines() const noexcept { return _lines; }
 
 private:
-    void put(std::optional<std::size_t>& place, std::string line) noexcept;
-
     std::vector<std::string> _lines;
-    std::unordered_set<std::string> _scripted; // paths of fields with scripts of their own
-    std::vector<std::string> _firstScripted;
-    std::optional<std::size_t> _scriptLine, _viewersLine; // places of the lines that change
+    std::array<std::optional<std::size_t>, std::size_t(Changing::Count)> _places; // among the lines
+    std::set<std::size_t> _scripted; // fields with scripts of their own
 };
 
 } // namespace Host

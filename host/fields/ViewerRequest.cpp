@@ -46,11 +46,8 @@ std::string ViewerRequest::noteDrawn(const std::vector<std::size_t>& fields, boo
     if (_isOurs)
         return "viewers are asked to draw all fields anew (NeedAppearances), and may lose characters";
     _tree.form()->set(PDF::FormKeys::needAppearances, ::make<PDF::BooleanObj>(false));
-    std::vector<std::string> paths;
-    for (auto i = _needing->begin(); i != _needing->end() && paths.size() < FillWarnings::mostNamed; ++i)
-        paths.push_back(_tree.fields()[*i].path);
     return "viewers are asked no more to draw all fields anew (NeedAppearances), since they may lose characters"
-        + (paths.empty() ? "" : "; they may not show the values of " + FillWarnings::listed(paths, _needing->size()));
+        + (_needing->empty() ? "" : "; they may not show the values of " + FillWarnings::listed(_tree, *_needing));
 }
 
 // Whether the field has a value that its looks don't show.

@@ -197,6 +197,26 @@ TEST(Fill, saysWhatPeopleShouldKnowBeforeTheFormGoesOut)
         EXPECT_EQ(warnings(catalog, form, fields), lines) << catalog << form;
 }
 
+TEST(Fill, saysWhichRequiredFieldsAreLeftEmptyAndWhatIsNotShown)
+{
+    const auto document = Tests::open(formFile("/Fields [ 3 0 R 4 0 R 5 0 R 6 0 R 7 0 R ]",
+        {"<< /FT /Tx /Ff 2 /T (a) /V () >>", "<< /FT /Tx /Ff 2 /T (b) /V (x) >>", "<< /FT /Btn /Ff 2 /T (c) /V /Off >>",
+            "<< /FT /Tx /T (d) >>", "<< /FT /Ch /Ff 2 /T (e) /Opt [ (x) ] >>"}));
+    auto filler = FormFiller::create(document);
+    FillOptions options;
+    filler->fill("d", "x", options);
+    EXPECT_TRUE(filler->warnings().empty());
+    options.areRequiredChecked = true;
+    filler->fill("d", "x\ny", options);
+    const std::string blanks = "d: takes one line, and the line breaks of its value are shown as blanks";
+    EXPECT_EQ(filler->warnings(), (List{blanks, "required fields are empty: a, c, e"}));
+    for (const auto& [name, value] : {std::pair("b", ""), std::pair("a", "x"), std::pair("e", "x")})
+        EXPECT_FALSE(filler->fill(name, value, options));
+    EXPECT_EQ(filler->warnings(), (List{blanks, "required fields are empty: b, c"}));
+    EXPECT_FALSE(filler->fill("c", true, options) || filler->fill("b", "x", options));
+    EXPECT_EQ(filler->warnings(), List{blanks});
+}
+
 TEST(Fill, aFormInXfaGoesUnlessItIsKept)
 {
     for (const bool isKept : {false, true}) {
