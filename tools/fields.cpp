@@ -136,7 +136,8 @@ std::string places(const Host::FormField& field)
     constexpr std::size_t most = 4;
     const std::size_t count = std::min(field.widgets.size(), most);
     const std::string shown = joined(std::span(field.widgets).first(count), " | ", place);
-    return count == field.widgets.size() ? shown : shown + " and " + std::to_string(field.widgets.size() - count) + " more";
+    const std::size_t rest = field.widgets.size() - count;
+    return rest == 0 ? shown : shown + " and " + std::to_string(rest) + " more";
 }
 
 std::vector<std::string> rowOf(const Host::FormField& field)

@@ -34,8 +34,8 @@ struct FillOptions {
     bool areFontsLater = false;
     // Leaves a form in XFA where it is, beside the fields. It keeps the old values, and viewers that know it show them.
     bool isXfaKept = false;
-    // Warns of required fields that are still empty after the last filling: texts and choices without a value, and check
-    // boxes and radio buttons that are off.
+    // Warns of required fields that are still empty after the last filling: texts and choices without a value, and
+    // check boxes and radio buttons that are off.
     bool areRequiredChecked = false;
 };
 
@@ -58,7 +58,8 @@ public:
     // No refusal when it is done. Otherwise nothing is changed: with `Reason::Missing` for an unknown path, else
     // with `WrongArgument`, for a value of a kind that the field doesn't take, a state or a choice that it doesn't
     // have, more choices than it takes, a text that is not UTF-8 or has more than `MaxLen` UTF-16 units (0 is no
-    // limit, below 0 no text fits, and a comb has that many cells), a push button, a signature, or a field without a kind. Read-only fields are filled.
+    // limit, below 0 no text fits, and a comb has that many cells), a push button, a signature, or a field without a
+    // kind. Read-only fields are filled.
     //
     // What changes: `V` of the field, of its nameless kids that carry one, too, and of other fields of the same
     // path. A text field also loses its `RV`, which holds the old text with its formatting. `AS` of each
@@ -85,8 +86,8 @@ public:
     std::optional<Refusal> finish() noexcept;
 
     // What people should know before the filled form goes out: that a signature or usage rights end with the save,
-    // that the form in XFA was taken out or keeps the old values, that scripts of the form didn't run, or that something
-    // isn't drawn as it is, such as line breaks in a field of one line. One line each.
+    // that the form in XFA was taken out or keeps the old values, that scripts of the form didn't run, or that
+    // something isn't drawn as it is, such as line breaks in a field of one line. One line each.
     const std::vector<std::string>& warnings() const noexcept;
 
 private:

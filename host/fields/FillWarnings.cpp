@@ -74,7 +74,8 @@ void FillWarnings::addScripts(const PDF::Document& document, const FieldTree& tr
     if (order && order->size() != 0)
         add({"the form calculates fields by scripts (CO), which don't run: they keep their values"});
     if (hasScript(document, tree.fields()[field]) && _scripted.insert(field).second)
-        set(Changing::Scripts, "scripts that format, check or calculate values don't run for " + listed(tree, _scripted));
+        set(Changing::Scripts,
+            "scripts that format, check or calculate values don't run for " + listed(tree, _scripted));
 }
 
 void FillWarnings::set(Changing kind, std::string line) noexcept

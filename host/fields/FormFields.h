@@ -61,8 +61,8 @@ struct FormFields {
 
 // Every terminal field of the document's form, read from the dictionaries as they are now; none when the document
 // has no form. Time and memory grow with fields, pages and annotations. Up to 16 MiB of texts are given; the rest is
-// left out, and `skipped` says so. Refused: null, a document with Encrypt, one without a usable catalog, and an AcroForm
-// that is not a dictionary.
+// left out, and `skipped` says so. Refused: null, a document with Encrypt, one without a usable catalog, and an
+// AcroForm that is not a dictionary.
 EXPORTED Result<FormFields> listFields(const Ref<PDF::Document>& document) noexcept;
 
 } // namespace Host
