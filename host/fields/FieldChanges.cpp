@@ -60,14 +60,14 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
     if (!string)
         return noUtf8();
     const std::int64_t limit = maxLengthOf(field.entries).value_or(0);
-    const auto length = static_cast<std::int64_t>(lengthInUnits(*text));
+    const auto length = limit != 0 ? static_cast<std::int64_t>(lengthInUnits(*text)) : 0;
     if (limit != 0 && length > limit)
         return wrongValue("the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
             + std::to_string(limit));
     FieldUpdate update;
     update.text = *text;
     update.isEmpty = text->empty();
-    if (!(flagsOf(field.entries) & Field::Multiline) && text->find_first_of("\r\n") != text->npos)
+    if (!(flagsOf(field.entries) & Field::Multiline) && (text->find('\n') != text->npos || text->find('\r') != text->npos))
         update.warning = "takes one line, and the line breaks of its value are shown as blanks";
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, string});

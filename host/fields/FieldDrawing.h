@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/fields/DefaultAppearance.h>
 #include <host/fields/EmbeddedFonts.h>
 #include <host/fields/FieldChanges.h>
 #include <host/fields/TextLayout.h>
@@ -61,13 +62,16 @@ private:
         const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& drawing) noexcept;
     void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
     void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
-    Result<std::unique_ptr<Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
+    DefaultAppearance appearanceOf(const FieldNode& field, const PDF::Dictionary& widget) noexcept;
+    Result<std::shared_ptr<const Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
         std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept;
-    PlainLettering plainLettering(const PDF::Dictionary& widget, const std::string& font) noexcept;
+    std::shared_ptr<const PlainLettering> plainLettering(
+        const PDF::Dictionary& widget, const std::string& font) noexcept;
     Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
     const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
     const TextFont& standardFont(const StandardFont& font) noexcept;
     Ref<PDF::Value> sourceValue(const FontSource& source) noexcept;
+    Ref<PDF::Value> resourcesOf(const AppearanceFonts& fonts) noexcept;
     Ref<PDF::Value> formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept;
 
     const Ref<PDF::Document> _document;
@@ -75,7 +79,22 @@ private:
     std::shared_ptr<TextEngine> _engine; // null until it is needed
     EmbeddedFonts _embedded;
     GlyphTexts _texts;
-    std::unordered_map<const PDF::Dictionary*, std::optional<TextFont>> _fonts;
+    // Held, so that no other dictionary gets the address of one that is replaced.
+    struct ReadFont {
+        Ref<PDF::Dictionary> dictionary;
+        std::optional<TextFont> font; // absent for one that can't be used
+    };
+    std::unordered_map<const PDF::Dictionary*, ReadFont> _fonts;
+    // Of the last field, which most have in common with the next one.
+    struct {
+        std::string bytes;
+        DefaultAppearance appearance;
+        Ref<PDF::Value> font;
+        std::string fontName;
+        Ref<::String> fontKey; // its name among resources
+        std::shared_ptr<const PlainLettering> lettering;
+    } _last;
+    std::map<std::string, Ref<PDF::Value>> _resources; // by the fonts in them
     std::map<const StandardFont*, TextFont> _standardFonts;
     std::map<const StandardFont*, Ref<PDF::Value>> _standardValues;
 };

@@ -21,7 +21,8 @@ bool has(const PDF::Document& document, const PDF::Dictionary& dictionary, const
 // Whether a script formats, validates or calculates the value, or looks at what is entered.
 bool hasScript(const PDF::Document& document, const PDF::Dictionary& field)
 {
-    const auto actions = valueAt<PDF::Dictionary>(document, field, "AA");
+    static const Ref<::String> key = ::String::create("AA");
+    const auto actions = PDF::resolveEntryAs<PDF::Dictionary>(document, field, key);
     constexpr const char* triggers[] = {"F", "V", "C", "K"};
     return actions && std::any_of(std::begin(triggers), std::end(triggers), [&](const char* trigger) {
         return has(document, *actions, trigger);

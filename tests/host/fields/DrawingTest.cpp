@@ -208,10 +208,9 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     EXPECT_NE(drawn(document, lookOf(document)).find("<FEFF0051>>> BDC [<0051>] TJ 0.5 Ts"), std::string::npos)
         << drawn(document, lookOf(document));
     EXPECT_TRUE(filler->fill("a", "\xC5\x81!", options));
-    const auto fonts = lookOf(document)
-                           ->dict()
-                           ->findAsDictionary(Tests::text("Resources"), true)
-                           ->findAsDictionary(Tests::text("Font"), true);
+    const auto fonts
+        = PDF::resolveEntryAs<PDF::Dictionary>(*document, *lookOf(document)->dict(), Tests::text("Resources"))
+              ->findAsDictionary(Tests::text("Font"), true);
     const auto font = PDF::resolveAs<PDF::Dictionary>(*document, fonts->find(fonts->keys()->get(0)));
     const auto map = *decoded(document, PDF::resolveAs<PDF::Stream>(*document, font->find(Tests::text("ToUnicode"))));
     EXPECT_NE(std::string(map.begin(), map.end()).find("<0041> <0141>\n<0066> <00660069>\n"), std::string::npos);
