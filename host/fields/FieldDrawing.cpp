@@ -65,6 +65,18 @@ TextStyle::Align alignOf(const PDF::Document& document, const FieldNode& field, 
     return align == 1 ? TextStyle::Align::Center : align == 2 ? TextStyle::Align::Right : TextStyle::Align::Left;
 }
 
+TextStyle styleOf(const FieldNode& field, TextStyle::Align align, double size)
+{
+    const std::uint32_t flags = flagsOf(field.entries);
+    const std::int64_t most = maxLengthOf(field.entries).value_or(0);
+    if (kindOf(field.entries) != FieldKind::Text)
+        return {TextStyle::Kind::OneLine, align, 0, size};
+    if (flags & Field::Multiline)
+        return {TextStyle::Kind::Multiline, align, 0, size};
+    const bool isComb = (flags & Field::Comb) && !(flags & Field::Password) && most > 0 && most <= Limits::maxCells;
+    return {isComb ? TextStyle::Kind::Comb : TextStyle::Kind::OneLine, align, most, size};
+}
+
 // The name as dictionaries have it.
 Ref<::String> keyOf(const std::string& name)
 {
@@ -126,13 +138,7 @@ std::optional<Refusal> FieldDrawer::drawText(
     const FieldKind kind = kindOf(field.entries);
     const std::uint32_t flags = flagsOf(field.entries);
     const DefaultAppearance defaults = appearanceOf(field, *drawing.widget);
-    TextStyle style{.align = alignOf(*_document, field, *drawing.widget), .size = defaults.size};
-    const std::int64_t most = maxLengthOf(field.entries).value_or(0);
-    if (kind == FieldKind::Text && (flags & Field::Multiline))
-        style.kind = TextStyle::Kind::Multiline;
-    else if (kind == FieldKind::Text && (flags & Field::Comb) && !(flags & Field::Password) && most > 0
-        && most <= Limits::maxCells)
-        style = {TextStyle::Kind::Comb, style.align, most, style.size};
+    const TextStyle style = styleOf(field, alignOf(*_document, field, *drawing.widget), defaults.size);
     std::u32string text = drawnText(update.text, style.kind == TextStyle::Kind::Multiline);
     if (kind == FieldKind::Text && (flags & Field::Password))
         text.assign(text.size(), U'*');
@@ -145,6 +151,13 @@ std::optional<Refusal> FieldDrawer::drawText(
     if (!lettering)
         return lettering.refusal();
     const WidgetLook& look = drawing.look;
+    const std::pair<bool, const char*> replaced[] = {
+        {_last.isReplaced && !text.empty(), ": its font (DA) can't be used, and a standard one is"},
+        {defaults.hasOddSize, ": its text size (DA) can't be used, and the one that fits is"},
+        {look.hasOddRotation, ": its rotation (MK) is no multiple of 90 degrees, and is left out"}};
+    for (const auto& [isReplaced, words] : replaced)
+        if (isReplaced)
+            result.warnings.push_back(field.path + words);
     ContentText& content = drawing.content;
     look.draw(content);
     const double inset = look.inset();
@@ -239,6 +252,7 @@ std::shared_ptr<const PlainLettering> FieldDrawer::plainLettering(
         fonts.push_back({font, entry, name});
         standard = &font->substitute();
     }
+    _last.isReplaced = fonts.empty() && (entry || !standard);
     if (!standard)
         standard = StandardFont::find("Helvetica");
     fonts.push_back({&standardFont(*standard), standard, ""});

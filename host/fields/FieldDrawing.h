@@ -93,6 +93,7 @@ private:
         std::string fontName;
         Ref<::String> fontKey; // its name among resources
         std::shared_ptr<const PlainLettering> lettering;
+        bool isReplaced = false; // the font, by a standard one
     } _last;
     std::map<std::string, Ref<PDF::Value>> _resources; // by the fonts in them
     std::map<const StandardFont*, TextFont> _standardFonts;

@@ -118,7 +118,8 @@ std::optional<WidgetLook> WidgetLook::read(const PDF::Document& document, const 
         return {};
     if (const auto marks = PDF::resolveEntryAs<PDF::Dictionary>(document, widget, marksKey)) {
         const double turn = numberAt(document, *marks, "R").value_or(0);
-        if (std::fmod(turn, 90) == 0)
+        look.hasOddRotation = std::fmod(turn, 90) != 0;
+        if (!look.hasOddRotation)
             look.rotation = static_cast<int>(std::fmod(std::fmod(turn, 360) + 360, 360));
         look.borderColor = colorAt(document, *marks, "BC");
         look.background = colorAt(document, *marks, "BG");

@@ -148,6 +148,27 @@ TEST(Drawing, aLookHasTheFormOfItsWidget)
         0u);
 }
 
+TEST(Drawing, whatCanNotBeUsedIsReplacedWithAWarning)
+{
+    const std::string standard = ": its font (DA) can't be used, and a standard one is";
+    const std::string size = ": its text size (DA) can't be used, and the one that fits is";
+    const std::tuple<std::string, std::vector<std::string>> cases[] = {
+        {"", {}},
+        {"/DA (/HeBo 0 Tf) /MK << /R -90 >>", {}},
+        {"/DA (0 g)", {"a" + standard}},
+        {"/DA (/None 10 Tf)", {"a" + standard}},
+        {"/DA (/Helv 10 Tf) /DR << /Font << /Helv << /Subtype /Type3 >> >> >>", {"a" + standard}},
+        {"/DA (/Helv -1 Tf)", {"a" + size}},
+        {"/DA (/Helv Tf) /MK << /R 45 >>",
+            {"a" + size, "a: its rotation (MK) is no multiple of 90 degrees, and is left out"}},
+    };
+    for (const auto& [widget, warnings] : cases) {
+        const auto document = formWith("/FT /Tx " + widget);
+        EXPECT_EQ(*fill(document, "a", "x"), warnings) << widget;
+        EXPECT_NE(drawn(document, lookOf(document)).find("(x) Tj"), std::string::npos) << widget;
+    }
+}
+
 TEST(Drawing, buttonsWithoutLooksGetSome)
 {
     const auto document = formWith("/FT /Btn /MK << /CA (8) /BG [ 1 ] >>");
