@@ -67,7 +67,8 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
     FieldUpdate update;
     update.text = *text;
     update.isEmpty = text->empty();
-    if (!(flagsOf(field.entries) & Field::Multiline) && (text->find('\n') != text->npos || text->find('\r') != text->npos))
+    const bool hasBreak = text->find('\n') != text->npos || text->find('\r') != text->npos;
+    if (hasBreak && !(flagsOf(field.entries) & Field::Multiline))
         update.warning = "takes one line, and the line breaks of its value are shown as blanks";
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, string});

@@ -266,8 +266,8 @@ std::shared_ptr<const PlainLettering> FieldDrawer::plainLettering(
     return _last.lettering = std::make_shared<PlainLettering>(std::move(fonts));
 }
 
-Result<std::shared_ptr<const Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget, const std::string& font,
-    std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
+Result<std::shared_ptr<const Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget,
+    const std::string& font, std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
 {
     std::shared_ptr<const Lettering> result = plainLettering(widget, font);
     const PlainLettering& plain = *_last.lettering;
@@ -382,15 +382,15 @@ std::optional<Refusal> FieldDrawer::finish() noexcept
 // Shared by all looks with the same fonts.
 Ref<PDF::Value> FieldDrawer::resourcesOf(const AppearanceFonts& fonts) noexcept
 {
-    std::string key;
+    ResourceFonts key;
     for (const AppearanceFonts::Entry& entry : fonts.entries())
-        key += entry.name + '/' + std::to_string(reinterpret_cast<std::uintptr_t>(sourceValue(entry.source).get())) + ' ';
+        key.emplace_back(entry.name, sourceValue(entry.source));
     Ref<PDF::Value>& resources = _resources[key];
     if (resources)
         return resources;
     const Ref<PDF::Dictionary> list = PDF::Dictionary::create();
-    for (const AppearanceFonts::Entry& entry : fonts.entries())
-        list->set(keyOf(entry.name), sourceValue(entry.source));
+    for (const auto& [name, font] : key)
+        list->set(keyOf(name), font);
     const Ref<PDF::Dictionary> dictionary = PDF::Dictionary::create();
     if (!fonts.entries().empty())
         dictionary->set(fontKey, list);
@@ -401,7 +401,8 @@ Ref<PDF::Value> FieldDrawer::resourcesOf(const AppearanceFonts& fonts) noexcept
 Ref<PDF::Value> FieldDrawer::formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept
 {
     const Ref<PDF::Dictionary> entries = newDictionary({{"Type", newName("XObject")}, {"Subtype", newName("Form")},
-        {"BBox", newNumbers({0, 0, drawing.look.width, drawing.look.height})}, {"Resources", resourcesOf(drawing.fonts)}});
+        {"BBox", newNumbers({0, 0, drawing.look.width, drawing.look.height})},
+        {"Resources", resourcesOf(drawing.fonts)}});
     if (drawing.look.rotation != 0)
         entries->set(::String::create("Matrix"), newNumbers(drawing.look.matrix()));
     const Ref<PDF::Stream> stream = newStream(_document, entries, content.text());

@@ -95,7 +95,19 @@ private:
         std::shared_ptr<const PlainLettering> lettering;
         bool isReplaced = false; // the font, by a standard one
     } _last;
-    std::map<std::string, Ref<PDF::Value>> _resources; // by the fonts in them
+    // The fonts of resources, each with its name; in any order that stays the same.
+    using ResourceFonts = std::vector<std::pair<std::string, Ref<PDF::Value>>>;
+    struct ByPlace {
+        bool operator()(const ResourceFonts& a, const ResourceFonts& b) const noexcept
+        {
+            return std::lexicographical_compare(
+                a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+                    return std::pair(x.second.get(), std::string_view(x.first))
+                        < std::pair(y.second.get(), std::string_view(y.first));
+                });
+        }
+    };
+    std::map<ResourceFonts, Ref<PDF::Value>, ByPlace> _resources;
     std::map<const StandardFont*, TextFont> _standardFonts;
     std::map<const StandardFont*, Ref<PDF::Value>> _standardValues;
 };

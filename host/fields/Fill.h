@@ -70,8 +70,9 @@ public:
     // `AP` of each widget with a rectangle, when the values are drawn: a text in the font, size and color of `DA`,
     // aligned by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background
     // and border of `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard
-    // one, with a warning, as are a size and a rotation that can't be. Buttons keep the looks that they have; one without gets some, and "Yes" as its state, or one of "0", "1" and
-    // so on for several widgets. Refused with `Unsupported`: characters that no font has, each by name.
+    // one, with a warning, as are a size and a rotation that can't be. Buttons keep the looks that they have; one
+    // without gets some, and "Yes" as its state, or one of "0", "1" and so on for several widgets. Refused with
+    // `Unsupported`: characters that no font has, each by name.
     //
     // `XFA` of the form goes, since viewers that know it would show the old values, unless the options keep it.
     //
