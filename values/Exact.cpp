@@ -56,8 +56,9 @@ std::optional<double> exactQuotient(const Number& number)
     const NumberObj* own = spelledNumber(number);
     const Spelling spelling = own ? own->spelling() : Spelling();
     const std::int64_t whole = number.intPart();
-    std::uint64_t part = static_cast<std::uint64_t>(whole < 0 ? -whole : whole), unit = 1;
-    if (spelling.has(Spelling::Word) || whole == std::numeric_limits<std::int64_t>::min())
+    std::uint64_t part = static_cast<std::uint64_t>(whole), unit = 1;
+    part = whole < 0 ? 0 - part : part;
+    if (spelling.has(Spelling::Word))
         return {};
     int digits = spelling.fractionZeros;
     for (std::uint64_t rest = number.fracPart(); rest != 0; rest /= 10)
