@@ -47,7 +47,7 @@ std::optional<std::string> decimalOf(const Number& number)
     return decimalOf(std::u32string(text.data(), text.data() + text.size()));
 }
 
-// The number as a quotient of two that a floating-point number holds, so that it is the nearest one; none for those with
+// The number as a quotient of two that a floating-point number holds, which makes it the nearest; none for those with
 // more digits, and for words.
 std::optional<double> exactQuotient(const Number& number)
 {
