@@ -2,6 +2,7 @@
 
 #include <document/Resolve.h>
 #include <host/fields/FieldDrawing.h>
+#include <host/fields/FieldReading.h>
 #include <host/fields/FillWarnings.h>
 #include <host/fields/RequiredFields.h>
 #include <host/fields/ViewerRequest.h>
