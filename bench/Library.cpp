@@ -30,6 +30,7 @@ const std::vector<Operation> operations = {
     {"background", addBackground},
     {"place", placePage},
     {"form", fillForm},
+    {"form-drawn", drawForm},
 };
 
 } // namespace

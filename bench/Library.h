@@ -22,6 +22,7 @@ void decode(Job& job);        // one stream after the other, as `DecodedData`
 void addBackground(Job& job); // the first page of `job.foreign` under all pages; then saves
 void placePage(Job& job);     // the same as one XObject, where the library has that, or else by hand
 void fillForm(Job& job);      // each field gets `valueOfField`; then saves
+void drawForm(Job& job);      // the same with looks, where the library has that
 
 // What the form's field of this number gets.
 std::string valueOfField(std::size_t group, std::size_t field);

@@ -14,7 +14,7 @@ from verification import syntax_fault, written_faults
 
 PROGRAMS = {"ours": "ours", "M": "mupdf", "Q": "qpdf"}  # by the letters of the table; Z is `limits`
 NEEDED = ["generate", "limits", "ours"]  # the programs that there must be
-SAVES = {"rewrite", "uncompress", "compress", "recompress", "background", "place", "form"}
+SAVES = {"rewrite", "uncompress", "compress", "recompress", "background", "place", "form", "form-drawn"}
 # libmupdf reads values up to a depth of some 250 only.
 REFUSED = {("M", "depth-400")}
 

@@ -268,4 +268,10 @@ void fillForm(Job& job)
     save(context, document, job, pdf_default_write_options);
 }
 
+// Its looks are made page by page, as they are shown.
+void drawForm(Job& job)
+{
+    fillForm(job);
+}
+
 } // namespace Bench

@@ -5,6 +5,7 @@
 #include <document/Inspection.h>
 #include <forms/Form.h>
 #include <forms/Text.h>
+#include <host/fields/Fill.h>
 #include <host/files/MemoryStripe.h>
 #include <host/pages/Place.h>
 #include <platform/Mem.h>
@@ -290,6 +291,23 @@ void fillForm(Job& job)
             require(field && field->setValue(PDF::String::create(value)), "a field can't be filled");
         }
     }
+    save(document, job);
+}
+
+void drawForm(Job& job)
+{
+    const Ref<PDF::Document> document = open(job.bytes);
+    auto filler = Host::FormFiller::create(document);
+    require(bool(filler), "the form can't be filled");
+    const auto isFilled = [&filler](std::size_t group, std::size_t field) {
+        const std::string name = "group-" + std::to_string(group);
+        const auto refusal = filler->fill(
+            name + ".field-" + std::to_string(group) + '-' + std::to_string(field), valueOfField(group, field));
+        require(!refusal || refusal->reason == Host::Reason::Missing, "a field can't be filled");
+        return !refusal;
+    };
+    for (std::size_t group = 0; isFilled(group, 0); ++group)
+        for (std::size_t field = 1; isFilled(group, field); ++field) { }
     save(document, job);
 }
 

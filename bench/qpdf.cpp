@@ -5,6 +5,7 @@
 #include <qpdf/Buffer.hh>
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
+#include <qpdf/QPDFAcroFormDocumentHelper.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 #include <qpdf/QPDFWriter.hh>
 
@@ -222,9 +223,10 @@ void placePage(Job& job)
     addBackground(job);
 }
 
-void fillForm(Job& job)
+namespace {
+
+void setValues(Document& document)
 {
-    Document document(job.bytes);
     std::size_t i = 0;
     for (QPDFObjectHandle group : document.getRoot().getKey("/AcroForm").getKey("/Fields").getArrayAsVector()) {
         std::size_t j = 0;
@@ -232,6 +234,22 @@ void fillForm(Job& job)
             field.replaceKey("/V", QPDFObjectHandle::newUnicodeString(valueOfField(i, j++)));
         ++i;
     }
+}
+
+} // namespace
+
+void fillForm(Job& job)
+{
+    Document document(job.bytes);
+    setValues(document);
+    save(document, job);
+}
+
+void drawForm(Job& job)
+{
+    Document document(job.bytes);
+    setValues(document);
+    QPDFAcroFormDocumentHelper(document).generateAppearancesIfNeeded();
     save(document, job);
 }
 

@@ -39,6 +39,8 @@ def equality(operation, source, foreign):
     text = canonical(source)
     if operation == "form":
         return readable(lambda path: is_filled(text, canonical(path)))
+    if operation == "form-drawn":
+        return readable(lambda path: has_values(canonical(path)))
     return readable(lambda path: canonical(path) == text and has_filters(operation, source, path))
 
 
@@ -78,13 +80,21 @@ def stored_bytes(path):
     return sum(map(int, re.findall(rb"/Length (\d+)", path.read_bytes())))
 
 
+VALUE = re.compile(rb"\n  /V \((.*)\)(?=\n)")
+
+
+def has_values(written):
+    """Whether all fields have their value, and all or none a look."""
+    names = re.findall(rb"\n  /T \(field-(.*)\)\n", written)
+    looks = written.count(b"\n  /AP <<\n")
+    return (VALUE.findall(written) == [b"Value of field " + name for name in names] and len(names) > 0
+            and looks in (0, len(names)))
+
+
 def is_filled(source, written):
     """Whether all fields have their value and nothing else is changed."""
-    value = re.compile(rb"\n  /V \((.*)\)(?=\n)")
-    names = re.findall(rb"\n  /T \(field-(.*)\)\n", written)
-    values = value.findall(written)
-    return (values == [b"Value of field " + name for name in names] and len(values) > 0
-            and len(values) == len(value.findall(source)) and value.sub(b"", source) == value.sub(b"", written))
+    return (has_values(written) and len(VALUE.findall(written)) == len(VALUE.findall(source))
+            and VALUE.sub(b"", source) == VALUE.sub(b"", written))
 
 
 def is_placed(source, letter, written):

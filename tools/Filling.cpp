@@ -14,6 +14,8 @@ constexpr Option options[] = {
     {"--viewer-looks", "", "ask viewers to draw the new values, instead of drawing them"},
     {"--keep-looks", "", "neither draw the new values nor ask viewers to"},
     {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
+    {"--keep-xfa", "", "leave a form in XFA beside the fields, which keeps the old values"},
+    {"--check-required", "", "warn of required fields that are left empty"},
     {"--any-text", "", "take a text with characters that no font has, too, and leave them out where it is drawn"},
 };
 constexpr const char* skippingHint = " (--skip-unknown passes over it)";
@@ -59,6 +61,8 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
     result.engine = engineOf(line);
     result.areFontsLater = true;
     result.isAnyTextAllowed = line.has("--any-text");
+    result.areRequiredChecked = line.has("--check-required");
+    result.isXfaKept = line.has("--keep-xfa");
     return result;
 }
 

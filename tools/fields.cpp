@@ -10,6 +10,9 @@
 #include <tools/ShownText.h>
 #include <tools/Table.h>
 
+#include <charconv>
+#include <span>
+
 namespace {
 
 using Tools::json;
@@ -24,7 +27,8 @@ const Tools::Program program = {
     .usage = "[options] FILE",
     .operandCount = 1,
     .about = "Prints a line for each field of the form of a PDF file: its name, kind and value, what it takes, and its "
-             "flags. Control characters are printed as \\ and three octal digits.",
+             "flags, and where it is shown: the page, the left, bottom, right and top of its rectangle, and the states "
+             "of a button. Control characters are printed as \\ and three octal digits.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::logOptions()},
     .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
 };
@@ -49,6 +53,30 @@ std::string jsonValue(const std::optional<Host::FieldTexts>& value)
     return value ? Tools::jsonOfTexts(*value) : "null";
 }
 
+// In as few digits as give the number back.
+std::string exactNumber(double number)
+{
+    char digits[400]; // of the smallest numbers there are
+    return {digits, std::to_chars(digits, digits + sizeof digits, number, std::chars_format::fixed).ptr};
+}
+
+std::string numbers(const Host::Rectangle& rectangle, const char* separator)
+{
+    const double all[] = {rectangle.left, rectangle.bottom, rectangle.right, rectangle.top};
+    return joined(all, separator, exactNumber);
+}
+
+std::string jsonPlace(const Host::FormWidget& widget)
+{
+    const auto orNull = [](bool isThere, std::uint64_t number) { return isThere ? std::to_string(number) : "null"; };
+    const auto& page = widget.pageObject;
+    return "{\"page\": " + orNull(widget.page != 0, widget.page)
+        + ", \"id\": " + orNull(bool(page), page ? page->id() : 0)
+        + ", \"generation\": " + orNull(bool(page), page ? page->generation() : 0)
+        + ", \"rectangle\": " + (widget.rectangle ? "[" + numbers(*widget.rectangle, ", ") + "]" : "null")
+        + ", \"states\": " + jsonList(widget.states) + "}";
+}
+
 std::string jsonField(const Host::FormField& field)
 {
     constexpr const char* alignments[] = {"null", "\"left\"", "\"centred\"", "\"right\""};
@@ -64,7 +92,8 @@ std::string jsonField(const Host::FormField& field)
         + ", \"maxLength\": " + (field.maxLength ? std::to_string(*field.maxLength) : "null")
         + ", \"tooltip\": " + json(field.tooltip) + ", \"appearance\": " + json(field.defaultAppearance)
         + ", \"alignment\": " + alignments[std::size_t(field.quadding)]
-        + ", \"widgets\": " + std::to_string(field.widgetCount) + "}";
+        + ", \"widgets\": " + std::to_string(field.widgets.size())
+        + ", \"places\": [" + joined(field.widgets, ", ", jsonPlace) + "]}";
 }
 
 void printJson(const Host::FormFields& form, const Tools::Opened& opened)
@@ -90,18 +119,39 @@ std::string takes(const Host::FormField& field)
     return field.maxLength ? "up to " + std::to_string(*field.maxLength) : "";
 }
 
+// "1: 72 700 90 718 Yes": the page, its rectangle and the states of a widget.
+std::string place(const Host::FormWidget& widget)
+{
+    std::string text = widget.page != 0 ? std::to_string(widget.page) : "no page";
+    if (widget.rectangle)
+        text += ": " + numbers(*widget.rectangle, " ");
+    for (const std::string& state : widget.states)
+        text += " " + Tools::shown(state);
+    return text;
+}
+
+// The first places where the field is shown.
+std::string places(const Host::FormField& field)
+{
+    constexpr std::size_t most = 4;
+    const std::size_t count = std::min(field.widgets.size(), most);
+    const std::string shown = joined(std::span(field.widgets).first(count), " | ", place);
+    const std::size_t rest = field.widgets.size() - count;
+    return rest == 0 ? shown : shown + " and " + std::to_string(rest) + " more";
+}
+
 std::vector<std::string> rowOf(const Host::FormField& field)
 {
     const auto show = [](const std::string& text) { return Tools::shown(text); };
     const auto plain = [](std::string_view text) { return std::string(text); };
     const std::string value = field.isSigned ? "signed" : joined(field.value.value_or(Host::FieldTexts()), " + ", show);
     return {Tools::shown(field.path), std::string(Host::kindLabel(field.kind)), value, takes(field),
-        joined(Host::flagLabels(field.kind, field.flags), ", ", plain)};
+        joined(Host::flagLabels(field.kind, field.flags), ", ", plain), places(field)};
 }
 
 void printTable(const Host::FormFields& form)
 {
-    std::vector<std::vector<std::string>> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS"}};
+    std::vector<std::vector<std::string>> rows = {{"NAME", "KIND", "VALUE", "TAKES", "FLAGS", "WHERE"}};
     for (const Host::FormField& field : form.fields)
         rows.push_back(rowOf(field));
     Tools::printTable(rows);

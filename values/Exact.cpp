@@ -47,6 +47,35 @@ std::optional<std::string> decimalOf(const Number& number)
     return decimalOf(std::u32string(text.data(), text.data() + text.size()));
 }
 
+// The number as a quotient of two that a floating-point number holds, which makes it the nearest; none for those with
+// more digits, and for words.
+std::optional<double> exactQuotient(const Number& number)
+{
+    using Spelling = NumberObj::Spelling;
+    constexpr std::uint64_t most = std::uint64_t(1) << 53;
+    const NumberObj* own = spelledNumber(number);
+    const Spelling spelling = own ? own->spelling() : Spelling();
+    const std::int64_t whole = number.intPart();
+    std::uint64_t part = static_cast<std::uint64_t>(whole), unit = 1;
+    part = whole < 0 ? 0 - part : part;
+    if (spelling.has(Spelling::Word))
+        return {};
+    int digits = spelling.fractionZeros;
+    for (std::uint64_t rest = number.fracPart(); rest != 0; rest /= 10)
+        ++digits;
+    if (digits > 15)
+        return {};
+    for (; digits > 0 && part < most; --digits) {
+        part *= 10;
+        unit *= 10;
+    }
+    if (digits > 0 || part >= most - number.fracPart())
+        return {};
+    const double quotient = double(part + number.fracPart()) / double(unit);
+    const bool isNegative = whole < 0 || spelling.has(Spelling::Minus);
+    return isNegative && quotient != 0 ? -quotient : quotient;
+}
+
 // What the character after a backslash stands for, if it isn't a digit; those that aren't listed stand for
 // themselves.
 std::uint8_t escaped(std::uint8_t c)
@@ -267,6 +296,8 @@ Ref<::String> exactDecimal(const Number& number) noexcept
 
 double exactDouble(const Number& number) noexcept
 {
+    if (const std::optional<double> quotient = exactQuotient(number))
+        return *quotient;
     const std::optional<std::string> decimal = decimalOf(number);
     if (!decimal)
         return std::numeric_limits<double>::quiet_NaN();

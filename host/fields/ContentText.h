@@ -17,13 +17,19 @@ public:
         constexpr double most = 1e9;
         if (!(std::abs(value) < most))
             return "0";
-        char digits[32];
-        const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 4).ptr;
-        std::string text(digits, end);
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
-            text.pop_back();
-        return text == "-0" ? "0" : text;
+        constexpr std::int64_t unit = 10000;
+        const std::int64_t scaled = std::llround(value * unit);
+        char digits[32] = "-";
+        char* end = digits + (scaled < 0 ? 1 : 0);
+        end = std::to_chars(end, digits + sizeof digits, std::abs(scaled) / unit).ptr;
+        if (std::int64_t fraction = std::abs(scaled) % unit) {
+            *end++ = '.';
+            for (std::int64_t place = unit / 10; fraction != 0; place /= 10) {
+                *end++ = static_cast<char>('0' + fraction / place);
+                fraction %= place;
+            }
+        }
+        return {digits, end};
     }
     static std::string literal(std::string_view bytes)
     {

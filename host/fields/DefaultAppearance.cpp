@@ -54,7 +54,9 @@ DefaultAppearance DefaultAppearance::read(std::string_view text) noexcept
         if (part.isWord("Tf")) {
             const double size = numbers.empty() ? 0 : numbers.back();
             result.font = name;
-            result.size = size >= Limits::minTextSize && size <= Limits::maxTextSize ? size : 0;
+            const bool isUsable = size >= Limits::minTextSize && size <= Limits::maxTextSize;
+            result.size = isUsable ? size : 0;
+            result.hasOddSize = numbers.empty() || (!isUsable && size != 0);
         } else if (components != 0 && numbers.size() >= components) {
             result.color.clear();
             for (std::size_t i = numbers.size() - components; i < numbers.size(); ++i)

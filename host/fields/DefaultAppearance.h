@@ -10,6 +10,7 @@ namespace Host {
 struct DefaultAppearance {
     std::string font;          // its name among the resources, decoded; empty for none
     double size = 0;           // 0 for the one that fits, and for what is no size
+    bool hasOddSize = false;   // which is the latter
     std::string color = "0 g"; // the operation
 
     static DefaultAppearance read(std::string_view text) noexcept;

@@ -62,12 +62,16 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
     if (!string)
         return noUtf8();
     const std::int64_t limit = maxLengthOf(field.entries).value_or(0);
-    const auto length = static_cast<std::int64_t>(lengthInUnits(*text));
+    const auto length = limit != 0 ? static_cast<std::int64_t>(lengthInUnits(*text)) : 0;
     if (limit != 0 && length > limit)
         return wrongValue("the text is too long: it has " + std::to_string(length) + " characters, and the field takes "
             + std::to_string(limit));
     FieldUpdate update;
     update.text = *text;
+    update.isEmpty = text->empty();
+    const bool hasBreak = text->find('\n') != text->npos || text->find('\r') != text->npos;
+    if (hasBreak && !(flagsOf(field.entries) & Field::Multiline))
+        update.warning = "takes one line, and the line breaks of its value are shown as blanks";
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, string});
         if (carrier->find(richValue))
@@ -180,6 +184,7 @@ Result<FieldUpdate> updateForButton(
     Ref<::String> fieldState = off;
     FieldUpdate update;
     update.drawnStates = states.drawn();
+    update.isEmpty = *state == "Off";
     for (std::size_t i = 0; i < field.widgets.size(); ++i) {
         const Ref<::String> name = states.nameFor(i, *state);
         if (fieldState == off)
@@ -284,6 +289,7 @@ Result<FieldUpdate> updateForChoice(
         chosen = Array::create({});
     FieldUpdate update;
     show(update, options, kind, *choices);
+    update.isEmpty = choices->ownText.value_or("").empty() && choices->indices.empty();
     const bool isMultiple = flagsOf(field.entries) & Field::MultiSelect;
     for (const Ref<Dictionary>& carrier : carriersOf(field)) {
         update.changes.push_back({carrier, FormKeys::value, chosen});

@@ -25,6 +25,8 @@ struct FieldUpdate {
     };
 
     Changes changes;
+    bool isEmpty = false;  // no text, nothing chosen, or off
+    std::string warning; // of what is kept, but not shown as it is; empty for none
     // What is seen of it, in UTF-8: a text, or what a combo box displays.
     std::string text;
     std::vector<Choice> choices; // of a list box, all of them

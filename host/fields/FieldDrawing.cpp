@@ -4,7 +4,6 @@
 #include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
-#include <host/fields/DefaultAppearance.h>
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
 #include <host/fonts/FontValues.h>
@@ -19,6 +18,7 @@ namespace {
 
 using PDF::Field;
 
+const Ref<::String> fontKey = ::String::create("Font");
 constexpr std::size_t mostNamed = 10; // characters that can't be drawn
 
 std::u32string charactersOf(const std::string& text)
@@ -65,17 +65,23 @@ TextStyle::Align alignOf(const PDF::Document& document, const FieldNode& field, 
     return align == 1 ? TextStyle::Align::Center : align == 2 ? TextStyle::Align::Right : TextStyle::Align::Left;
 }
 
-DefaultAppearance appearanceOf(const PDF::Document& document, const FieldNode& field, const PDF::Dictionary& widget)
+TextStyle styleOf(const FieldNode& field, TextStyle::Align align, double size)
 {
-    const auto bytesOf = [](const Ref<PDF::String>& string) {
-        const auto bytes = string ? PDF::exactBytes(*string) : std::nullopt;
-        return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
-    };
-    const Ref<PDF::Value> own = resolvePresent(document, widget.find(PDF::FormKeys::defaultAppearance));
-    const Ref<PDF::Value> entry = own ? own : field.entries[Inherited::DefaultAppearance];
-    // Some writers make a name of it.
-    const std::string name = nameOf(document, entry);
-    return DefaultAppearance::read(name.empty() ? bytesOf(PDF::valueAs<PDF::String>(entry)) : "/" + name);
+    const std::uint32_t flags = flagsOf(field.entries);
+    const std::int64_t most = maxLengthOf(field.entries).value_or(0);
+    if (kindOf(field.entries) != FieldKind::Text)
+        return {TextStyle::Kind::OneLine, align, 0, size};
+    if (flags & Field::Multiline)
+        return {TextStyle::Kind::Multiline, align, 0, size};
+    const bool isComb = (flags & Field::Comb) && !(flags & Field::Password) && most > 0 && most <= Limits::maxCells;
+    return {isComb ? TextStyle::Kind::Comb : TextStyle::Kind::OneLine, align, most, size};
+}
+
+// The name as dictionaries have it.
+Ref<::String> keyOf(const std::string& name)
+{
+    const Ref<PDF::Name> key = PDF::valueAs<PDF::Name>(newName(name));
+    return key ? key->value() : nullptr;
 }
 
 bool isRound(const PDF::Document& document, const PDF::Dictionary& widget, FieldKind kind)
@@ -104,18 +110,12 @@ Result<FieldDrawing> FieldDrawer::draw(
         if (isButton && (i >= update.drawnStates.size() || update.drawnStates[i].empty()))
             continue;
         const Ref<PDF::Dictionary>& widget = field.widgets[i];
-        if (options.areLooksKept && widget->find(PDF::FormKeys::appearance))
-            continue;
         const std::optional<WidgetLook> look = WidgetLook::read(*_document, *widget);
         if (!look) {
             if (widget->find(::String::create("Rect")))
                 drawing.warnings.push_back(field.path + " is not drawn: it has no rectangle that can be used");
             continue;
         }
-        const bool isSeen = !update.text.empty() || !update.choices.empty() || !look->borderColor.empty()
-            || !look->background.empty();
-        if (options.areLooksKept && !isSeen)
-            continue;
         drawing.widgets.push_back({widget, *look, {}, {}, isButton ? update.drawnStates[i] : "", {}});
         if (isButton)
             drawButton(field, drawing.widgets.back());
@@ -139,14 +139,8 @@ std::optional<Refusal> FieldDrawer::drawText(
     WidgetDrawing& drawing = result.widgets.back();
     const FieldKind kind = kindOf(field.entries);
     const std::uint32_t flags = flagsOf(field.entries);
-    const DefaultAppearance defaults = appearanceOf(*_document, field, *drawing.widget);
-    TextStyle style{.align = alignOf(*_document, field, *drawing.widget), .size = defaults.size};
-    const std::int64_t most = maxLengthOf(field.entries).value_or(0);
-    if (kind == FieldKind::Text && (flags & Field::Multiline))
-        style.kind = TextStyle::Kind::Multiline;
-    else if (kind == FieldKind::Text && (flags & Field::Comb) && !(flags & Field::Password) && most > 0
-        && most <= Limits::maxCells)
-        style = {TextStyle::Kind::Comb, style.align, most, style.size};
+    const DefaultAppearance defaults = appearanceOf(field, *drawing.widget);
+    const TextStyle style = styleOf(field, alignOf(*_document, field, *drawing.widget), defaults.size);
     std::u32string text = drawnText(update.text, style.kind == TextStyle::Kind::Multiline);
     if (kind == FieldKind::Text && (flags & Field::Password))
         text.assign(text.size(), U'*');
@@ -159,6 +153,13 @@ std::optional<Refusal> FieldDrawer::drawText(
     if (!lettering)
         return lettering.refusal();
     const WidgetLook& look = drawing.look;
+    const std::pair<bool, const char*> replaced[] = {
+        {_last.isReplaced && !text.empty(), ": its font (DA) can't be used, and a standard one is"},
+        {defaults.hasOddSize, ": its text size (DA) can't be used, and the one that fits is"},
+        {look.hasOddRotation, ": its rotation (MK) is no multiple of 90 degrees, and is left out"}};
+    for (const auto& [isReplaced, words] : replaced)
+        if (isReplaced)
+            result.warnings.push_back(field.path + words);
     ContentText& content = drawing.content;
     look.draw(content);
     const double inset = look.inset();
@@ -206,7 +207,7 @@ void FieldDrawer::drawButton(const FieldNode& field, WidgetDrawing& drawing) noe
     const StandardFont& font = *StandardFont::find("ZapfDingbats");
     const CodeNames names = Host::namesOf(font.encoding());
     const auto box = font.box(names[static_cast<unsigned char>(mark[0])]);
-    const DefaultAppearance defaults = appearanceOf(*_document, field, *drawing.widget);
+    const DefaultAppearance defaults = appearanceOf(field, *drawing.widget);
     const double inset = 2 * look.inset();
     const GlyphBox around = box.value_or(GlyphBox{0, 0, 800, 700});
     const double room = std::min(look.width, look.height) - 2 * inset;
@@ -222,16 +223,38 @@ void FieldDrawer::drawButton(const FieldNode& field, WidgetDrawing& drawing) noe
 
 // ---- Fonts
 
+DefaultAppearance FieldDrawer::appearanceOf(const FieldNode& field, const PDF::Dictionary& widget) noexcept
+{
+    const auto bytesOf = [](const Ref<PDF::String>& string) {
+        const auto bytes = string ? PDF::exactBytes(*string) : std::nullopt;
+        return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
+    };
+    const Ref<PDF::Value> own = resolvePresent(*_document, widget.find(PDF::FormKeys::defaultAppearance));
+    const Ref<PDF::Value> entry = own ? own : field.entries[Inherited::DefaultAppearance];
+    // Some writers make a name of it.
+    const std::string name = nameOf(*_document, entry);
+    std::string bytes = name.empty() ? bytesOf(PDF::valueAs<PDF::String>(entry)) : "/" + name;
+    if (bytes != _last.bytes) {
+        _last.appearance = DefaultAppearance::read(bytes);
+        _last.bytes = std::move(bytes);
+    }
+    return _last.appearance;
+}
+
 // The font that the field names, and the standard one that looks like it.
-PlainLettering FieldDrawer::plainLettering(const PDF::Dictionary& widget, const std::string& name) noexcept
+std::shared_ptr<const PlainLettering> FieldDrawer::plainLettering(
+    const PDF::Dictionary& widget, const std::string& name) noexcept
 {
     std::vector<PlainLettering::Font> fonts;
     const Ref<PDF::Value> entry = findFont(widget, name);
+    if (_last.lettering && _last.font == entry && _last.fontName == name)
+        return _last.lettering;
     const StandardFont* standard = StandardFont::find(name);
     if (const TextFont* font = fontOf(entry)) {
         fonts.push_back({font, entry, name});
         standard = &font->substitute();
     }
+    _last.isReplaced = fonts.empty() && (entry || !standard);
     if (!standard)
         standard = StandardFont::find("Helvetica");
     fonts.push_back({&standardFont(*standard), standard, ""});
@@ -239,19 +262,23 @@ PlainLettering FieldDrawer::plainLettering(const PDF::Dictionary& widget, const 
         const StandardFont* letters = StandardFont::find("Helvetica");
         fonts.push_back({&standardFont(*letters), letters, ""});
     }
-    return PlainLettering(std::move(fonts));
+    _last.font = entry;
+    _last.fontName = name;
+    _last.fontKey = keyOf(name);
+    return _last.lettering = std::make_shared<PlainLettering>(std::move(fonts));
 }
 
-Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget, const std::string& font,
-    std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
+Result<std::shared_ptr<const Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget,
+    const std::string& font, std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
 {
-    auto plain = std::make_unique<PlainLettering>(plainLettering(widget, font));
+    std::shared_ptr<const Lettering> result = plainLettering(widget, font);
+    const PlainLettering& plain = *_last.lettering;
     std::u32string missing;
     for (const char32_t c : text)
-        if (c != '\n' && missing.find(c) == missing.npos && missing.size() <= mostNamed && !plain->has(c))
+        if (c != '\n' && missing.find(c) == missing.npos && missing.size() <= mostNamed && !plain.has(c))
             missing += c;
     if (missing.empty())
-        return std::unique_ptr<Lettering>(std::move(plain));
+        return result;
     std::string why;
     if (!_engine && options.engine) {
         auto engine = options.engine();
@@ -265,13 +292,13 @@ Result<std::unique_ptr<Lettering>> FieldDrawer::letteringFor(const PDF::Dictiona
         std::erase_if(wanted, [](char32_t c) { return c == '\n' || isInvisible(c); });
         missing = _engine->missing(wanted);
         if (missing.empty())
-            return std::unique_ptr<Lettering>(std::make_unique<ShapedLettering>(*_engine, _texts));
+            return std::shared_ptr<const Lettering>(std::make_shared<ShapedLettering>(*_engine, _texts));
     }
     const std::string names = namesOf(missing) + why;
     if (!options.isAnyTextAllowed)
         return Refusal{Reason::Unsupported, "no font has the characters " + names};
     warnings.push_back("characters that no font has are not drawn: " + names);
-    return std::unique_ptr<Lettering>(std::move(plain));
+    return result;
 }
 
 // In the resources of the widget and of the appearance that it has, of the form, and of the page.
@@ -279,19 +306,21 @@ Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::
 {
     if (name.empty())
         return nullptr;
+    const Ref<::String> key = _last.fontName == name ? _last.fontKey : keyOf(name);
     const auto look = [&](const Ref<PDF::Dictionary>& resources) -> Ref<PDF::Value> {
-        const auto fonts = resources ? valueAt<PDF::Dictionary>(*_document, *resources, "Font") : nullptr;
-        const Ref<PDF::Name> key = PDF::valueAs<PDF::Name>(newName(name));
-        const Ref<PDF::Value> entry = fonts && key ? fonts->find(key->value()) : nullptr;
+        const auto fonts = resources ? PDF::resolveEntryAs<PDF::Dictionary>(*_document, *resources, fontKey) : nullptr;
+        const Ref<PDF::Value> entry = fonts ? fonts->find(key) : nullptr;
         return entry && PDF::resolveAs<PDF::Dictionary>(*_document, entry) ? entry : nullptr;
     };
-    const auto looks = valueAt<PDF::Dictionary>(*_document, widget, "AP");
-    const auto stream = looks ? valueAt<PDF::Stream>(*_document, *looks, "N") : nullptr;
+    const auto looks = PDF::resolveEntryAs<PDF::Dictionary>(*_document, widget, PDF::FormKeys::appearance);
+    const auto stream = looks ? PDF::resolveEntryAs<PDF::Stream>(*_document, *looks, PDF::FormKeys::normalAppearance)
+                              : nullptr;
     if (stream && stream->dict())
         if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *stream->dict(), "Resources")))
             return found;
     for (const PDF::Dictionary* holder : {&widget, static_cast<const PDF::Dictionary*>(_form.get())})
-        if (Ref<PDF::Value> found = look(valueAt<PDF::Dictionary>(*_document, *holder, "DR")))
+        if (Ref<PDF::Value> found = look(
+                PDF::resolveEntryAs<PDF::Dictionary>(*_document, *holder, PDF::FormKeys::defaultResources)))
             return found;
     Ref<PDF::Dictionary> page = valueAt<PDF::Dictionary>(*_document, widget, "P");
     for (std::size_t level = 0; page && level < Limits::maxFieldLevels; ++level) {
@@ -309,10 +338,12 @@ const TextFont* FieldDrawer::fontOf(const Ref<PDF::Value>& entry) noexcept
     if (!dictionary)
         return nullptr;
     const auto [place, isNew] = _fonts.try_emplace(dictionary.get());
-    if (isNew)
+    if (isNew) {
+        place->second.dictionary = dictionary;
         if (Result<TextFont> font = TextFont::read(_document, *dictionary))
-            place->second = std::move(*font);
-    return place->second ? &*place->second : nullptr;
+            place->second.font = std::move(*font);
+    }
+    return place->second.font ? &*place->second.font : nullptr;
 }
 
 const TextFont& FieldDrawer::standardFont(const StandardFont& font) noexcept
@@ -355,18 +386,31 @@ std::optional<Refusal> FieldDrawer::finish(Edit& edit) noexcept
         : std::optional(codeRefusal(Error::get(), "a font can't be embedded: "));
 }
 
+// Shared by all looks with the same fonts.
+Ref<PDF::Value> FieldDrawer::resourcesOf(const AppearanceFonts& fonts, PDF::NewObjects& objects) noexcept
+{
+    ResourceFonts key;
+    for (const AppearanceFonts::Entry& entry : fonts.entries())
+        key.emplace_back(entry.name, sourceValue(entry.source, objects));
+    Ref<PDF::Value>& resources = _resources[key];
+    if (resources)
+        return resources;
+    const Ref<PDF::Dictionary> list = PDF::Dictionary::create();
+    for (const auto& [name, font] : key)
+        list->set(keyOf(name), font);
+    const Ref<PDF::Dictionary> dictionary = PDF::Dictionary::create();
+    if (!fonts.entries().empty())
+        dictionary->set(fontKey, list);
+    return resources = objects.add(dictionary);
+}
+
 // A form XObject of its own.
 Ref<PDF::Value> FieldDrawer::formOf(
     const WidgetDrawing& drawing, const ContentText& content, PDF::NewObjects& objects) noexcept
 {
-    const Ref<PDF::Dictionary> fonts = PDF::Dictionary::create();
-    for (const AppearanceFonts::Entry& entry : drawing.fonts.entries())
-        fonts->set(PDF::valueAs<PDF::Name>(newName(entry.name))->value(), sourceValue(entry.source, objects));
-    const Ref<PDF::Dictionary> resources = PDF::Dictionary::create();
-    if (!drawing.fonts.entries().empty())
-        resources->set(::String::create("Font"), fonts);
     const Ref<PDF::Dictionary> entries = newDictionary({{"Type", newName("XObject")}, {"Subtype", newName("Form")},
-        {"BBox", newNumbers({0, 0, drawing.look.width, drawing.look.height})}, {"Resources", resources}});
+        {"BBox", newNumbers({0, 0, drawing.look.width, drawing.look.height})},
+        {"Resources", resourcesOf(drawing.fonts, objects)}});
     if (drawing.look.rotation != 0)
         entries->set(::String::create("Matrix"), newNumbers(drawing.look.matrix()));
     const Ref<PDF::Stream> stream = newStream(_document, entries, content.text());

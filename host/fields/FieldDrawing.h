@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/fields/DefaultAppearance.h>
 #include <host/fields/EmbeddedFonts.h>
 #include <host/fields/FieldChanges.h>
 #include <host/fields/TextLayout.h>
@@ -46,7 +47,6 @@ public:
         std::function<Result<std::shared_ptr<TextEngine>>()> engine; // as `FillOptions` have it
         bool isAnyTextAllowed = false;                               // what can't be drawn is left out, with a warning
         bool areFontsLater = false;                                  // `finish` embeds them
-        bool areLooksKept = false; // only widgets without any are drawn, where something is to be seen
     };
     // `form` is the AcroForm.
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
@@ -66,13 +66,16 @@ private:
         const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& drawing) noexcept;
     void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
     void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
-    Result<std::unique_ptr<Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
+    DefaultAppearance appearanceOf(const FieldNode& field, const PDF::Dictionary& widget) noexcept;
+    Result<std::shared_ptr<const Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
         std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept;
-    PlainLettering plainLettering(const PDF::Dictionary& widget, const std::string& font) noexcept;
+    std::shared_ptr<const PlainLettering> plainLettering(
+        const PDF::Dictionary& widget, const std::string& font) noexcept;
     Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
     const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
     const TextFont& standardFont(const StandardFont& font) noexcept;
     Ref<PDF::Value> sourceValue(const FontSource& source, PDF::NewObjects& objects) noexcept;
+    Ref<PDF::Value> resourcesOf(const AppearanceFonts& fonts, PDF::NewObjects& objects) noexcept;
     Ref<PDF::Value> formOf(
         const WidgetDrawing& drawing, const ContentText& content, PDF::NewObjects& objects) noexcept;
 
@@ -82,7 +85,35 @@ private:
     std::optional<Refusal> _failure;     // of a commit
     EmbeddedFonts _embedded;
     GlyphTexts _texts;
-    std::unordered_map<const PDF::Dictionary*, std::optional<TextFont>> _fonts;
+    // Held, so that no other dictionary gets the address of one that is replaced.
+    struct ReadFont {
+        Ref<PDF::Dictionary> dictionary;
+        std::optional<TextFont> font; // absent for one that can't be used
+    };
+    std::unordered_map<const PDF::Dictionary*, ReadFont> _fonts;
+    // Of the last field, which most have in common with the next one.
+    struct {
+        std::string bytes;
+        DefaultAppearance appearance;
+        Ref<PDF::Value> font;
+        std::string fontName;
+        Ref<::String> fontKey; // its name among resources
+        std::shared_ptr<const PlainLettering> lettering;
+        bool isReplaced = false; // the font, by a standard one
+    } _last;
+    // The fonts of resources, each with its name; in any order that stays the same.
+    using ResourceFonts = std::vector<std::pair<std::string, Ref<PDF::Value>>>;
+    struct ByPlace {
+        bool operator()(const ResourceFonts& a, const ResourceFonts& b) const noexcept
+        {
+            return std::lexicographical_compare(
+                a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+                    return std::pair(x.second.get(), std::string_view(x.first))
+                        < std::pair(y.second.get(), std::string_view(y.first));
+                });
+        }
+    };
+    std::map<ResourceFonts, Ref<PDF::Value>, ByPlace> _resources;
     std::map<const StandardFont*, TextFont> _standardFonts;
     std::map<const StandardFont*, Ref<PDF::Value>> _standardValues;
 };

@@ -1,17 +1,14 @@
 #include <host/fields/Fill.h>
 
 #include <document/Resolve.h>
-#include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
 #include <host/fields/FieldDrawing.h>
 #include <host/fields/FieldReading.h>
-#include <host/fields/TextString.h>
-#include <platform/Limits.h>
-#include <values/Array.h>
-#include <values/BooleanObj.h>
+#include <host/fields/FillWarnings.h>
+#include <host/fields/RequiredFields.h>
+#include <host/fields/ViewerRequest.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace Host {
 
@@ -21,55 +18,52 @@ namespace {
 
 const Ref<::String> otherForm = ::String::create("XFA");
 
-std::vector<std::string> warningsFor(const Document& document, const FieldTree& tree)
-{
-    std::vector<std::string> warnings;
-    const auto& fields = tree.fields();
-    if (std::any_of(fields.begin(), fields.end(), [](const FieldNode& field) { return isSigned(field.entries); }))
-        warnings.push_back("the document is signed, and the signature will no longer be valid");
-    if (tree.form() && resolvePresent(document, tree.form()->find(otherForm)))
-        warnings.push_back("the document also has an XFA form, which keeps the old values");
-    return warnings;
-}
-
-bool isTrue(const Document& document, const Dictionary& form)
-{
-    const auto flag = resolveEntryAs<Boolean>(document, form, FormKeys::needAppearances);
-    return flag && flag->value();
-}
-
 } // namespace
 
 struct FormFiller::State {
-    Ref<Document> document;
-    FieldTree tree;
-    std::vector<std::string> warnings;
-    FieldDrawer drawer;
-
-    bool areAllDrawn = false; // that had no looks
-
-    // Looks for all fields that have none, and viewers don't draw any.
-    void keepLooks(const FillOptions& options)
+    State(const Ref<Document>& of, FieldTree fields)
+        : document(of), tree(std::move(fields)), warnings(*document, tree), drawer(document, tree.form()),
+          viewers(document, tree), required(tree)
     {
-        if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
-            return;
-        Edit edit(document);
-        for (const FieldNode& field : tree.fields())
-            if (const auto update = presentUpdate(*document, field))
-                if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
-                    if (drawer.commit(*drawing, edit))
-                        return;
-        edit.set(tree.form(), FormKeys::needAppearances, nullptr);
-        edit.apply();
-        warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
     }
-    // One after the other, so that a page of warnings of one kind is one.
-    void warn(std::vector<std::string> more)
+
+    const Ref<Document> document;
+    const FieldTree tree;
+    FillWarnings warnings;
+    FieldDrawer drawer;
+    ViewerRequest viewers;
+    RequiredFields required;
+
+    // What people should know of fields that were filled.
+    void noteFilled(const std::vector<std::size_t>& fields, const std::vector<FieldUpdate>& updates,
+        const std::vector<FieldDrawing>& drawings, const FillOptions& options)
     {
-        for (std::string& warning : more)
-            if (warnings.size() < Limits::maxSkipped
-                && std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
-                warnings.push_back(std::move(warning));
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (!updates[i].warning.empty())
+                warnings.add({tree.fields()[fields[i]].path + ": " + updates[i].warning});
+            warnings.addScripts(*document, tree, fields[i]);
+            required.noteFilled(fields[i], updates[i].isEmpty);
+        }
+        for (const FieldDrawing& drawing : drawings)
+            warnings.add(drawing.warnings);
+        if (options.areRequiredChecked)
+            warnings.set(FillWarnings::Changing::Required, required.warning());
+        const bool isShaped = std::any_of(
+            drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); });
+        if (options.appearances == Appearances::DrawnByViewers)
+            viewers.make();
+        else if (!drawings.empty())
+            warnings.set(FillWarnings::Changing::Viewers, viewers.noteDrawn(fields, isShaped));
+    }
+    // Takes the other form out, which would show the old values.
+    void removeOtherForm(bool isKept)
+    {
+        if (!resolvePresent(*document, tree.form()->find(otherForm)))
+            return;
+        if (!isKept)
+            tree.form()->set(otherForm, nullptr);
+        warnings.add({isKept ? "the document also has an XFA form, which keeps the old values"
+                             : "the document's XFA form is taken out, since it would show the old values"});
     }
 };
 
@@ -83,10 +77,7 @@ Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
     Result<FieldTree> tree = FieldTree::build(document);
     if (!tree)
         return tree.refusal();
-    std::vector<std::string> warnings = warningsFor(*document, *tree);
-    const Ref<Dictionary> form = tree->form();
-    return FormFiller(std::make_unique<State>(
-        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form)}));
+    return FormFiller(std::make_unique<State>(document, std::move(*tree)));
 }
 
 bool FormFiller::takesValue(const std::string& path) const noexcept
@@ -104,37 +95,33 @@ std::optional<Refusal> FormFiller::fill(
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
-    Changes all;
+    std::vector<FieldUpdate> updates;
     std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
         const FieldNode& field = _state->tree.fields()[index];
         Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn);
         if (!update)
             return update.refusal();
-        all.insert(all.end(), update->changes.begin(), update->changes.end());
+        updates.push_back(std::move(*update));
         if (!isDrawn)
             continue;
         auto drawing = _state->drawer.draw(
-            field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
+            field, updates.back(), {options.engine, options.isAnyTextAllowed, options.areFontsLater});
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
     }
-    const Ref<Dictionary>& form = _state->tree.form();
-    if (options.appearances == Appearances::DrawnByViewers && !isTrue(*_state->document, *form))
-        all.push_back({form, FormKeys::needAppearances, make<BooleanObj>(true)});
     Edit edit(_state->document);
     for (FieldDrawing& drawing : drawings)
         if (auto refusal = _state->drawer.commit(drawing, edit))
             return refusal;
-    for (Change& change : all)
-        edit.set(change.dictionary, change.key, std::move(change.value));
+    for (FieldUpdate& update : updates)
+        for (Change& change : update.changes)
+            edit.set(change.dictionary, change.key, std::move(change.value));
     if (!edit.apply())
         return codeRefusal(Error::get());
-    for (FieldDrawing& drawing : drawings)
-        _state->warn(std::move(drawing.warnings));
-    if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
-        _state->keepLooks(options);
+    _state->removeOtherForm(options.isXfaKept);
+    _state->noteFilled(found, updates, drawings, options);
     return {};
 }
 
@@ -148,7 +135,7 @@ std::optional<Refusal> FormFiller::finish() noexcept
 
 const std::vector<std::string>& FormFiller::warnings() const noexcept
 {
-    return _state->warnings;
+    return _state->warnings.lines();
 }
 
 Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,

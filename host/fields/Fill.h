@@ -32,6 +32,11 @@ struct FillOptions {
     // Leaves the fonts of texts that the engine draws to `FormFiller::finish`, for many texts: else each text with new
     // characters makes a new subset. Before that the fonts in the document are of no use.
     bool areFontsLater = false;
+    // Leaves a form in XFA where it is, beside the fields. It keeps the old values, and viewers that know it show them.
+    bool isXfaKept = false;
+    // Warns of required fields that are still empty after the last filling: texts and choices without a value, and
+    // check boxes and radio buttons that are off.
+    bool areRequiredChecked = false;
 };
 
 // Sets values of the form of one document. It looks for the fields once, when it is created, so that filling
@@ -53,7 +58,8 @@ public:
     // No refusal when it is done. Otherwise nothing is changed: with `Reason::Missing` for an unknown path, else
     // with `WrongArgument`, for a value of a kind that the field doesn't take, a state or a choice that it doesn't
     // have, more choices than it takes, a text that is not UTF-8 or has more than `MaxLen` UTF-16 units (0 is no
-    // limit, below 0 no text fits), a push button, a signature, or a field without a kind. Read-only fields are filled.
+    // limit, below 0 no text fits, and a comb has that many cells), a push button, a signature, or a field without a
+    // kind. Read-only fields are filled.
     //
     // What changes: `V` of the field, of its nameless kids that carry one, too, and of other fields of the same
     // path. A text field also loses its `RV`, which holds the old text with its formatting. `AS` of each
@@ -62,13 +68,17 @@ public:
     // box, where there is one, so that it shows the first choice.
     //
     // `AP` of each widget with a rectangle, when the values are drawn: a text in the font, size and color of `DA`,
-    // aligned by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background and
-    // border of `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard one. Buttons keep
-    // the looks that they have; one without gets some, and "Yes" as its state, or one of "0", "1" and so on for
-    // several widgets. Refused with `Unsupported`: characters that no font has, each by name.
+    // aligned by `Q`, as one line, several, a comb or asterisks; the choices of a list box, from `TI` on; background
+    // and border of `MK` and `BS`. Size 0 is the one that fits. A font that can't be used is replaced by a standard
+    // one, with a warning, as are a size and a rotation that can't be. Buttons keep the looks that they have; one
+    // without gets some, and "Yes" as its state, or one of "0", "1" and so on for several widgets. Refused with
+    // `Unsupported`: characters that no font has, each by name.
     //
-    // `NeedAppearances` stays as it is then, but when the engine drew something: viewers that draw all fields anew
-    // would lose these characters. It goes with a warning, and fields without looks get some.
+    // `XFA` of the form goes, since viewers that know it would show the old values, unless the options keep it.
+    //
+    // `NeedAppearances` stays as it is when values are drawn, but where it is true and the engine drew something:
+    // viewers that draw all fields anew may lack these characters. It becomes false then, with a warning that names
+    // the other fields whose values no look shows.
     std::optional<Refusal> fill(
         const std::string& path, const FieldValue& value, const FillOptions& options = {}) noexcept;
 
@@ -76,8 +86,9 @@ public:
     // with the code of a stream that can't be made; then the document is of no use.
     std::optional<Refusal> finish() noexcept;
 
-    // What people should know before the filled form goes out: that a signature becomes invalid, that the
-    // document has another form, which keeps the old values, or that something isn't drawn. One line each.
+    // What people should know before the filled form goes out: that a signature or usage rights end with the save,
+    // that the form in XFA was taken out or keeps the old values, that scripts of the form didn't run, or that
+    // something isn't drawn as it is, such as line breaks in a field of one line. One line each.
     const std::vector<std::string>& warnings() const noexcept;
 
 private:

@@ -5,6 +5,8 @@
 #include <host/fields/FieldReading.h>
 #include <host/fields/FieldTree.h>
 #include <host/fields/TextString.h>
+#include <host/fields/WidgetPlaces.h>
+#include <host/pages/Geometry.h>
 #include <host/streams/StreamBytes.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
@@ -20,6 +22,8 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
+const Ref<::String> rectangle = ::String::create("Rect");
+
 Field::Quadding quaddingOf(const FieldEntries& entries)
 {
     const Ref<Number> number = entries.as<Number>(Inherited::Quadding);
@@ -31,7 +35,7 @@ Field::Quadding quaddingOf(const FieldEntries& entries)
 // Reads fields, one after the other, and counts their texts.
 class Listing {
 public:
-    explicit Listing(Ref<Document> document) noexcept : _document(std::move(document)) {}
+    explicit Listing(const Ref<Document>& document) noexcept : _document(document), _places(document) {}
 
     FormField describe(const FieldNode& node)
     {
@@ -41,7 +45,8 @@ public:
         field.flags = flagsOf(node.entries);
         field.maxLength = maxLengthOf(node.entries);
         field.quadding = quaddingOf(node.entries);
-        field.widgetCount = node.widgets.size();
+        for (const Ref<Dictionary>& widget : node.widgets)
+            field.widgets.push_back(describeWidget(*widget, field.kind));
         field.isSigned = isSigned(node.entries);
         if (!_isFull)
             describeTexts(node, field);
@@ -69,22 +74,37 @@ private:
         }
         for (FieldOption& option : optionsOf(*_document, node.entries))
             field.options.push_back({counted(std::move(option.exported)), counted(std::move(option.displayed))});
-        if (field.kind == FieldKind::CheckBox || field.kind == FieldKind::RadioButtons)
-            field.states = statesOfAll(node.widgets);
+        field.states = statesOfAll(field.widgets);
         if (const auto tooltip = resolveEntryAs<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
             field.tooltip = counted(textOf(*tooltip));
         if (const auto appearance = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
             field.defaultAppearance = counted(textOf(*appearance));
     }
 
-    std::vector<std::string> statesOfAll(const std::vector<Ref<Dictionary>>& widgets)
+    FormWidget describeWidget(const Dictionary& widget, FieldKind kind)
+    {
+        FormWidget result;
+        if (auto place = _places.find(widget)) {
+            result.page = place->number;
+            result.pageObject = std::move(place->page);
+        }
+        result.rectangle = rectangleOf(*_document, widget.find(rectangle));
+        if (kind == FieldKind::CheckBox || kind == FieldKind::RadioButtons)
+            for (const Ref<::String>& state : statesOf(*_document, widget))
+                if (std::string name = counted(textOfName(*state)); !_isFull)
+                    result.states.push_back(std::move(name));
+        return result;
+    }
+
+    // Those of all widgets, each once.
+    std::vector<std::string> statesOfAll(const std::vector<FormWidget>& widgets)
     {
         std::vector<std::string> states;
         std::unordered_set<std::string> known;
-        for (std::size_t i = 0; i < widgets.size() && !_isFull; ++i)
-            for (const Ref<::String>& state : statesOf(*_document, *widgets[i]))
-                if (std::string name = counted(textOfName(*state)); !_isFull && known.insert(name).second)
-                    states.push_back(std::move(name));
+        for (const FormWidget& widget : widgets)
+            for (const std::string& state : widget.states)
+                if (known.insert(state).second)
+                    states.push_back(state);
         return states;
     }
 
@@ -126,6 +146,7 @@ private:
     }
 
     const Ref<Document> _document;
+    const WidgetPlaces _places;
     std::size_t _left = Limits::maxListedText;
     bool _isFull = false;
 };
@@ -138,6 +159,8 @@ Result<FormFields> listFields(const Ref<Document>& document) noexcept
     if (!tree)
         return tree.refusal();
     FormFields result{{}, tree->skipped()};
+    if (tree->fields().empty())
+        return result;
     Listing listing(document);
     for (const FieldNode& node : tree->fields())
         result.fields.push_back(listing.describe(node));

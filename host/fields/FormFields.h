@@ -5,12 +5,28 @@
 #include <host/base/Result.h>
 #include <host/fields/FieldKind.h>
 #include <host/fields/FieldValue.h>
+#include <host/pages/Rectangle.h>
+#include <values/Object.h>
 
 #include <optional>
 
 namespace Host {
 
 namespace PDF = Libraries::Files::PDF;
+
+// A place where a field is shown.
+struct FormWidget {
+    // The number of its page, from 1 on: of the first one that has it among its annotations, else of the one that it
+    // names (`P`); 0 when no page shows it.
+    std::size_t page = 0;
+    // The object of that page; null where there is none, or the page tree has the page itself.
+    Ref<PDF::Object> pageObject;
+    // `Rect`, in the coordinates of the page as it is before any rotation (default user space), its corners in order;
+    // absent when it is no rectangle.
+    std::optional<Rectangle> rectangle;
+    // Of a check box or radio button, in which states it can be besides "Off".
+    std::vector<std::string> states;
+};
 
 // A terminal field as users see it. All texts are UTF-8. What the standard lets a field inherit is looked for
 // in the fields above, too, and references are followed; an entry of the wrong kind counts as absent.
@@ -27,13 +43,13 @@ struct FormField {
     bool isSigned = false;
     // `Opt` of a choice; of check boxes and radio buttons the export values, if they have any.
     std::vector<FieldOption> options;
-    // The states in which a check box or radio button can be besides "Off", in the order of the widgets.
+    // The states in which check boxes or radio buttons can be besides "Off": those of all widgets, in their order.
     std::vector<std::string> states;
     std::optional<std::int64_t> maxLength; // `MaxLen`, in UTF-16 units
     std::string tooltip;                   // `TU`
     std::string defaultAppearance;         // `DA`
     PDF::Field::Quadding quadding = PDF::Field::Quadding::NotSet;
-    std::size_t widgetCount = 0; // places where the field is shown
+    std::vector<FormWidget> widgets; // in the order of the form
 };
 // What `listFields` finds.
 struct FormFields {
@@ -44,8 +60,9 @@ struct FormFields {
 };
 
 // Every terminal field of the document's form, read from the dictionaries as they are now; none when the document
-// has no form. Up to 16 MiB of texts are given; the rest is left out, and `skipped` says so. Refused: null, a document
-// with Encrypt, one without a usable catalog, and an AcroForm that is not a dictionary.
+// has no form. Time and memory grow with fields, pages and annotations. Up to 16 MiB of texts are given; the rest is
+// left out, and `skipped` says so. Refused: null, a document with Encrypt, one without a usable catalog, and an
+// AcroForm that is not a dictionary.
 EXPORTED Result<FormFields> listFields(const Ref<PDF::Document>& document) noexcept;
 
 } // namespace Host

@@ -2,6 +2,7 @@
 
 #include <host/base/Characters.h>
 #include <host/base/Utf8.h>
+#include <platform/Utf8.h>
 #include <values/Exact.h>
 
 #include <algorithm>
@@ -141,8 +142,11 @@ Ref<PDF::String> stringOf(std::string_view text) noexcept
 
 std::size_t lengthInUnits(std::string_view text) noexcept
 {
-    const Ref<::String> characters = fromUtf8(text);
-    return characters ? toUnits(*characters).size() : 0;
+    std::size_t count = 0;
+    for (char32_t c = 0; !text.empty(); count += c > 0xFFFF ? 2 : 1)
+        if (!Utf8::read(text, c))
+            return 0;
+    return count;
 }
 
 } // namespace Host

@@ -9,6 +9,10 @@ namespace Host {
 
 namespace {
 
+// Keys that each widget is asked for.
+const Ref<::String> styleKey = ::String::create("BS"), borderKey = ::String::create("Border"),
+                    marksKey = ::String::create("MK"), rectangleKey = ::String::create("Rect");
+
 const std::vector<double> white = {1}, gray = {0.5}, lightGray = {0.75293};
 
 // An array of numbers of any length up to `most`; empty for all else.
@@ -42,11 +46,12 @@ WidgetLook::Border borderOf(const std::string& name)
 void readBorder(const PDF::Document& document, const PDF::Dictionary& widget, WidgetLook& look)
 {
     std::optional<double> width;
-    if (const auto style = valueAt<PDF::Dictionary>(document, widget, "BS")) {
+    if (const auto style = PDF::resolveEntryAs<PDF::Dictionary>(document, widget, styleKey)) {
         width = numberAt(document, *style, "W");
         look.border = borderOf(nameAt(document, *style, "S"));
         look.dashes = listAt(document, *style, "D", 8);
-    } else if (const auto array = valueAt<PDF::Array>(document, widget, "Border"); array && array->size() >= 3) {
+    } else if (const auto array = PDF::resolveEntryAs<PDF::Array>(document, widget, borderKey);
+               array && array->size() >= 3) {
         width = numberOf(document, array->get(2));
     }
     if (look.dashes.empty() || *std::max_element(look.dashes.begin(), look.dashes.end()) <= 0)
@@ -101,7 +106,8 @@ void setLine(ContentText& content, const WidgetLook& look)
 
 std::optional<WidgetLook> WidgetLook::read(const PDF::Document& document, const PDF::Dictionary& widget) noexcept
 {
-    const std::vector<double> rectangle = numbersAt(document, widget, "Rect", 4);
+    const auto corners = PDF::resolveEntryAs<PDF::Array>(document, widget, rectangleKey);
+    const auto rectangle = corners && corners->size() == 4 ? numbersOf(document, *corners) : std::vector<double>();
     WidgetLook look;
     if (rectangle.empty())
         return {};
@@ -110,9 +116,10 @@ std::optional<WidgetLook> WidgetLook::read(const PDF::Document& document, const 
     const auto isExtent = [](double extent) { return extent > 0 && extent <= Limits::maxFieldExtent; };
     if (!isExtent(look.width) || !isExtent(look.height))
         return {};
-    if (const auto marks = valueAt<PDF::Dictionary>(document, widget, "MK")) {
+    if (const auto marks = PDF::resolveEntryAs<PDF::Dictionary>(document, widget, marksKey)) {
         const double turn = numberAt(document, *marks, "R").value_or(0);
-        if (std::fmod(turn, 90) == 0)
+        look.hasOddRotation = std::fmod(turn, 90) != 0;
+        if (!look.hasOddRotation)
             look.rotation = static_cast<int>(std::fmod(std::fmod(turn, 360) + 360, 360));
         look.borderColor = colorAt(document, *marks, "BC");
         look.background = colorAt(document, *marks, "BG");

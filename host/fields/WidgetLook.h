@@ -18,6 +18,7 @@ struct WidgetLook {
 
     double width = 0, height = 0;                // as it is read, turned by `rotation`
     int rotation = 0;                            // counterclockwise: 0, 90, 180 or 270 degrees
+    bool hasOddRotation = false;                 // the widget has another one, which is left out
     std::vector<double> borderColor, background; // 1, 3 or 4 components; none for transparent
     double borderWidth = 1;
     Border border = Border::Solid;

@@ -49,18 +49,23 @@ std::optional<std::int32_t> countOf(const PDF::Document& document, const Ref<PDF
                                                          : std::nullopt;
 }
 
-std::vector<double> numbersAt(
-    const PDF::Document& document, const PDF::Dictionary& dictionary, const char* key, std::size_t count) noexcept
+std::vector<double> numbersOf(const PDF::Document& document, const PDF::Array& array) noexcept
 {
-    const Ref<PDF::Array> array = valueAt<PDF::Array>(document, dictionary, key);
     std::vector<double> numbers;
-    for (std::size_t i = 0; array && array->size() == count && i < count; ++i) {
-        const std::optional<double> number = numberOf(document, array->get(i));
+    for (std::uint64_t i = 0; i < array.size(); ++i) {
+        const std::optional<double> number = numberOf(document, array.get(i));
         if (!number)
             return {};
         numbers.push_back(*number);
     }
     return numbers;
+}
+
+std::vector<double> numbersAt(
+    const PDF::Document& document, const PDF::Dictionary& dictionary, const char* key, std::size_t count) noexcept
+{
+    const Ref<PDF::Array> array = valueAt<PDF::Array>(document, dictionary, key);
+    return array && array->size() == count ? numbersOf(document, *array) : std::vector<double>();
 }
 
 std::string nameOf(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept

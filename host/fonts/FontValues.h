@@ -27,7 +27,9 @@ std::optional<double> numberAt(
     const PDF::Document& document, const PDF::Dictionary& dictionary, const char* key) noexcept;
 // The same as a whole number that fits.
 std::optional<std::int32_t> countOf(const PDF::Document& document, const Ref<PDF::Value>& value) noexcept;
-// All of an array of so many numbers; empty when it is no such array.
+// All of an array of numbers; empty when one of them is none.
+std::vector<double> numbersOf(const PDF::Document& document, const PDF::Array& array) noexcept;
+// The same of an array of so many; empty when it is no such array.
 std::vector<double> numbersAt(
     const PDF::Document& document, const PDF::Dictionary& dictionary, const char* key, std::size_t count) noexcept;
 

@@ -148,6 +148,27 @@ TEST(Drawing, aLookHasTheFormOfItsWidget)
         0u);
 }
 
+TEST(Drawing, whatCanNotBeUsedIsReplacedWithAWarning)
+{
+    const std::string standard = ": its font (DA) can't be used, and a standard one is";
+    const std::string size = ": its text size (DA) can't be used, and the one that fits is";
+    const std::tuple<std::string, std::vector<std::string>> cases[] = {
+        {"", {}},
+        {"/DA (/HeBo 0 Tf) /MK << /R -90 >>", {}},
+        {"/DA (0 g)", {"a" + standard}},
+        {"/DA (/None 10 Tf)", {"a" + standard}},
+        {"/DA (/Helv 10 Tf) /DR << /Font << /Helv << /Subtype /Type3 >> >> >>", {"a" + standard}},
+        {"/DA (/Helv -1 Tf)", {"a" + size}},
+        {"/DA (/Helv Tf) /MK << /R 45 >>",
+            {"a" + size, "a: its rotation (MK) is no multiple of 90 degrees, and is left out"}},
+    };
+    for (const auto& [widget, warnings] : cases) {
+        const auto document = formWith("/FT /Tx " + widget);
+        EXPECT_EQ(*fill(document, "a", "x"), warnings) << widget;
+        EXPECT_NE(drawn(document, lookOf(document)).find("(x) Tj"), std::string::npos) << widget;
+    }
+}
+
 TEST(Drawing, buttonsWithoutLooksGetSome)
 {
     const auto document = formWith("/FT /Btn /MK << /CA (8) /BG [ 1 ] >>");
@@ -208,31 +229,53 @@ TEST(Drawing, anEngineDrawsTheRestAndItsFontGrows)
     EXPECT_NE(drawn(document, lookOf(document)).find("<FEFF0051>>> BDC [<0051>] TJ 0.5 Ts"), std::string::npos)
         << drawn(document, lookOf(document));
     EXPECT_TRUE(filler->fill("a", "\xC5\x81!", options));
-    const auto fonts = lookOf(document)
-                           ->dict()
-                           ->findAsDictionary(Tests::text("Resources"), true)
-                           ->findAsDictionary(Tests::text("Font"), true);
+    const auto fonts
+        = PDF::resolveEntryAs<PDF::Dictionary>(*document, *lookOf(document)->dict(), Tests::text("Resources"))
+              ->findAsDictionary(Tests::text("Font"), true);
     const auto font = PDF::resolveAs<PDF::Dictionary>(*document, fonts->find(fonts->keys()->get(0)));
     const auto map = *decoded(document, PDF::resolveAs<PDF::Stream>(*document, font->find(Tests::text("ToUnicode"))));
     EXPECT_NE(std::string(map.begin(), map.end()).find("<0041> <0141>\n<0066> <00660069>\n"), std::string::npos);
 }
 
-TEST(Drawing, viewersDoNotDrawAnewWhatAnEngineDrew)
+TEST(Drawing, viewersAreAskedNoMoreToDrawWhatAnEngineDrew)
 {
-    const std::string field = "<< /FT /Tx /Rect [ 0 0 100 20 ] /T ";
-    const auto document = Tests::open(formFile("/NeedAppearances true /DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ]",
-        {field + "(a) /V (seen) >>", field + "(b) >>"}));
-    const FillOptions options{Appearances::Drawn,
-        [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); }, false, false};
-    const auto asksViewers = [&] {
-        const auto form = document->getCatalog()->valueAsDictionary()->findAsDictionary(Tests::text("AcroForm"), true);
-        return bool(form->find(Tests::text("NeedAppearances")));
+    const std::string asks = "/NeedAppearances true ", stopped = "/NeedAppearances false ";
+    const std::string lookless = "/V (seen)", empty = "/V (seen) /AP << /N 5 0 R >>";
+    const std::string drawn = "/V (seen) /AP << /N 6 0 R >>";
+    // Of the form, the other field, the value, and of the form then.
+    const std::tuple<std::string, std::string, const char*, std::string> cases[] = {
+        {"", drawn, "\xC5\x81", ""},
+        {asks, drawn, "plain", asks},
+        {asks, drawn, "\xC5\x81", stopped},
+        {asks, "", "\xC5\x81", stopped},
+        {asks, "/Rect [ 0 0 0 0 ] " + lookless, "\xC5\x81", stopped},
+        {asks, lookless, "\xC5\x81", stopped},
+        {asks, empty, "\xC5\x81", stopped},
     };
-    EXPECT_TRUE(fill(document, "b", "plain", options)->empty());
-    EXPECT_TRUE(asksViewers());
-    EXPECT_EQ(fill(document, "b", "\xC5\x81", options)->size(), 1u);
-    EXPECT_FALSE(asksViewers());
-    EXPECT_NE(drawn(document, lookOf(document)).find("(seen) Tj"), std::string::npos) << "the other field";
+    for (const auto& [before, other, value, after] : cases) {
+        SCOPED_TRACE(before + other + value);
+        const std::string place = "/Rect [ 0 0 100 20 ] ";
+        const auto form = [](const std::string& entry) { return "/DA (/Helv 10 Tf) /Fields [ 3 0 R 4 0 R ] " + entry; };
+        const auto document = Tests::open(formFile(form(before),
+            {"<< /FT /Tx /T (a) " + (other.starts_with("/Rect") ? other : place + other) + " >>",
+                "<< /FT /Tx /T (b) " + place + ">>", "<< /Length 0 >>\nstream\n\nendstream",
+                "<< /Length 6 >>\nstream\n(x) Tj\nendstream"}));
+        auto filler = FormFiller::create(document);
+        FillOptions options;
+        options.engine = [] { return Result<std::shared_ptr<TextEngine>>(std::make_shared<LetterEngine>()); };
+        const Ref<PDF::Stream> look = lookOf(document);
+        ASSERT_FALSE(filler->fill("b", value, options));
+        const auto now = [&] {
+            return valueText(document, document->getCatalog()->valueAsDictionary()->find(Tests::text("AcroForm")));
+        };
+        EXPECT_EQ(now(), "<< " + form(after) + ">>");
+        ASSERT_EQ(filler->warnings().size(), std::size_t(after == stopped));
+        const bool isUnseen = other == lookless || other == empty;
+        EXPECT_TRUE(after != stopped || filler->warnings()[0].ends_with("not show the values of a") == isUnseen);
+        EXPECT_EQ(lookOf(document), look) << "the other field stays";
+        ASSERT_FALSE(filler->fill("a", "seen", options));
+        EXPECT_TRUE(after != stopped || filler->warnings()[0].ends_with("may lose characters"));
+    }
 }
 
 TEST(Drawing, textOfAnyLengthTakesTimeInItsLength)

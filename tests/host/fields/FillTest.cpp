@@ -168,16 +168,72 @@ TEST(Fill, viewersAreAskedToDrawWhereTheCallerSaysSo)
     }
 }
 
-TEST(Fill, saysWhatAFilledFormShouldNotGoOutWithout)
+TEST(Fill, saysWhatPeopleShouldKnowBeforeTheFormGoesOut)
 {
-    const auto warnings = [](const std::string& entries, const std::string& signature) {
-        const auto document = Tests::open(formFile(
-            entries + "/Fields [ 3 0 R 4 0 R ]", {"<< /FT /Tx /T (a) >>", "<< /FT /Sig /T (s) " + signature + " >>"}));
-        return *fill(document, "a", "x");
+    const auto warnings = [](const std::string& catalog, const std::string& form, const List& fields) {
+        PdfText file;
+        file.object(1, "<< /Type /Catalog " + catalog + " /AcroForm << /Fields [ 3 0 R 4 0 R ] " + form + " >> >>");
+        file.object(3, fields[0]).object(4, fields[1]);
+        const auto document = Tests::open(file);
+        auto filler = FormFiller::create(document);
+        for (const char* name : {"a", "b", "a"})
+            filler->fill(name, "x");
+        return filler->warnings();
     };
-    EXPECT_TRUE(warnings("", "").empty());
-    EXPECT_EQ(warnings("", "/V << >>"), List{"the document is signed, and the signature will no longer be valid"});
-    EXPECT_EQ(warnings("/XFA [ ] ", "/V 3 0 R").size(), 2u);
+    const std::string a = "<< /FT /Tx /T (a) ", b = "<< /FT /Tx /T (b) ", script = "<< /S /JavaScript /JS () >>";
+    const std::string signature = "<< /FT /Sig /T (s) /V << >> >>";
+    const std::tuple<const char*, const char*, List, List> cases[] = {
+        {"", "/CO [ ] /XFA null", {a + "/AA << /E " + script + " >> >>", b + ">>"}, {}},
+        {"", "", {a + ">>", signature}, {"the document is signed, and the signature will no longer be valid"}},
+        {"/Perms << /UR3 << >> >>", "", {a + ">>", b + ">>"},
+            {"the document has usage rights (Perms), which will no longer hold"}},
+        {"/Perms << /DocMDP << >> >>", "", {a + ">>", b + ">>"},
+            {"the document is certified (DocMDP), and the certification will no longer be valid"}},
+        {"", "/CO [ 9 0 R ]", {a + "/AA << /F " + script + " >> >>", b + "/AA << /K " + script + " >> >>"},
+            {"the form calculates fields by scripts (CO), which don't run: they keep their values",
+                "scripts that format, check or calculate values don't run for a, b"}},
+    };
+    for (const auto& [catalog, form, fields, lines] : cases)
+        EXPECT_EQ(warnings(catalog, form, fields), lines) << catalog << form;
+}
+
+TEST(Fill, saysWhichRequiredFieldsAreLeftEmptyAndWhatIsNotShown)
+{
+    const auto document = Tests::open(formFile("/Fields [ 3 0 R 4 0 R 5 0 R 6 0 R 7 0 R ]",
+        {"<< /FT /Tx /Ff 2 /T (a) /V () >>", "<< /FT /Tx /Ff 2 /T (b) /V (x) >>", "<< /FT /Btn /Ff 2 /T (c) /V /Off >>",
+            "<< /FT /Tx /T (d) >>", "<< /FT /Ch /Ff 2 /T (e) /Opt [ (x) ] >>"}));
+    auto filler = FormFiller::create(document);
+    FillOptions options;
+    filler->fill("d", "x", options);
+    EXPECT_TRUE(filler->warnings().empty());
+    options.areRequiredChecked = true;
+    filler->fill("d", "x\ny", options);
+    const std::string blanks = "d: takes one line, and the line breaks of its value are shown as blanks";
+    EXPECT_EQ(filler->warnings(), (List{blanks, "required fields are empty: a, c, e"}));
+    for (const auto& [name, value] : {std::pair("b", ""), std::pair("a", "x"), std::pair("e", "x")})
+        EXPECT_FALSE(filler->fill(name, value, options));
+    EXPECT_EQ(filler->warnings(), (List{blanks, "required fields are empty: b, c"}));
+    EXPECT_FALSE(filler->fill("c", true, options) || filler->fill("b", "x", options));
+    EXPECT_EQ(filler->warnings(), List{blanks});
+}
+
+TEST(Fill, aFormInXfaGoesUnlessItIsKept)
+{
+    for (const bool isKept : {false, true}) {
+        const auto document = Tests::open(formFile("/Fields [ 3 0 R ] /XFA [ ]", {"<< /FT /Tx /T (a) >>"}));
+        EXPECT_FALSE(fill(document, "a", true));
+        FillOptions options;
+        options.isXfaKept = isKept;
+        const auto filled = fill(document, "a", "x", options);
+        EXPECT_EQ(*filled, List{isKept ? "the document also has an XFA form, which keeps the old values"
+                                       : "the document's XFA form is taken out, since it would show the old values"});
+        const auto form = document->getCatalog()->valueAsDictionary()->find(Tests::text("AcroForm"));
+        EXPECT_EQ(valueText(document, form), isKept ? "<< /Fields [ 3 0 R ] /XFA [ ] >>" : "<< /Fields [ 3 0 R ] >>");
+    }
+}
+
+TEST(Fill, refusesWhatIsNoFieldOrHasNoForm)
+{
     const auto document = formWith("<< /FT /Tx /T (a) >>");
     EXPECT_EQ(fill(document, "a.b", "x").refusal().message, "there is no such field");
     EXPECT_FALSE(document->changed());

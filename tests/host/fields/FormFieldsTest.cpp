@@ -84,7 +84,7 @@ TEST(FormFields, fieldsOfOnePathAndKindAreOne)
         {"<< /FT /Tx /T (a) /V (v) >>", "<< /FT /Tx /T (b) >>", "<< /FT /Btn /T (a) /V /On >>",
             "<< /FT /Tx /T (a) /V (v) /MaxLen 3 >>", "[ 3 0 R 4 0 R 5 0 R 6 0 R ]"});
     EXPECT_EQ(shown(form), "a=v b=- a=On ");
-    EXPECT_EQ(form.fields[0].widgetCount, 2u);
+    EXPECT_EQ(form.fields[0].widgets.size(), 2u);
     EXPECT_EQ(form.fields[0].maxLength, 3);
 }
 
@@ -211,8 +211,30 @@ TEST(FormFields, everythingElseOfAField)
     const FormField& button = form.fields[1];
     EXPECT_EQ(button.states, (std::vector<std::string>{"0", "1"}));
     EXPECT_EQ(button.options[1].exported, "two");
-    EXPECT_EQ(button.widgetCount, 2u);
+    ASSERT_EQ(button.widgets.size(), 2u);
+    EXPECT_EQ(button.widgets[0].states, (std::vector<std::string>{"0"}));
+    EXPECT_EQ(button.widgets[1].states, (std::vector<std::string>{"0", "1"}));
     EXPECT_EQ(button.quadding, PDF::Field::Quadding::Right);
+}
+
+TEST(FormFields, aWidgetIsOnThePageThatListsItElseOnItsOwn)
+{
+    const std::string page = "<< /Type /Page /Parent 2 0 R /Annots ";
+    const auto document = Tests::open(PdfText()
+            .object(1, "<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [ 6 0 R ] >> >>")
+            .object(2, "<< /Type /Pages /Count 3 /Kids [ 3 0 R 4 0 R 5 0 R ] >>")
+            .object(3, page + "11 0 R >>").object(4, page + "[ 8 0 R 7 0 R ] >>").object(5, page + "11 0 R >>")
+            .object(6, "<< /FT /Tx /T (a) /Kids [ 7 0 R 8 0 R 9 0 R 10 0 R ] >>")
+            .object(7, "<< /P 5 0 R /Rect [ 30.25 40 10.123456 -20 ] >>").object(8, "<< /Rect [ 0 0 1 ] >>")
+            .object(9, "<< /P 5 0 R >>").object(10, "<< /P 1 0 R >>").object(11, "[ 7 0 R null 5 ]"));
+    const auto form = listFields(document);
+    ASSERT_TRUE(form && form->fields.size() == 1);
+    std::string shown;
+    for (const auto& [number, object, rectangle, states] : form->fields[0].widgets)
+        shown += std::to_string(number) + "/" + (object ? std::to_string(object->id()) : "-") + " ";
+    EXPECT_EQ(shown, "1/3 2/4 3/5 0/- ");
+    EXPECT_EQ(form->fields[0].widgets[0].rectangle, (Rectangle{10.123456, -20, 30.25, 40}));
+    EXPECT_FALSE(form->fields[0].widgets[1].rectangle);
 }
 
 TEST(FormFields, anApplicationsOwnDictionaryMayHaveNoKeys)
