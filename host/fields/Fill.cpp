@@ -18,7 +18,7 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> otherForm = ::String::create("XFA");
+constinit const ConstantText otherForm{"XFA"};
 
 std::vector<std::string> warningsFor(const Document& document, const FieldTree& tree)
 {

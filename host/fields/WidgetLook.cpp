@@ -9,7 +9,7 @@ namespace Host {
 
 namespace {
 
-const std::vector<double> white = {1}, gray = {0.5}, lightGray = {0.75293};
+constexpr double white = 1, gray = 0.5, lightGray = 0.75293;
 
 // An array of numbers of any length up to `most`; empty for all else.
 std::vector<double> listAt(
@@ -78,9 +78,9 @@ void drawEdges(ContentText& content, const WidgetLook& look)
 {
     const double b = look.borderWidth, w = look.width, h = look.height;
     const bool isInset = look.border == WidgetLook::Border::Inset;
-    fillPolygon(content, isInset ? gray : white,
+    fillPolygon(content, {isInset ? gray : white},
         {{b, b}, {b, h - b}, {w - b, h - b}, {w - 2 * b, h - 2 * b}, {2 * b, h - 2 * b}, {2 * b, 2 * b}});
-    fillPolygon(content, isInset ? lightGray : gray,
+    fillPolygon(content, {isInset ? lightGray : gray},
         {{b, b}, {w - b, b}, {w - b, h - b}, {w - 2 * b, h - 2 * b}, {w - 2 * b, 2 * b}, {2 * b, 2 * b}});
 }
 
