@@ -1,6 +1,6 @@
 # What `cmake --install` puts where of the import library, in two components of its own, so that the packages of the
 # others don't depend on libqpdf. Its headers are among those of the others: the loader needs them, too.
-set_target_properties(files-pdf-import PROPERTIES INSTALL_RPATH "\$ORIGIN") # beside the libraries that it is over
+files_pdf_beside_others(files-pdf-import)
 set(import_targets files-pdf-import)
 if(NOT BUILD_SHARED_LIBS)
     list(APPEND import_targets files-pdf-import-loader)

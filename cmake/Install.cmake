@@ -4,6 +4,17 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/FilesPDF)
 
+# Libraries find each other, and programs the libraries, by where they are: the same in the build tree, where a link
+# has the place of the installed folder. What CMake makes of two different paths has an empty entry, the folder in which
+# the program is started.
+function(files_pdf_beside_others target)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "\$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
+endfunction()
+files_pdf_beside_others(files-pdf-host)
+get_filename_component(libraries ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR} DIRECTORY)
+file(MAKE_DIRECTORY ${libraries})
+file(CREATE_LINK ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR} SYMBOLIC)
+
 # What needs the optional libraries is exported with them.
 set(targets files-pdf files-pdf-host)
 set(loader_requires files-pdf-host)

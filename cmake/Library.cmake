@@ -39,7 +39,10 @@ function(files_pdf_library target name)
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     if(BUILD_SHARED_LIBS)
         configure_file(${PROJECT_SOURCE_DIR}/cmake/symbols.map.in ${PROJECT_BINARY_DIR}/symbols.map @ONLY)
-        target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_BINARY_DIR}/symbols.map)
+        # Calls within the library go to its own functions: names such as Pool are plain, and another library in the
+        # program may have them, too.
+        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions
+            -Wl,--version-script=${PROJECT_BINARY_DIR}/symbols.map)
         set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_BINARY_DIR}/symbols.map)
     endif()
 endfunction()

@@ -1,6 +1,6 @@
 # What `cmake --install` puts where of the text library, in two components of its own, so that the packages of the
 # others don't depend on HarfBuzz and fontconfig. Its headers are among those of the others: the loader needs them, too.
-set_target_properties(files-pdf-text PROPERTIES INSTALL_RPATH "\$ORIGIN") # beside the libraries that it is over
+files_pdf_beside_others(files-pdf-text)
 set(text_targets files-pdf-text)
 if(NOT BUILD_SHARED_LIBS)
     list(APPEND text_targets files-pdf-text-loader)

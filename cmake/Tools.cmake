@@ -9,7 +9,8 @@ foreach(name inspect rewrite recompress replace-stream save-in-place fields fill
     if(NOT TARGET ${program})
         continue()
     endif()
-    set_target_properties(${program} PROPERTIES INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    set_target_properties(${program} PROPERTIES
+        INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}" BUILD_WITH_INSTALL_RPATH ON)
     install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
     if(HELP2MAN)
         file(STRINGS tools/${name}.cpp sentence LIMIT_COUNT 1)

@@ -1,4 +1,4 @@
-# The warnings that the project builds with, each of which is an error, and the sanitizers asked for.
+# How everything of the project is compiled: warnings, each of which is an error, hardening, and the sanitizers asked for.
 if(FILES_PDF_TSAN)
     set(files_pdf_sanitizers thread)
 elseif(FILES_PDF_SANITIZE)
@@ -14,6 +14,7 @@ function(files_pdf_warnings target)
             -fsanitize=${files_pdf_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=${files_pdf_sanitizers})
     endif()
+    files_pdf_hardening(${target})
     if(FILES_PDF_FUZZ)
         # What libFuzzer watches, and the checks of the standard library.
         target_compile_options(${target} PUBLIC -fsanitize=fuzzer-no-link)

@@ -67,9 +67,10 @@ public:
     // The data of a stream, in 4-byte elements, one per byte: with `decoded` false the stored bytes, with true
     // those that come out of FlateDecode, the one filter known, or the stored ones when there is no filter.
     // Deliberate: data that the stream holds comes back as it is, whatever `decoded` says, and it holds what was
-    // replaced and, from the first call on, that of a save included, the view of its stored bytes. So a caller
-    // that needs the decoded form twice keeps the first result. What is held is shared by all callers, and is
-    // where the last reader left it: `seek` it to 0. The decoded form is the caller's alone, and at 0.
+    // replaced and, from the first call on, that of a save included, the view of its stored bytes. So a caller that
+    // needs the decoded form twice keeps the first result. A stream of another document's file is read at the same
+    // place of this one's, and doesn't hold that: ask its own. What is held is shared by all callers, and is where the
+    // last reader left it: `seek` it to 0. The decoded form is the caller's alone, and at 0.
     //
     // Null with `ErrNullArgument`, `ErrOutOfRange` (the data would begin at or after the end of the file, or it
     // comes from no file), `ErrInvalidArgument` (no dictionary), `ErrBadFilter`, `ErrBadStreamLength`,

@@ -70,7 +70,8 @@ void DocumentObj::noteDataEnds(ReadingNotes& notes) const noexcept
         const Ref<Stream> stream = valueAs<Stream>(object->value());
         const Ref<StreamObj> holder = stream.cast<StreamObj>();
         const Ref<Interfaces::Stripe> held = holder ? holder->strmData() : nullptr;
-        const bool isOfFile = holder && stream->strmOfs() < elements.size() && (!held || held.cast<SubStripe>());
+        const bool isOfFile = holder && isFromHere(*holder) && stream->strmOfs() < elements.size()
+            && (!held || held.cast<SubStripe>());
         const Ref<Dictionary> dictionary = isOfFile ? stream->dict() : nullptr;
         const Ref<Number> length = dictionary ? resolveEntryAs<Number>(*this, *dictionary, Keys::length) : nullptr;
         if (!length || length->intPart() < 0)

@@ -16,7 +16,7 @@ DocumentObj::DocumentObj(Ref<Interfaces::Stripe> stripe, FileContent content) no
       _version(content.version), _nextObjectId(content.nextObjectId), _trailer(std::move(content.trailer)),
       _notes(content.notes), _unkeptNotes(content.unkeptNotes), _sources(std::move(content.sources)),
       _freeRows(std::move(content.freeRows)), _firstObjectId(content.firstObjectId),
-      _objects(std::move(content.objects))
+      _opening(content.opening), _objects(std::move(content.objects))
 {
 }
 

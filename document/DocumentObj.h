@@ -48,6 +48,8 @@ public:
     // As `PDF::writeExactly`, to a stream of 4-byte elements.
     Ref<Dictionary> writeExactly(Interfaces::Stream& out, bool isIdKept) noexcept;
     std::uint64_t fileSize() const noexcept { return _stripe->size(); }
+    // As `PDF::isOfOtherFile`.
+    bool isOfOtherFile(const Stream& stream) const noexcept;
     // Enters a value into the table as a new object. Null with `ErrNullArgument`.
     Ref<ObjectRef> addObject(Ref<Value> value) noexcept;
     // The id that the next new object gets.
@@ -59,6 +61,7 @@ private:
     void noteDataEnds(ReadingNotes& notes) const noexcept;
 
     // Stream data
+    bool isFromHere(const StreamObj& stream) const noexcept;
     Ref<Number> storedLength(const Dictionary& dictionary) noexcept;
     Ref<Interfaces::Stripe> decode(const Ref<SubStripe>& stored, std::uint64_t length) noexcept;
 
@@ -99,6 +102,7 @@ private:
     KeptSources _sources;
     std::vector<FreeRow> _freeRows; // of the file's table
     std::uint32_t _firstObjectId;   // of the table's subsection; the writer repeats it
+    std::uint32_t _opening;         // the number of the streams that were read from the file
     // The object table. Ids ascend from `_firstObjectId`, counted in 32 bits that may wrap; free entries
     // leave no hole, and new objects are appended.
     std::vector<Ref<PDF::Object>> _objects;

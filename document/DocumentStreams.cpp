@@ -153,11 +153,23 @@ Ref<Interfaces::Stripe> DocumentObj::streamData(Ref<Stream> stream, bool decoded
         return report.fail(ErrBadStreamLength, "Stream end ", offset + count,
             " is out of range of underlying file: ", fileSize);
     const Ref<SubStripe> stored = make<SubStripe>(_stripe, _monitor, offset, count);
-    if (holder) {
+    // A view of this file must not become the data of another document's stream.
+    if (holder && isFromHere(*holder)) {
         holder->strmData(stored);
         holder->resetChanged(); // reading is no change
     }
     return decoding == Decoding::Flate ? decode(stored, count) : Ref<Interfaces::Stripe>(stored);
+}
+
+bool DocumentObj::isFromHere(const StreamObj& stream) const noexcept
+{
+    return stream._opening == 0 || stream._opening == _opening;
+}
+
+bool DocumentObj::isOfOtherFile(const Stream& stream) const noexcept
+{
+    const auto* const own = dynamic_cast<const StreamObj*>(&stream);
+    return own && !own->strmData() && !isFromHere(*own);
 }
 
 // The `Length` that a stored stream has; null with a line and `ErrBadStreamLength`.

@@ -205,6 +205,7 @@ bool FileReader::readObjects(FileContent& content) noexcept
         ++id;
     }
     content.nextObjectId = id;
+    content.opening = _parser.opening();
     content.notes = _parser.notes();
     content.unkeptNotes = _parser.takeUnkept();
     content.sources = _parser.takeSources();

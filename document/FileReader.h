@@ -20,6 +20,7 @@ struct FileContent {
     std::uint32_t firstObjectId = 0;  // of the table's subsection
     std::uint32_t nextObjectId = 0;   // one past the last of the subsection
     std::vector<Ref<Object>> objects; // those in use, in table order
+    std::uint32_t opening = 0;        // the number that their streams have
     ReadingNotes notes;
     ReadingNotes unkeptNotes; // of these those in no value whose source was kept
     std::vector<KeptSource> sources;

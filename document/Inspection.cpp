@@ -48,6 +48,14 @@ std::uint64_t fileSizeOf(const Ref<Document>& document) noexcept
     return held ? held->fileSize() : 0;
 }
 
+bool isOfOtherFile(const Ref<Document>& document, const Ref<Stream>& stream) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    if (held && !stream)
+        return refuse(ErrNullArgument);
+    return held && held->isOfOtherFile(*stream);
+}
+
 Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const Ref<Value>& value) noexcept
 {
     const Ref<DocumentObj> held = implementation(document);

@@ -18,6 +18,9 @@ EXPORTED StackVector<Ref<Object>> objectsAsWritten(const Ref<Document>& document
 EXPORTED Ref<::String> lineEndingOf(const Ref<Document>& document) noexcept;
 // The elements of the file that the document was opened from, by which work on it can be bounded; 0 on failure.
 EXPORTED std::uint64_t fileSizeOf(const Ref<Document>& document) noexcept;
+// Whether the data of a stream is to be read from the file of another document than this one, so that `streamData`
+// gives bytes of the wrong file: no data is held for it, and that document read it.
+EXPORTED bool isOfOtherFile(const Ref<Document>& document, const Ref<Stream>& stream) noexcept;
 // The characters that stand for the value in a written file, one element each; a stream's data, as
 // stored, included, which counts as a call of `streamData`. Null when the value can't be written, with
 // `ErrInvalidArgument`, `ErrNoResource` or `ErrOutOfRange`, or with `ErrNullArgument` for a null value.

@@ -15,6 +15,8 @@
 #include <values/StreamObj.h>
 #include <values/StringObj.h>
 
+#include <atomic>
+
 // The grammar, as this reader takes it. White space is every character below 33.
 //
 //   object      number " " number " obj" [" " value on the same line]  line end  value
@@ -104,9 +106,17 @@ private:
     unsigned& _depth;
 };
 
+// A number that no other opening has, as long as fewer than four billion came after it.
+std::uint32_t newOpening()
+{
+    static std::atomic<std::uint32_t> last{0};
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
 } // namespace
 
-ValueParser::ValueParser(ElementReader& elements) noexcept : _elements(elements), _ahead(elements)
+ValueParser::ValueParser(ElementReader& elements) noexcept
+    : _elements(elements), _opening(newOpening()), _ahead(elements)
 {
     _elements.limit(Limits::maxElementsAtOnce(_elements.size()));
 }
@@ -378,7 +388,9 @@ Ref<Value> ValueParser::readStreamTail(Ref<Dictionary> dictionary) noexcept
     std::uint64_t offset = 0;
     if (!readStreamStart(offset))
         return nullptr;
-    return make<StreamObj>(std::move(dictionary), offset);
+    Ref<StreamObj> stream = make<StreamObj>(std::move(dictionary), offset);
+    stream->_opening = _opening;
+    return stream;
 }
 
 // Starts after "stream". The data begins after one line ending, if there is one.

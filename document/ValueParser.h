@@ -46,6 +46,8 @@ public:
     ReadingNotes takeUnkept() noexcept;
     // Kept where the stripe shows its bytes.
     std::vector<KeptSource> takeSources() noexcept { return std::move(_sources); }
+    // The number that the streams which are read here have, of their opening alone.
+    std::uint32_t opening() const noexcept { return _opening; }
     // For all who look ahead in these elements.
     LookAhead& ahead() noexcept { return _ahead; }
 
@@ -86,6 +88,7 @@ private:
     Ref<ValueObj> readHexString(std::uint32_t firstDigit) noexcept;
 
     ElementReader& _elements;
+    const std::uint32_t _opening;
     std::vector<Ref<ValueObj>> _values; // of the lists that are being read, the outermost first
     std::u32string _words;              // the pending words of these lists
     std::array<Ref<NameObj>, 1024> _names;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <forms/Report.h>
+#include <platform/ConstantText.h>
 #include <values/Dictionary.h>
 
 namespace Libraries::Files::PDF {
@@ -9,7 +10,7 @@ namespace Libraries::Files::PDF {
 // tells in its mask that the dictionary was consulted.
 template <class Kind>
 struct Attribute {
-    const Ref<::String>& key;
+    const ConstantText& key;
     std::uint32_t bit;
 };
 

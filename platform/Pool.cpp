@@ -8,6 +8,8 @@
 #include <new>
 #include <utility>
 
+#include <pthread.h>
+
 namespace {
 
 // AddressSanitizer has to see each block by itself.
@@ -160,6 +162,10 @@ Lane* idle = nullptr;
 
 // Whether the thread has given its lane back.
 thread_local bool hasEnded = false;
+
+// A child of `fork` has one thread, which must not find the lock taken by one that it doesn't have.
+[[maybe_unused]] const int forkRule
+    = pthread_atfork([] { idleLock.lock(); }, [] { idleLock.unlock(); }, [] { idleLock.unlock(); });
 
 void makeIdle(Lane* lane) noexcept
 {

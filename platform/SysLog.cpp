@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -28,6 +29,17 @@ Log& theLog()
     static Log* const log = new Log;
     return *log;
 }
+
+// The thread's printer. What logs after the thread's own objects have ended, as the program's static ones do, gets
+// another one, which is kept.
+thread_local SysLogPrinter* ownPrinter = nullptr;
+
+struct PrinterKeeper {
+    PrinterKeeper() noexcept = default;
+    PrinterKeeper(const PrinterKeeper&) = delete;
+    PrinterKeeper& operator=(const PrinterKeeper&) = delete;
+    ~PrinterKeeper() noexcept { Ref<SysLogPrinter>::adopt(std::exchange(ownPrinter, nullptr)); }
+};
 
 void writeToStandardError(const String& line)
 {
@@ -112,6 +124,9 @@ void SysLogStream::setSink(Sink sink) noexcept
 
 SysLogPrinter& SysLogStream::stdOutPrinter() noexcept
 {
-    thread_local const Ref<SysLogPrinter> printer = make<SysLogPrinter>();
-    return *printer;
+    if (!ownPrinter) {
+        ownPrinter = make<SysLogPrinter>().release();
+        thread_local const PrinterKeeper keeper;
+    }
+    return *ownPrinter;
 }

@@ -1,20 +1,47 @@
 #include <tools/Table.h>
 
+#include <platform/Utf8.h>
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cwchar>
 #include <optional>
+#include <string_view>
+
+#include <locale.h>
 
 namespace Tools {
 
 namespace {
 
-// In characters of UTF-8; each is taken to be one column wide.
-std::size_t widthOf(const std::string& text)
+// Takes a character of UTF-8 from the front of a text, or else a byte; how many columns it is wide. An East Asian one
+// takes two, a combining one none. The C library tells, in a locale of Unicode: the user's says nothing about a file.
+std::size_t takeCharacter(std::string_view& text)
 {
-    return std::size_t(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    const std::string_view rest = text;
+    char32_t c = 0;
+    if (!Utf8::read(text, c)) {
+        text = rest.substr(1);
+        return 1;
+    }
+    if (c < 128 || !unicode)
+        return 1;
+    const locale_t former = uselocale(unicode);
+    const int width = wcwidth(static_cast<wchar_t>(c));
+    uselocale(former);
+    return width < 0 ? 1 : static_cast<std::size_t>(width);
+}
+
+std::size_t widthOf(std::string_view text)
+{
+    std::size_t width = 0;
+    while (!text.empty())
+        width += takeCharacter(text);
+    return width;
 }
 
 // The first characters of a text that is too wide, and "..." after them.
@@ -22,9 +49,10 @@ std::string cutTo(const std::string& text, std::size_t width)
 {
     if (widthOf(text) <= width)
         return text;
+    std::string_view rest = text;
     std::size_t end = 0;
-    for (std::size_t left = width - 3; end < text.size() && (left > 0 || (text[end] & 0xC0) == 0x80); ++end)
-        left -= (text[end] & 0xC0) != 0x80;
+    for (std::size_t used = takeCharacter(rest); used <= width - 3; used += takeCharacter(rest))
+        end = text.size() - rest.size();
     return text.substr(0, end) + "...";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/ConstantText.h>
 #include <values/Dictionary.h>
 #include <values/Name.h>
 
@@ -15,7 +16,7 @@ struct FilterEntry {
     };
 
     static constexpr const char* flateName = "FlateDecode";
-    inline static const Ref<::String> key = ::String::create("Filter");
+    static inline constinit const ConstantText key{"Filter"};
 
     Kind kind = Kind::None;
     Ref<Value> value; // as it is in the dictionary; null for `None`

@@ -35,10 +35,14 @@ public:
     void resetChanged() noexcept { _changed = false; }
 
 private:
+    friend class DocumentObj;
+    friend class ValueParser;
+
     const Ref<Dictionary> _dict;
     Ref<Interfaces::Stripe> _data;
     const std::uint64_t _offset;
     bool _changed = false;
+    std::uint32_t _opening = 0; // the number of the one that read it from a file; 0 for a stream that wasn't read
 };
 
 } // namespace Libraries::Files::PDF

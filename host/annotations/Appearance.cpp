@@ -2,6 +2,7 @@
 
 #include <host/base/Following.h>
 #include <host/pages/PageKeys.h>
+#include <platform/ConstantText.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/Number.h>
@@ -14,10 +15,10 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> appearanceKey = ::String::create("AP");
-const Ref<::String> flagsKey = ::String::create("F");
-const Ref<::String> normalKey = ::String::create("N");
-const Ref<::String> rectKey = ::String::create("Rect");
+constinit const ConstantText appearanceKey{"AP"};
+constinit const ConstantText flagsKey{"F"};
+constinit const ConstantText normalKey{"N"};
+constinit const ConstantText rectKey{"Rect"};
 
 enum Flags : std::uint32_t { Hidden = 1 << 1, Print = 1 << 2, NoRotate = 1 << 4, NoView = 1 << 5 };
 

@@ -3,6 +3,7 @@
 #include <host/base/Following.h>
 #include <host/pages/Geometry.h>
 #include <host/pages/PageKeys.h>
+#include <platform/ConstantText.h>
 #include <values/Array.h>
 
 #include <algorithm>
@@ -15,17 +16,17 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> contentNumberKey = ::String::create("MCID");
-const Ref<::String> kidsKey = ::String::create("K");
-const Ref<::String> limitsKey = ::String::create("Limits");
-const Ref<::String> nextKey = ::String::create("ParentTreeNextKey");
-const Ref<::String> numbersKey = ::String::create("Nums");
-const Ref<::String> objectKey = ::String::create("Obj");
-const Ref<::String> pageKey = ::String::create("Pg");
-const Ref<::String> parentKey = ::String::create("StructParent");
-const Ref<::String> parentsKey = ::String::create("StructParents");
-const Ref<::String> parentTreeKey = ::String::create("ParentTree");
-const Ref<::String> rootKey = ::String::create("StructTreeRoot");
+constinit const ConstantText contentNumberKey{"MCID"};
+constinit const ConstantText kidsKey{"K"};
+constinit const ConstantText limitsKey{"Limits"};
+constinit const ConstantText nextKey{"ParentTreeNextKey"};
+constinit const ConstantText numbersKey{"Nums"};
+constinit const ConstantText objectKey{"Obj"};
+constinit const ConstantText pageKey{"Pg"};
+constinit const ConstantText parentKey{"StructParent"};
+constinit const ConstantText parentsKey{"StructParents"};
+constinit const ConstantText parentTreeKey{"ParentTree"};
+constinit const ConstantText rootKey{"StructTreeRoot"};
 
 // What a number may be as a key of a tree: any that a reader takes.
 constexpr std::int64_t maxKey = (std::int64_t(1) << 31) - 1;

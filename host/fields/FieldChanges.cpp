@@ -19,9 +19,9 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> richValue = ::String::create("RV");
-const Ref<::String> topIndex = ::String::create("TI"); // the option that a list box shows first
-const Ref<::String> off = ::String::create("Off");
+constinit const ConstantText richValue{"RV"};
+constinit const ConstantText topIndex{"TI"}; // the option that a list box shows first
+constinit const ConstantText off{"Off"};
 
 std::string quoted(const std::string& text)
 {
@@ -187,7 +187,7 @@ Result<FieldUpdate> updateForButton(
     update.isEmpty = *state == "Off";
     for (std::size_t i = 0; i < field.widgets.size(); ++i) {
         const Ref<::String> name = states.nameFor(i, *state);
-        if (fieldState == off)
+        if (fieldState == off.get())
             fieldState = name;
         update.changes.push_back({field.widgets[i], FormKeys::appearanceState, Name::create(name)});
     }

@@ -7,6 +7,7 @@
 #include <host/fields/FieldReading.h>
 #include <host/fields/TextString.h>
 #include <host/fonts/FontValues.h>
+#include <platform/ConstantText.h>
 #include <platform/Limits.h>
 #include <values/Exact.h>
 
@@ -18,7 +19,7 @@ namespace {
 
 using PDF::Field;
 
-const Ref<::String> fontKey = ::String::create("Font");
+constinit const ConstantText fontKey{"Font"};
 constexpr std::size_t mostNamed = 10; // characters that can't be drawn
 
 std::u32string charactersOf(const std::string& text)

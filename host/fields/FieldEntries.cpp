@@ -10,7 +10,7 @@ using namespace Libraries::Files::PDF;
 namespace {
 
 // By `Inherited`.
-const Ref<::String>* const inheritedKeys[] = {&FormKeys::fieldType, &FormKeys::flags, &FormKeys::value,
+constexpr const ConstantText* inheritedKeys[] = {&FormKeys::fieldType, &FormKeys::flags, &FormKeys::value,
     &FormKeys::defaultValue, &FormKeys::defaultAppearance, &FormKeys::quadding, &FormKeys::maxLength,
     &FormKeys::options};
 static_assert(std::size(inheritedKeys) == std::size_t(Inherited::Count));

@@ -54,8 +54,8 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
     if (!tree._form)
         return codeRefusal(ErrBadCast, "the form (AcroForm) is not a dictionary: ");
     FieldEntries defaults;
-    for (const auto& [entry, key] : {std::pair(Inherited::DefaultAppearance, FormKeys::defaultAppearance),
-             std::pair(Inherited::Quadding, FormKeys::quadding)})
+    for (const auto& [entry, key] : {std::pair(Inherited::DefaultAppearance, FormKeys::defaultAppearance.get()),
+             std::pair(Inherited::Quadding, FormKeys::quadding.get())})
         defaults.set(entry, resolvePresent(*document, tree._form->find(key)));
     tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1});
     return tree;

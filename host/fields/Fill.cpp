@@ -7,6 +7,7 @@
 #include <host/fields/FillWarnings.h>
 #include <host/fields/RequiredFields.h>
 #include <host/fields/ViewerRequest.h>
+#include <platform/ConstantText.h>
 
 #include <algorithm>
 
@@ -16,7 +17,7 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> otherForm = ::String::create("XFA");
+constinit const ConstantText otherForm{"XFA"};
 
 } // namespace
 

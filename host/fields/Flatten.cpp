@@ -15,6 +15,7 @@
 #include <host/fields/TextString.h>
 #include <host/pages/Drawing.h>
 #include <host/pages/PageKeys.h>
+#include <platform/ConstantText.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Boolean.h>
@@ -28,9 +29,9 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> optionalContentKey = ::String::create("OC");
-const Ref<::String> otherFormKey = ::String::create("XFA");
-const Ref<::String> off = ::String::create("Off");
+constinit const ConstantText optionalContentKey{"OC"};
+constinit const ConstantText otherFormKey{"XFA"};
+constinit const ConstantText off{"Off"};
 
 bool isButton(FieldKind kind)
 {

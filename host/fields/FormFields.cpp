@@ -8,6 +8,7 @@
 #include <host/fields/WidgetPlaces.h>
 #include <host/pages/Geometry.h>
 #include <host/streams/StreamBytes.h>
+#include <platform/ConstantText.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Name.h>
@@ -22,7 +23,7 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> rectangle = ::String::create("Rect");
+constinit const ConstantText rectangle{"Rect"};
 
 Field::Quadding quaddingOf(const FieldEntries& entries)
 {

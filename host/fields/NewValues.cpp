@@ -1,5 +1,6 @@
 #include <host/fields/NewValues.h>
 
+#include <platform/ConstantText.h>
 #include <platform/MemoryStream.h>
 #include <values/Array.h>
 #include <values/Name.h>
@@ -14,7 +15,7 @@ namespace {
 constexpr std::int64_t unit = 10000; // of the last decimal
 constexpr std::size_t worthCompressing = 512;
 
-const Ref<::String> filter = ::String::create("Filter");
+constinit const ConstantText filter{"Filter"};
 
 Ref<MemoryStream> bytesOf(std::string_view data)
 {

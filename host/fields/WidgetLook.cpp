@@ -1,6 +1,7 @@
 #include <host/fields/WidgetLook.h>
 
 #include <host/fonts/FontValues.h>
+#include <platform/ConstantText.h>
 #include <platform/Limits.h>
 
 #include <algorithm>
@@ -10,10 +11,9 @@ namespace Host {
 namespace {
 
 // Keys that each widget is asked for.
-const Ref<::String> styleKey = ::String::create("BS"), borderKey = ::String::create("Border"),
-                    marksKey = ::String::create("MK"), rectangleKey = ::String::create("Rect");
+constinit const ConstantText styleKey{"BS"}, borderKey{"Border"}, marksKey{"MK"}, rectangleKey{"Rect"};
 
-const std::vector<double> white = {1}, gray = {0.5}, lightGray = {0.75293};
+constexpr double white = 1, gray = 0.5, lightGray = 0.75293;
 
 // An array of numbers of any length up to `most`; empty for all else.
 std::vector<double> listAt(
@@ -83,9 +83,9 @@ void drawEdges(ContentText& content, const WidgetLook& look)
 {
     const double b = look.borderWidth, w = look.width, h = look.height;
     const bool isInset = look.border == WidgetLook::Border::Inset;
-    fillPolygon(content, isInset ? gray : white,
+    fillPolygon(content, {isInset ? gray : white},
         {{b, b}, {b, h - b}, {w - b, h - b}, {w - 2 * b, h - 2 * b}, {2 * b, h - 2 * b}, {2 * b, 2 * b}});
-    fillPolygon(content, isInset ? lightGray : gray,
+    fillPolygon(content, {isInset ? lightGray : gray},
         {{b, b}, {w - b, b}, {w - b, h - b}, {w - 2 * b, h - 2 * b}, {w - 2 * b, 2 * b}, {2 * b, 2 * b}});
 }
 

@@ -21,7 +21,10 @@ using namespace Libraries::Files::PDF;
 
 constexpr std::uint64_t maxOffset = 9'999'999'999; // of ten digits
 
-const Refusal endless{Reason::LimitReached, "has objects that overlap too often to be examined"};
+Refusal endless()
+{
+    return {Reason::LimitReached, "has objects that overlap too often to be examined"};
+}
 
 // Accepts a written file and keeps nothing but its size.
 class Counter final : public ::Object, public virtual Interfaces::Stream, public virtual Interfaces::ByteWriting {
@@ -130,13 +133,13 @@ Result<Examination> examine(FileExamination& file)
     for (const auto& object : objectsAsWritten(file.document())) {
         examineObject(file, *object);
         if (file.isEndless())
-            return endless;
+            return endless();
     }
     Examination result;
     examineTrailer(file);
     examineMissing(file);
     if (file.isEndless())
-        return endless;
+        return endless();
     const Ref<Counter> counter = make<Counter>();
     const bool isWritable = file.losses().count(LossKind::Unwritable) == 0;
     if (isWritable && writeExactly(file.document(), counter))

@@ -19,19 +19,19 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> formKey = ::String::create("AcroForm");
-const Ref<::String> fieldsKey = ::String::create("Fields");
-const Ref<::String> nameKey = ::String::create("T");
-const Ref<::String> fieldTypeKey = ::String::create("FT");
-const Ref<::String> defaultAppearanceKey = ::String::create("DA");
-const Ref<::String> defaultResourcesKey = ::String::create("DR");
-const Ref<::String> rectKey = ::String::create("Rect");
-const Ref<::String> pageKey = ::String::create("P");
-const Ref<::String> structParentKey = ::String::create("StructParent");
-const Ref<::String> appearanceKey = ::String::create("AP");
+constinit const ConstantText formKey{"AcroForm"};
+constinit const ConstantText fieldsKey{"Fields"};
+constinit const ConstantText nameKey{"T"};
+constinit const ConstantText fieldTypeKey{"FT"};
+constinit const ConstantText defaultAppearanceKey{"DA"};
+constinit const ConstantText defaultResourcesKey{"DR"};
+constinit const ConstantText rectKey{"Rect"};
+constinit const ConstantText pageKey{"P"};
+constinit const ConstantText structParentKey{"StructParent"};
+constinit const ConstantText appearanceKey{"AP"};
 // Entries that are coordinates, two and two, or arrays of such.
-const Ref<::String> coordinateKeys[] = {::String::create("QuadPoints"), ::String::create("Vertices"),
-    ::String::create("L"), ::String::create("CL"), ::String::create("InkList")};
+constinit const ConstantText coordinateKeys[] = {ConstantText("QuadPoints"), ConstantText("Vertices"),
+    ConstantText("L"), ConstantText("CL"), ConstantText("InkList")};
 
 using Values = std::vector<Ref<Value>>;
 

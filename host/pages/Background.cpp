@@ -35,9 +35,9 @@ std::string pageLabel(std::size_t index)
 // Which default color spaces there are, a bit each: what content that names none is drawn with.
 unsigned defaultSpacesOf(const Resources& resources)
 {
-    static const Ref<::String> category = ::String::create("ColorSpace");
-    static const Ref<::String> defaults[] = {
-        ::String::create("DefaultGray"), ::String::create("DefaultRGB"), ::String::create("DefaultCMYK")};
+    static constinit const ConstantText category{"ColorSpace"};
+    static constinit const ConstantText defaults[] = {
+        ConstantText("DefaultGray"), ConstantText("DefaultRGB"), ConstantText("DefaultCMYK")};
     const auto spaces = resources.find(category);
     unsigned bits = 0;
     for (const Ref<::String>& name : defaults)

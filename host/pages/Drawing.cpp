@@ -125,9 +125,9 @@ Drawing::Texts Drawing::textsOf(Items::const_iterator first, Items::const_iterat
 
 bool Drawing::isTagged() const noexcept
 {
-    static const Ref<::String> structure = ::String::create("StructTreeRoot");
-    static const Ref<::String> markInfo = ::String::create("MarkInfo");
-    static const Ref<::String> marked = ::String::create("Marked");
+    static constinit const ConstantText structure{"StructTreeRoot"};
+    static constinit const ConstantText markInfo{"MarkInfo"};
+    static constinit const ConstantText marked{"Marked"};
     const Document& document = *_edit.document();
     const auto catalog = followEntryAs<Dictionary>(document, *document.trailer(), PageKeys::root);
     const auto info = catalog ? followEntryAs<Dictionary>(document, *catalog, markInfo) : nullptr;

@@ -22,9 +22,9 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> filterKey = ::String::create("Filter");
-const Ref<::String> parametersKey = ::String::create("DecodeParms");
-const Ref<::String> lengthKey = ::String::create("Length");
+constinit const ConstantText filterKey{"Filter"};
+constinit const ConstantText parametersKey{"DecodeParms"};
+constinit const ConstantText lengthKey{"Length"};
 
 // Two entries that are equal, or on neither side.
 bool isSameEntry(const Dictionary& a, const Dictionary& b, const Ref<::String>& key)
@@ -108,12 +108,12 @@ std::optional<Refusal> FormXObjects::fillContent(const Page& page, Draft& draft)
         return Refusal{Reason::LimitReached, "pages with the same content are too many", ErrOutOfRange};
     _budget -= stored->size();
     draft.stored = std::move(*stored);
-    for (const Ref<::String>& key : {filterKey, parametersKey})
-        if (const Ref<Value> value = followEntry(*_source, *only, key)) {
+    for (const ConstantText* key : {&filterKey, &parametersKey})
+        if (const Ref<Value> value = followEntry(*_source, *only, *key)) {
             Ref<Value> copied = _copying.copy(value);
             if (!copied)
                 return codeRefusal(Error::get());
-            draft.dictionary->set(key, std::move(copied));
+            draft.dictionary->set(*key, std::move(copied));
         }
     return {};
 }
@@ -154,8 +154,8 @@ Ref<ObjectRef> FormXObjects::findSame(const Draft& draft, const Page& page) noex
     for (auto known = first; known != last && _triesLeft > 0; ++known) {
         const Ref<Dictionary> dictionary = known->second.stream->dict();
         bool isSame = true;
-        for (const Ref<::String>& key : {PageKeys::boundingBox, PageKeys::matrix, filterKey, parametersKey})
-            isSame = isSame && isSameEntry(*dictionary, *draft.dictionary, key);
+        for (const ConstantText* key : {&PageKeys::boundingBox, &PageKeys::matrix, &filterKey, &parametersKey})
+            isSame = isSame && isSameEntry(*dictionary, *draft.dictionary, *key);
         const auto stored = isSame ? storedBytes(_edit.document(), known->second.stream)
                                    : Result<std::vector<std::uint8_t>>(std::vector<std::uint8_t>());
         if (!isSame || !stored || *stored != draft.stored)

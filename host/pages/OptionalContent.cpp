@@ -15,14 +15,14 @@ using namespace Libraries::Files::PDF;
 
 namespace {
 
-const Ref<::String> propertiesKey = ::String::create("OCProperties");
-const Ref<::String> configurationKey = ::String::create("D");
-const Ref<::String> groupsKey = ::String::create("OCGs");
-const Ref<::String> baseStateKey = ::String::create("BaseState");
-const Ref<::String> onKey = ::String::create("ON");
-const Ref<::String> offKey = ::String::create("OFF");
-const Ref<::String> orderKey = ::String::create("Order");
-const Ref<::String> automaticKey = ::String::create("AS");
+constinit const ConstantText propertiesKey{"OCProperties"};
+constinit const ConstantText configurationKey{"D"};
+constinit const ConstantText groupsKey{"OCGs"};
+constinit const ConstantText baseStateKey{"BaseState"};
+constinit const ConstantText onKey{"ON"};
+constinit const ConstantText offKey{"OFF"};
+constinit const ConstantText orderKey{"Order"};
+constinit const ConstantText automaticKey{"AS"};
 
 using Values = std::vector<Ref<Value>>;
 

@@ -1,26 +1,26 @@
 #pragma once
 
-#include <platform/String.h>
+#include <platform/ConstantText.h>
 
 // The dictionary keys of pages and of what is drawn on them.
 namespace Host::PageKeys {
 
-inline const Ref<::String> annots = ::String::create("Annots");
-inline const Ref<::String> boundingBox = ::String::create("BBox");
-inline const Ref<::String> contents = ::String::create("Contents");
-inline const Ref<::String> cropBox = ::String::create("CropBox");
-inline const Ref<::String> group = ::String::create("Group");
-inline const Ref<::String> kids = ::String::create("Kids");
-inline const Ref<::String> matrix = ::String::create("Matrix");
-inline const Ref<::String> mediaBox = ::String::create("MediaBox");
-inline const Ref<::String> pages = ::String::create("Pages");
-inline const Ref<::String> parent = ::String::create("Parent");
-inline const Ref<::String> resources = ::String::create("Resources");
-inline const Ref<::String> root = ::String::create("Root");
-inline const Ref<::String> rotate = ::String::create("Rotate");
-inline const Ref<::String> subtype = ::String::create("Subtype");
-inline const Ref<::String> type = ::String::create("Type");
-inline const Ref<::String> userUnit = ::String::create("UserUnit");
-inline const Ref<::String> xObject = ::String::create("XObject");
+inline constinit const ConstantText annots{"Annots"};
+inline constinit const ConstantText boundingBox{"BBox"};
+inline constinit const ConstantText contents{"Contents"};
+inline constinit const ConstantText cropBox{"CropBox"};
+inline constinit const ConstantText group{"Group"};
+inline constinit const ConstantText kids{"Kids"};
+inline constinit const ConstantText matrix{"Matrix"};
+inline constinit const ConstantText mediaBox{"MediaBox"};
+inline constinit const ConstantText pages{"Pages"};
+inline constinit const ConstantText parent{"Parent"};
+inline constinit const ConstantText resources{"Resources"};
+inline constinit const ConstantText root{"Root"};
+inline constinit const ConstantText rotate{"Rotate"};
+inline constinit const ConstantText subtype{"Subtype"};
+inline constinit const ConstantText type{"Type"};
+inline constinit const ConstantText userUnit{"UserUnit"};
+inline constinit const ConstantText xObject{"XObject"};
 
 } // namespace Host::PageKeys

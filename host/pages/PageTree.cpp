@@ -153,8 +153,11 @@ PageBoxes Walk::readBoxes(const Dictionary& page, const Inheritance& inheritance
         tell(place() + "MediaBox has no area");
     const Rectangle crop = readBox(inheritance.cropBox, "CropBox", sheet, sheet);
     boxes[std::size_t(PageBox::Crop)] = crop;
-    static const std::pair<PageBox, Ref<::String>> others[] = {{PageBox::Bleed, ::String::create("BleedBox")},
-        {PageBox::Trim, ::String::create("TrimBox")}, {PageBox::Art, ::String::create("ArtBox")}};
+    static constinit const struct {
+        PageBox box;
+        ConstantText key;
+    } others[] = {{PageBox::Bleed, ConstantText("BleedBox")}, {PageBox::Trim, ConstantText("TrimBox")},
+        {PageBox::Art, ConstantText("ArtBox")}};
     for (const auto& [box, key] : others)
         boxes[std::size_t(box)] = readBox(followEntry(_document, page, key), "a box", crop, sheet);
     return boxes;

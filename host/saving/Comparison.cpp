@@ -7,12 +7,15 @@
 #include <host/base/Keys.h>
 #include <host/files/MemoryStripe.h>
 #include <host/saving/ShiftedRows.h>
+#include <host/saving/UnwritableName.h>
 #include <host/streams/SameData.h>
 #include <platform/CharReader.h>
 #include <platform/StrConv.h>
 #include <platform/StringUtil.h>
+#include <values/Array.h>
 #include <values/Dictionary.h>
 #include <values/Exact.h>
+#include <values/Name.h>
 #include <values/Object.h>
 #include <values/Stream.h>
 
@@ -41,6 +44,36 @@ bool isSameText(const Side& a, const Side& b)
         && Mem::equal(left->data(), right->data(), left->size() * sizeof(*left->data()));
 }
 
+bool isSameShape(const Ref<Value>& a, const Ref<Value>& b);
+
+bool isSameShape(const Dictionary& a, const Dictionary& b)
+{
+    const auto keys = keysOf(a);
+    return keysOf(b).size() == keys.size()
+        && std::all_of(
+            keys.begin(), keys.end(), [&](const auto& key) { return isSameShape(a.find(key), b.find(key)); });
+}
+
+// Whether two values are made of the same values, whatever the numbers and strings among them are. What was one name
+// may be read back as several values, from the same text.
+bool isSameShape(const Ref<Value>& a, const Ref<Value>& b)
+{
+    if (!a || !b || a->type() != b->type())
+        return false;
+    if (const auto name = valueAs<Name>(a))
+        return name->equal(b);
+    if (const auto stream = valueAs<Stream>(a))
+        return isSameShape(stream->dict(), valueAs<Stream>(b)->dict());
+    if (const auto dictionary = valueAs<Dictionary>(a))
+        return isSameShape(*dictionary, *valueAs<Dictionary>(b));
+    const auto array = valueAs<Array>(a);
+    const auto other = valueAs<Array>(b);
+    bool isSame = !array || array->size() == other->size();
+    for (std::uint64_t i = 0; array && isSame && i < array->size(); ++i)
+        isSame = isSameShape(array->get(i), other->get(i));
+    return isSame;
+}
+
 bool isSameValue(const Side& a, const Side& b)
 {
     if (!isSameExactly(a.value, b.value))
@@ -58,7 +91,7 @@ Ref<TConstArray<std::uint32_t>> textOf(const Side& side, Form form)
 
 bool isSame(const Side& a, const Side& b, Form form)
 {
-    return form == Form::Exact ? isSameValue(a, b) : isSameText(a, b);
+    return form == Form::Exact ? isSameValue(a, b) : isSameText(a, b) && isSameShape(a.value, b.value);
 }
 
 // What is written of a value before its data, if it is a stream; else all of it.
@@ -82,11 +115,12 @@ bool beginsWithLineFeed(const Ref<Document>& document, const Ref<Value>& value)
     return isRead && first == '\n';
 }
 
-// Why a value is not read back as a plain file has it.
+// Why a value is not read back as the file has it, as far as that is known.
 std::string reasonFor(const Ref<Document>& document, const Ref<Value>& value, Form form)
 {
-    if (form == Form::Exact)
-        return {};
+    const std::string names = unwritableName(value);
+    if (!names.empty() || form == Form::Exact)
+        return names;
     // Two in a row represent one in a string.
     const std::uint32_t doubled[] = {'\\', '\\'};
     const auto text = writtenText(document, withoutData(value));
@@ -179,7 +213,8 @@ std::optional<Refusal> comparePlainTrailers(const Ref<Document>& before, const R
     const Ref<Dictionary> read = after->trailer();
     for (const auto& keys : {keysOf(*written), keysOf(*read)})
         for (const auto& key : keys)
-            if (!key->equals("Size") && !isSameText({before, written->find(key)}, {after, read->find(key)}))
+            if (!key->equals("Size")
+                && !isSame({before, written->find(key)}, {after, read->find(key)}, Form::Plain))
                 return differs("the trailer", {before, written}, Form::Plain);
     return {};
 }

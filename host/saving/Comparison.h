@@ -16,9 +16,9 @@ struct WrittenFile {
 };
 
 // Opens the file and compares: version, line ending, trailer, and object by object id, generation, value and stream
-// data. Values are compared by their exact forms, those of a file of `Document::write` by the written text, and of
-// such a one not the trailer's Size. The refusal names the first object that is not read back as it was, and the cause
-// if it is known; none when the file is the same document.
+// data. Values are compared by their exact forms, those of a file of `Document::write` by the written text and by the
+// values that they are made of, and of such a one not the trailer's Size. The refusal names the first object that is
+// not read back as it was, and the cause if it is known; none when the file is the same document.
 std::optional<Refusal> findDifference(const Ref<PDF::Document>& document, const WrittenFile& written) noexcept;
 
 } // namespace Host

@@ -7,6 +7,7 @@
 #include <host/losses/PartialMarks.h>
 #include <host/losses/ReadingLosses.h>
 #include <host/saving/Comparison.h>
+#include <host/saving/UnwritableName.h>
 #include <values/Object.h>
 #include <values/Stream.h>
 
@@ -33,6 +34,15 @@ std::optional<Refusal> refuseBeforehand(const Ref<Document>& document, const Ref
         return codeRefusal(Error::get(), "the document has no catalog: ");
     if (isChanged(source))
         return changedMeanwhile().withPrefix(theSource);
+    return {};
+}
+
+// A stream that was put here without a copy of its data would be written with bytes of the wrong file.
+std::optional<Refusal> refuseStreamsOfOthers(const Ref<Document>& document)
+{
+    for (const auto& object : objectsOf(document))
+        if (const Ref<Stream> stream = valueAs<Stream>(object->value()); stream && isOfOtherFile(document, stream))
+            return Refusal{Reason::Unwritable, nameOf(*object) + " is a stream of another document's file"};
     return {};
 }
 
@@ -67,6 +77,10 @@ std::optional<Refusal> refuseLosses(const Ref<FileStripe>& source)
 Refusal whyUnwritten(const Ref<Document>& document, const FileOutput& out, const Ref<FileStripe>& source)
 {
     const std::uint32_t code = Error::get();
+    if (out.failure() && out.failure()->reason == Reason::Unwritable)
+        for (const auto& object : objectsAsWritten(document))
+            if (const std::string names = unwritableName(object->value()); !names.empty())
+                return {Reason::Unwritable, nameOf(*object) + " can't be written" + names, code};
     if (out.failure())
         return *out.failure();
     if (code == ErrOutOfRange)
@@ -112,6 +126,8 @@ Result<Ref<FileOutput>> writeVerified(
     if (options.isStrict)
         if (auto refusal = refuseLosses(options.source))
             return *refusal;
+    if (auto refusal = refuseStreamsOfOthers(document))
+        return *refusal;
     if (auto refusal = refuseReading(document, options))
         return *refusal;
     Result<Ref<FileOutput>> out = FileOutput::create(path);

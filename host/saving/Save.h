@@ -41,11 +41,13 @@ struct Saved {
 // XRefStm, or whose table has more than one subsection (`Partial`), or with Encrypt (`Encrypted`); one whose reading
 // noted what can't be written as it was (`Lossy`; document/ReadingNotes.h); one whose source was changed since it was
 // opened (`ChangedMeanwhile`); and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the
-// counts in the message), or whose source can't be examined. Then the new file is written, opened again before it has
-// its name, and compared: version, line ending, trailer, and object by object id, generation, exact value and stream
-// data. What is not read back as it was is refused (`Difference`, with the object and the cause in the message), as are
-// failing reads and writes, gaps between the ids whose rows would take more than 16 times the bytes of the source and
-// 1 MiB, and a source that is changed meanwhile. After a refusal the target is as it was.
+// counts in the message), or whose source can't be examined; and one with a stream whose data would be taken from the
+// wrong file (`isOfOtherFile`), whatever is allowed (`Unwritable`). Then the new file is written, opened again before
+// it has its name, and compared: version, line ending, trailer, and object by object id, generation, exact value and
+// stream data. What is not read back as it was is refused (`Difference`, with the object and the cause in the message;
+// a name with a blank, say, which would be a name and something else), as are failing reads and writes, gaps between
+// the ids whose rows would take more than 16 times the bytes of the source and 1 MiB, and a source that is changed
+// meanwhile. After a refusal the target is as it was.
 EXPORTED Result<Saved> save(const Ref<PDF::Document>& document, const std::string& path,
     const SaveOptions& options = {}) noexcept;
 // The same for a document with the file that it was opened from, which becomes the options' source.

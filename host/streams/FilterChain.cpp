@@ -5,6 +5,7 @@
 #include <host/base/Utf8.h>
 #include <host/streams/Decoders.h>
 #include <host/streams/StoredBytes.h>
+#include <platform/ConstantText.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Boolean.h>
@@ -22,8 +23,8 @@ using Decoders::End;
 
 namespace {
 
-const Ref<::String> filterKey = ::String::create("Filter");
-const Ref<::String> parameterKeys[] = {::String::create("DecodeParms"), ::String::create("DP")};
+constinit const ConstantText filterKey{"Filter"};
+constinit const ConstantText parameterKeys[] = {ConstantText("DecodeParms"), ConstantText("DP")};
 
 using Decode = End (*)(const FilterStep& step, Decoders::Input in, std::size_t limit, Bytes& out);
 

@@ -25,6 +25,23 @@ TEST(ReplacedData, comesBackWhateverItsSize)
             }
 }
 
+TEST(StoredData, ofAnotherDocumentIsNoDataOfThisOne)
+{
+    const std::string file = PdfText().pages().stream(3, "own data");
+    const Ref<PDF::Document> document = open(file);
+    const Ref<PDF::Document> other = open(damaged(file, "own data", "its data"));
+    const Ref<PDF::Stream> stream = streamOf(document);
+    EXPECT_EQ(bytesOf(other->streamData(stream, false)), "its data") << "at the same place of its file";
+    EXPECT_TRUE(PDF::isOfOtherFile(other, stream) && !PDF::isOfOtherFile(document, stream));
+    EXPECT_EQ(stored(document), "own data");
+    EXPECT_EQ(bytesOf(other->streamData(stream, false)), "own data") << "what is held is anybody's";
+    EXPECT_FALSE(PDF::isOfOtherFile(other, stream) || PDF::isOfOtherFile(other, nullptr));
+    // One that an application makes belongs to whoever reads it.
+    const Ref<PDF::StreamObj> made = make<PDF::StreamObj>(stream->dict(), stream->strmOfs());
+    EXPECT_EQ(bytesOf(other->streamData(made, false)), "its data");
+    EXPECT_TRUE(made->strmData());
+}
+
 TEST(ReplacedData, patchesTheLengthInPlace)
 {
     const Ref<PDF::Document> document

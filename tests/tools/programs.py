@@ -260,6 +260,21 @@ class Programs(unittest.TestCase):
             for line in lines:
                 self.assertTrue(all(line[start - 2:start].strip() == "" for start in starts), line)
 
+    def test_columns_are_counted_as_a_terminal_shows_them(self):
+        self.assertEqual(run("fill", "form.pdf", "wide.pdf", "remarks=漢字e\u0301")[0], 0)
+        lines = run("fields", "wide.pdf")[1].decode().splitlines()
+        before = next(line for line in lines if "漢字" in line).split("multiline")[0]
+        width = sum(2 if c in "漢字" else 0 if c == "\u0301" else 1 for c in before)
+        self.assertEqual(width, lines[0].index("FLAGS"))
+
+    def test_what_a_terminal_obeys_is_spelled(self):
+        odd = "a\u202Eb\u2066c\u200Bd\u2028e\u0085f"
+        self.assertEqual(run("fill", "form.pdf", "odd.pdf", "remarks=" + odd)[0], 0)
+        self.assertIn(r"a\u{202E}b\u{2066}c\u{200B}d\u{2028}e\205f", run("fields", "odd.pdf")[1].decode())
+        out = run("fields", "--json", "odd.pdf")[1].decode()
+        self.assertIn(r"a\u202eb\u2066c\u200bd\u2028e\u0085f", out)
+        self.assertIn(odd, [field["value"] for field in json.loads(out)["fields"]])
+
     def test_values_that_are_no_values_are_refused(self):
         for values in "missing.json", "folder", "bad.json", "bytes.json", "text":
             self.refuses("fill", "--values", values, "form.pdf", "out.pdf")

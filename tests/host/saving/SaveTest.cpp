@@ -1,5 +1,7 @@
 #include <host/saving/Save.h>
 
+#include <document/Editing.h>
+
 #include <tests/support/Streams.h>
 #include <tests/support/TestFolder.h>
 
@@ -208,6 +210,50 @@ TEST_F(Save, refusesWhatWasReadOtherwiseThanItIsMeant)
     // One string to the format, which the order of the keys would take apart.
     const auto open = *Host::open(folder.put("file.pdf", fileOf("<< /Z (a\\\\(b) /B (c\\\\)) >>")));
     EXPECT_TRUE(holds(save(open, folder.path("out.pdf")).refusal().message, "strings that end too early (1, object 3)"));
+}
+
+TEST_F(Save, refusesNamesThatWouldBeSeveralValues)
+{
+    const auto opened = *Host::open(folder.put("in.pdf", PdfText().pages().object(3, "<< /A 1 >>")));
+    const auto object = PDF::objectsOf(opened.document)[2]->valueAsDictionary();
+    const auto array = [](Ref<PDF::Value> value) { return PDF::Array::create({value}); };
+    const auto name = [](const char* characters) { return make<PDF::NameObj>(text(characters)); };
+    const std::tuple<const char*, Ref<PDF::Value>, std::string> cases[] = {
+        {"B", name("x /B 1"), "\"x /B 1\""},
+        {"B", name("x"), ""},
+        {"B 1 /C", name("x"), "\"B 1 /C\""},
+        {"B", array(name("x 1")), "\"x 1\""},
+        {"B", array(name("#20\\'\"!")), ""},
+        {"B", name("x >>\nendobj\n"), "\"x >>#0Aendobj#0A\""},
+        {"B", name("x%"), "\"x%\""},
+        {"B", name(""), "\"\""},
+        {"B", make<PDF::NameObj>(::String::create(0x141u)), "\"\u0141\""},
+    };
+    for (const auto& [key, value, shown] : cases) {
+        SCOPED_TRACE(shown);
+        ASSERT_TRUE(object->set(text(key), value));
+        for (const bool isPlain : {false, true}) {
+            const auto saved = save(opened, folder.path("out.pdf"), {.isPlain = isPlain});
+            ASSERT_EQ(bool(saved), shown.empty());
+            EXPECT_TRUE(saved || holds(saved.refusal().message, "object 3 ")) << saved.refusal().message;
+            EXPECT_TRUE(saved || holds(saved.refusal().message, shown)) << saved.refusal().message;
+        }
+        ASSERT_TRUE(object->set(text(key), nullptr));
+    }
+}
+
+TEST_F(Save, refusesAStreamWhoseDataIsInAnotherFile)
+{
+    const std::string file = PdfText().pages().stream(3, "data");
+    const auto opened = *Host::open(folder.put("in.pdf", file));
+    const auto other = *Host::open(folder.put("other.pdf", damaged(file, "data", "DATA")));
+    PDF::addObject(opened.document, streamOf(other.document));
+    const auto refused = save(opened, folder.path("out.pdf"), unchecked);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.refusal().message, "object 4 is a stream of another document's file");
+    other.document->cacheStreams();
+    ASSERT_TRUE(save(opened, folder.path("out.pdf")));
+    EXPECT_TRUE(holds(folder.get("out.pdf"), "stream\nDATA"));
 }
 
 TEST_F(Save, refusesGapsThatNoTableShouldHave)
