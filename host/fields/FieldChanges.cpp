@@ -79,13 +79,14 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
 // The states of the widgets, each with its text.
 class ButtonStates {
 public:
-    ButtonStates(const Document& document, const FieldNode& field, bool isDrawn)
-        : _options(optionsOf(document, field.entries))
+    ButtonStates(const Document& document, const FieldNode& field, bool isDrawn, Budget& budget)
+        : _options(optionsOf(document, field.entries, budget))
     {
         for (const Ref<Dictionary>& widget : field.widgets) {
             _states.emplace_back();
-            for (Ref<::String>& name : statesOf(document, *widget))
-                add(std::move(name));
+            for (Ref<::String>& name : statesOf(document, *widget, budget))
+                if (budget.spend(Cost::Texts, sizeof(State) + 2 * name->length()))
+                    add(std::move(name));
             _drawn.emplace_back();
             if (isDrawn && !widget->find(FormKeys::appearance)) {
                 _drawn.back() = field.widgets.size() == 1 ? "Yes" : std::to_string(_states.size() - 1);
@@ -167,11 +168,14 @@ private:
 };
 
 Result<FieldUpdate> updateForButton(
-    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, bool isDrawn)
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, bool isDrawn,
+    Budget& budget)
 {
     if (std::holds_alternative<std::vector<std::string>>(value))
         return doesNotTake(kind, "a list");
-    const ButtonStates states(document, field, isDrawn);
+    const ButtonStates states(document, field, isDrawn, budget);
+    if (budget.isExceeded())
+        return budget.refusal();
     const Result<std::string> state = states.find(value);
     if (!state)
         return state.refusal();
@@ -256,13 +260,17 @@ void show(FieldUpdate& update, const std::vector<FieldOption>& options, FieldKin
 }
 
 Result<FieldUpdate> updateForChoice(
-    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, Budget& budget)
 {
     if (std::holds_alternative<bool>(value))
         return doesNotTake(kind, "on or off");
     const auto* text = std::get_if<std::string>(&value);
     const auto texts = text ? FieldTexts{*text} : std::get<FieldTexts>(value);
-    const std::vector<FieldOption> options = optionsOf(document, field.entries);
+    const std::vector<FieldOption> options = optionsOf(document, field.entries, budget);
+    // What is chosen may be the document's own, and each text is looked for among all options.
+    if (budget.isExceeded() || !budget.spend(Cost::Steps, (texts.size() - std::min<std::size_t>(texts.size(), 1))
+            * options.size()))
+        return budget.refusal();
     const Result<Choices> choices = choose(field, options, kind, texts);
     if (!choices)
         return choices.refusal();
@@ -289,7 +297,7 @@ Result<FieldUpdate> updateForChoice(
 } // namespace
 
 Result<FieldUpdate> updateFor(
-    const Document& document, const FieldNode& field, const FieldValue& value, bool isDrawn) noexcept
+    const Document& document, const FieldNode& field, const FieldValue& value, bool isDrawn, Budget& budget) noexcept
 {
     const FieldKind kind = kindOf(field.entries);
     switch (kind) {
@@ -297,10 +305,10 @@ Result<FieldUpdate> updateFor(
         return updateForText(field, value);
     case FieldKind::CheckBox:
     case FieldKind::RadioButtons:
-        return updateForButton(document, field, kind, value, isDrawn);
+        return updateForButton(document, field, kind, value, isDrawn, budget);
     case FieldKind::ListBox:
     case FieldKind::ComboBox:
-        return updateForChoice(document, field, kind, value);
+        return updateForChoice(document, field, kind, value, budget);
     case FieldKind::PushButton:
     case FieldKind::Signature:
     case FieldKind::Unknown:

@@ -49,8 +49,9 @@ public:
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
 
     // The document stays as it is. A widget without a usable rectangle is left out, with a warning. Refused: characters
-    // that can't be drawn, each by name.
-    Result<FieldDrawing> draw(const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept;
+    // that can't be drawn, each by name, and what the budget doesn't have.
+    Result<FieldDrawing> draw(
+        const FieldNode& field, const FieldUpdate& update, const Options& options, Budget& budget) noexcept;
     // Gives the widgets their looks. The code when there is no room for data; then some of them may have them.
     std::optional<Refusal> commit(FieldDrawing& drawing) noexcept;
     // Embeds the fonts that were left for later.
@@ -58,15 +59,15 @@ public:
 
 private:
     // Both draw the last widget of the drawing.
-    std::optional<Refusal> drawText(
-        const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& drawing) noexcept;
+    std::optional<Refusal> drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
+        FieldDrawing& drawing, Budget& budget) noexcept;
     void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
     void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
     Result<std::unique_ptr<Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
-        std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept;
-    PlainLettering plainLettering(const PDF::Dictionary& widget, const std::string& font) noexcept;
+        std::u32string_view text, const Options& options, std::vector<std::string>& warnings, Budget& budget) noexcept;
+    PlainLettering plainLettering(const PDF::Dictionary& widget, const std::string& font, Budget& budget) noexcept;
     Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
-    const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
+    const TextFont* fontOf(const Ref<PDF::Value>& entry, Budget& budget) noexcept;
     const TextFont& standardFont(const StandardFont& font) noexcept;
     Ref<PDF::Value> sourceValue(const FontSource& source) noexcept;
     Ref<PDF::Value> formOf(const WidgetDrawing& drawing, const ContentText& content) noexcept;

@@ -38,15 +38,15 @@ bool isTrue(const Document& document, const Dictionary& form)
 }
 
 // What a field with a text or choices comes to as it is; absent for any other.
-std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field)
+std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field, Budget& budget)
 {
     FieldTexts texts;
     const auto add = [&](const Ref<Value>& value) {
         if (const auto string = resolveAs<PDF::String>(document, value))
-            texts.push_back(textOf(*string));
+            texts.push_back(textWithin(budget, *string));
     };
     const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
-    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+    for (std::uint64_t i = 0; array && i < array->size() && budget.spend(Cost::Steps, 1); ++i)
         add(array->get(i));
     if (!array)
         add(field.entries[Inherited::Value]);
@@ -55,7 +55,7 @@ std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNo
     if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
         return {};
     const std::string first = texts.empty() ? "" : texts.front();
-    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
+    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false, budget);
     FieldUpdate result;
     if (update)
         result = *update;
@@ -69,19 +69,21 @@ std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNo
 struct FormFiller::State {
     Ref<Document> document;
     FieldTree tree;
+    std::uint64_t size; // of the document, by which each filling has its budget
     std::vector<std::string> warnings;
     FieldDrawer drawer;
 
     bool areAllDrawn = false; // that had no looks
 
     // Looks for all fields that have none, and viewers don't draw any.
-    void keepLooks(const FillOptions& options)
+    void keepLooks(const FillOptions& options, Budget& budget)
     {
         if (std::exchange(areAllDrawn, true) || !isTrue(*document, *tree.form()))
             return;
         for (const FieldNode& field : tree.fields())
-            if (const auto update = presentUpdate(*document, field))
-                if (auto drawing = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}))
+            if (const auto update = presentUpdate(*document, field, budget))
+                if (auto drawing
+                    = drawer.draw(field, *update, {options.engine, true, options.areFontsLater, true}, budget))
                     drawer.commit(*drawing);
         tree.form()->set(FormKeys::needAppearances, nullptr);
         warn({"viewers aren't asked to draw all fields (NeedAppearances), since they would lose characters"});
@@ -101,15 +103,17 @@ FormFiller::FormFiller(FormFiller&& other) noexcept = default;
 FormFiller& FormFiller::operator=(FormFiller&& other) noexcept = default;
 FormFiller::~FormFiller() noexcept = default;
 
-Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
+Result<FormFiller> FormFiller::create(const Ref<Document>& document, std::uint64_t limitFactor) noexcept
 {
-    Result<FieldTree> tree = FieldTree::build(document);
+    const std::uint64_t size = sizeOf(document);
+    Budget budget(size, limitFactor);
+    Result<FieldTree> tree = FieldTree::build(document, budget);
     if (!tree)
         return tree.refusal();
     std::vector<std::string> warnings = warningsFor(*document, *tree);
     const Ref<Dictionary> form = tree->form();
     return FormFiller(std::make_unique<State>(
-        State{document, std::move(*tree), std::move(warnings), FieldDrawer(document, form)}));
+        State{document, std::move(*tree), size, std::move(warnings), FieldDrawer(document, form)}));
 }
 
 bool FormFiller::takesValue(const std::string& path) const noexcept
@@ -127,18 +131,19 @@ std::optional<Refusal> FormFiller::fill(
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
+    Budget budget(_state->size, options.limitFactor);
     Changes all;
     std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
         const FieldNode& field = _state->tree.fields()[index];
-        Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn);
+        Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn, budget);
         if (!update)
             return update.refusal();
         all.insert(all.end(), update->changes.begin(), update->changes.end());
         if (!isDrawn)
             continue;
         auto drawing = _state->drawer.draw(
-            field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater});
+            field, *update, {options.engine, options.isAnyTextAllowed, options.areFontsLater}, budget);
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
@@ -154,7 +159,7 @@ std::optional<Refusal> FormFiller::fill(
     for (Change& change : all)
         change.dictionary->set(change.key, std::move(change.value));
     if (std::any_of(drawings.begin(), drawings.end(), [](const FieldDrawing& drawing) { return drawing.isShaped(); }))
-        _state->keepLooks(options);
+        _state->keepLooks(options, budget);
     return {};
 }
 
@@ -171,7 +176,7 @@ const std::vector<std::string>& FormFiller::warnings() const noexcept
 Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,
     const FieldValue& value, const FillOptions& options) noexcept
 {
-    Result<FormFiller> filler = FormFiller::create(document);
+    Result<FormFiller> filler = FormFiller::create(document, options.limitFactor);
     if (!filler)
         return filler.refusal();
     if (auto refusal = filler->fill(path, value, options))

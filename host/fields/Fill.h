@@ -32,6 +32,8 @@ struct FillOptions {
     // Leaves the fonts of texts that the engine draws to `FormFiller::finish`, for many texts: else each text with new
     // characters makes a new subset. Before that the fonts in the document are of no use.
     bool areFontsLater = false;
+    // Raises the limits of what one filling may take (`Limits::texts` and those after it).
+    std::uint64_t limitFactor = 1;
 };
 
 // Sets values of the form of one document. It looks for the fields once, when it is created, so that filling
@@ -40,7 +42,7 @@ struct FillOptions {
 class EXPORTED FormFiller {
 public:
     // Refused by the rules of `listFields`.
-    static Result<FormFiller> create(const Ref<PDF::Document>& document) noexcept;
+    static Result<FormFiller> create(const Ref<PDF::Document>& document, std::uint64_t limitFactor = 1) noexcept;
     FormFiller(FormFiller&& other) noexcept;
     FormFiller& operator=(FormFiller&& other) noexcept;
     ~FormFiller() noexcept;
@@ -53,7 +55,8 @@ public:
     // No refusal when it is done. Otherwise nothing is changed: with `Reason::Missing` for an unknown path, else
     // with `WrongArgument`, for a value of a kind that the field doesn't take, a state or a choice that it doesn't
     // have, more choices than it takes, a text that is not UTF-8 or has more than `MaxLen` UTF-16 units (0 is no
-    // limit, below 0 no text fits), a push button, a signature, or a field without a kind. Read-only fields are filled.
+    // limit, below 0 no text fits), a push button, a signature, or a field without a kind; with `LimitReached` where the
+    // options, states or widgets of the field are too many. Read-only fields are filled.
     //
     // What changes: `V` of the field, of its nameless kids that carry one, too, and of other fields of the same
     // path. A text field also loses its `RV`, which holds the old text with its formatting. `AS` of each

@@ -6,13 +6,12 @@
 #include <host/fields/FieldTree.h>
 #include <host/fields/TextString.h>
 #include <host/streams/StreamBytes.h>
-#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/Number.h>
 #include <values/Stream.h>
 
-#include <unordered_set>
+#include <set>
 
 namespace Host {
 
@@ -28,10 +27,10 @@ Field::Quadding quaddingOf(const FieldEntries& entries)
     return static_cast<Field::Quadding>(number->intPart() + 1);
 }
 
-// Reads fields, one after the other, and counts their texts.
+// Reads fields, one after the other, as far as the budget goes.
 class Listing {
 public:
-    explicit Listing(Ref<Document> document) noexcept : _document(std::move(document)) {}
+    Listing(Ref<Document> document, Budget& budget) noexcept : _document(std::move(document)), _budget(budget) {}
 
     FormField describe(const FieldNode& node)
     {
@@ -43,47 +42,34 @@ public:
         field.quadding = quaddingOf(node.entries);
         field.widgetCount = node.widgets.size();
         field.isSigned = isSigned(node.entries);
-        if (!_isFull)
+        if (!_budget.isExceeded())
             describeTexts(node, field);
         return field;
     }
 
-    bool isFull() const { return _isFull; }
-
 private:
-    // The text, or none once there were too many.
-    std::string counted(std::string text)
-    {
-        _isFull = _isFull || text.size() >= _left;
-        if (_isFull)
-            return {};
-        _left -= text.size() + 1;
-        return text;
-    }
-
     void describeTexts(const FieldNode& node, FormField& field)
     {
         if (field.kind != FieldKind::Signature) {
             field.value = textsOf(node.entries[Inherited::Value]);
             field.defaultValue = textsOf(node.entries[Inherited::DefaultValue]);
         }
-        for (FieldOption& option : optionsOf(*_document, node.entries))
-            field.options.push_back({counted(std::move(option.exported)), counted(std::move(option.displayed))});
+        field.options = optionsOf(*_document, node.entries, _budget);
         if (field.kind == FieldKind::CheckBox || field.kind == FieldKind::RadioButtons)
             field.states = statesOfAll(node.widgets);
         if (const auto tooltip = resolveEntryAs<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
-            field.tooltip = counted(textOf(*tooltip));
+            field.tooltip = textWithin(_budget, *tooltip);
         if (const auto appearance = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
-            field.defaultAppearance = counted(textOf(*appearance));
+            field.defaultAppearance = textWithin(_budget, *appearance);
     }
 
     std::vector<std::string> statesOfAll(const std::vector<Ref<Dictionary>>& widgets)
     {
         std::vector<std::string> states;
-        std::unordered_set<std::string> known;
-        for (std::size_t i = 0; i < widgets.size() && !_isFull; ++i)
-            for (const Ref<::String>& state : statesOf(*_document, *widgets[i]))
-                if (std::string name = counted(textOfName(*state)); !_isFull && known.insert(name).second)
+        std::set<std::string> known;
+        for (const Ref<Dictionary>& widget : widgets)
+            for (const Ref<::String>& state : statesOf(*_document, *widget, _budget))
+                if (std::string name = textWithin(_budget, *state); !_budget.isExceeded() && known.insert(name).second)
                     states.push_back(std::move(name));
         return states;
     }
@@ -93,21 +79,21 @@ private:
         const Ref<Array> array = valueAs<Array>(value);
         if (!array) {
             auto text = textOfValue(value);
-            return text ? std::optional<FieldTexts>({counted(std::move(*text))}) : std::nullopt;
+            return text ? std::optional<FieldTexts>({std::move(*text)}) : std::nullopt;
         }
         FieldTexts result;
-        for (std::uint64_t i = 0; i < array->size() && !_isFull; ++i)
+        for (std::uint64_t i = 0; i < array->size() && _budget.spend(Cost::Steps, 1) && !_budget.isExceeded(); ++i)
             if (auto text = textOfValue(resolve(*_document, array->get(i))))
-                result.push_back(counted(std::move(*text)));
+                result.push_back(std::move(*text));
         return result;
     }
 
     std::optional<std::string> textOfValue(const Ref<Value>& value)
     {
         if (const auto string = valueAs<PDF::String>(value))
-            return textOf(*string);
+            return textWithin(_budget, *string);
         if (const auto name = valueAs<Name>(value))
-            return name->value() ? std::optional(textOfName(*name->value())) : std::nullopt;
+            return name->value() ? std::optional(textWithin(_budget, *name->value())) : std::nullopt;
         if (const auto stream = valueAs<Stream>(value))
             return textOfStream(stream);
         return {};
@@ -118,32 +104,31 @@ private:
     {
         std::string bytes;
         const auto copied = copyStream(
-            _document, stream, StreamForm::Decoded, [&](const std::uint8_t* data, std::size_t count) {
+            _document, stream, StreamForm::Decoded, _budget, [&](const std::uint8_t* data, std::size_t count) {
                 bytes.append(reinterpret_cast<const char*>(data), count);
-                return bytes.size() <= _left;
+                return _budget.spend(Cost::Texts, count);
             });
-        return copied && bytes.size() <= _left ? std::optional(textOfBytes(bytes)) : std::nullopt;
+        return copied ? std::optional(textOfBytes(bytes)) : std::nullopt;
     }
 
     const Ref<Document> _document;
-    std::size_t _left = Limits::maxListedText;
-    bool _isFull = false;
+    Budget& _budget;
 };
 
 } // namespace
 
-Result<FormFields> listFields(const Ref<Document>& document) noexcept
+Result<FormFields> listFields(const Ref<Document>& document, std::uint64_t limitFactor) noexcept
 {
-    Result<FieldTree> tree = FieldTree::build(document);
+    Budget budget(document, limitFactor);
+    Result<FieldTree> tree = FieldTree::build(document, budget);
     if (!tree)
         return tree.refusal();
     FormFields result{{}, tree->skipped()};
-    Listing listing(document);
+    Listing listing(document, budget);
     for (const FieldNode& node : tree->fields())
         result.fields.push_back(listing.describe(node));
-    if (listing.isFull())
-        result.skipped.push_back(
-            "texts beyond " + std::to_string(Limits::maxListedText >> 20) + " MiB are left out");
+    if (budget.isExceeded())
+        result.skipped.push_back("further texts are left out: " + budget.refusal().message);
     return result;
 }
 
