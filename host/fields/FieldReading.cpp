@@ -101,7 +101,9 @@ std::vector<FieldOption> optionsOf(const Document& document, const FieldEntries&
 
 std::vector<Ref<::String>> statesOf(const Document& document, const Dictionary& widget, Budget& budget) noexcept
 {
-    const auto appearance = resolveEntryAs<Dictionary>(document, widget, FormKeys::appearance);
+    const auto appearance = budget.isExceeded()
+        ? nullptr
+        : resolveEntryAs<Dictionary>(document, widget, FormKeys::appearance);
     if (!appearance)
         return {};
     const auto normal = resolveEntryAs<Dictionary>(document, *appearance, FormKeys::normalAppearance);
