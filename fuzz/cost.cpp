@@ -114,8 +114,17 @@ struct Taken {
     bool isTooMuch() const { return seconds > mostSeconds || memory > mostMemory || !hasEnded; }
 };
 
+// Of this process, in MB: a forked one begins with it.
+long residentMemory()
+{
+    long size = 0, resident = 0;
+    std::ifstream("/proc/self/statm") >> size >> resident;
+    return resident * ::sysconf(_SC_PAGESIZE) / (1 << 20);
+}
+
 Taken measure(const Operation& operation, const std::string& bytes, const std::string& path)
 {
+    const long before = residentMemory();
     const pid_t child = ::fork();
     if (child == 0) {
         const rlimit memory = {std::uint64_t(4) << 30, std::uint64_t(4) << 30}, time = {20, 20}, core = {0, 0};
@@ -131,7 +140,8 @@ Taken measure(const Operation& operation, const std::string& bytes, const std::s
     rusage used{};
     ::wait4(child, &status, 0, &used);
     const auto secondsOf = [](const timeval& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return {secondsOf(used.ru_utime) + secondsOf(used.ru_stime), used.ru_maxrss / 1024, WIFEXITED(status)};
+    return {secondsOf(used.ru_utime) + secondsOf(used.ru_stime), std::max(used.ru_maxrss / 1024 - before, 0L),
+        WIFEXITED(status)};
 }
 
 void put(const std::string& path, const std::string& bytes)
@@ -257,7 +267,7 @@ private:
         std::size_t size;
         Taken cost;
 
-        double score() const { return cost.seconds + double(cost.memory) / 500; }
+        double score() const { return cost.hasEnded ? cost.seconds + double(cost.memory) / 500 : 1e9; }
     };
     struct Pool {
         const Operation* operation;
@@ -270,7 +280,8 @@ private:
     void seed()
     {
         for (const auto& [label, make] : hostile)
-            _seeds.push_back(objectsOf(make(2000)));
+            for (const std::size_t size : {2000u, 100000u})
+                _seeds.push_back(objectsOf(make(size)));
         for (const auto& [name, file] : Fuzz::smallFiles())
             _seeds.push_back(objectsOf(file));
         for (const Operation& operation : operations)
