@@ -31,6 +31,8 @@ public:
     // How many bytes of the file were read so far, those that were read again included. Whoever follows what a
     // file says from place to place gives up at a multiple of its size.
     std::uint64_t bytesRead() const noexcept { return _bytesRead; }
+    // How many bytes are held.
+    std::size_t held() const noexcept { return _held.size(); }
     // In bytes.
     std::uint64_t size() const noexcept { return _file ? _file->size() : _held.size(); }
 
