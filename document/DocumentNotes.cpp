@@ -1,5 +1,6 @@
 #include <document/DocumentObj.h>
 
+#include <document/Inspection.h>
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <document/Syntax.h>
@@ -9,6 +10,8 @@
 #include <values/Number.h>
 #include <values/StreamObj.h>
 
+#include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace Libraries::Files::PDF {
@@ -43,6 +46,24 @@ bool isDataEnd(ElementReader& elements, std::uint64_t position)
             || (elements.seek(position) && hasKeyword(elements, Syntax::objectEnd)));
 }
 
+// The data that a stream holds besides what it reads of the file; null when it is read from there.
+Ref<Interfaces::Stripe> ownDataOf(const Ref<Stream>& stream)
+{
+    const Ref<StreamObj> holder = stream.cast<StreamObj>();
+    Ref<Interfaces::Stripe> held = holder ? holder->strmData() : nullptr;
+    return held && held.cast<SubStripe>() ? nullptr : held;
+}
+
+// The number under Length where the data is read from the file; none for anything else.
+std::optional<std::uint64_t> lengthInFile(const Document& document, const Ref<Stream>& stream, std::uint64_t fileSize)
+{
+    if (!stream.cast<StreamObj>() || stream->strmOfs() >= fileSize || ownDataOf(stream))
+        return {};
+    const Ref<Dictionary> dictionary = stream->dict();
+    const Ref<Number> length = dictionary ? resolveEntryAs<Number>(document, *dictionary, Keys::length) : nullptr;
+    return length && length->intPart() >= 0 ? std::optional(std::uint64_t(length->intPart())) : std::nullopt;
+}
+
 } // namespace
 
 ReadingNotes DocumentObj::readingNotes() const noexcept
@@ -68,19 +89,32 @@ void DocumentObj::noteDataEnds(ReadingNotes& notes) const noexcept
     _monitor->enter();
     for (const Ref<PDF::Object>& object : _objects) {
         const Ref<Stream> stream = valueAs<Stream>(object->value());
-        const Ref<StreamObj> holder = stream.cast<StreamObj>();
-        const Ref<Interfaces::Stripe> held = holder ? holder->strmData() : nullptr;
-        const bool isOfFile = holder && isFromHere(*holder) && stream->strmOfs() < elements.size()
-            && (!held || held.cast<SubStripe>());
-        const Ref<Dictionary> dictionary = isOfFile ? stream->dict() : nullptr;
-        const Ref<Number> length = dictionary ? resolveEntryAs<Number>(*this, *dictionary, Keys::length) : nullptr;
-        if (!length || length->intPart() < 0)
+        const auto length = stream ? lengthInFile(*this, stream, elements.size()) : std::nullopt;
+        if (!length)
             continue;
-        const std::uint64_t end = stream->strmOfs() + static_cast<std::uint64_t>(length->intPart());
+        const std::uint64_t end = stream->strmOfs() + *length;
         if (!isDataEnd(elements, end))
             notes.add(ReadingNote::StreamEnd, object->id(), end);
     }
     _monitor->leave();
+}
+
+StoredSizes DocumentObj::storedSizes() const noexcept
+{
+    StoredSizes sizes;
+    const std::uint32_t code = Error::get();
+    const std::uint64_t fileSize = _stripe->size();
+    for (const Ref<PDF::Object>& object : _objects) {
+        const Ref<Stream> stream = valueAs<Stream>(object->value());
+        if (!stream)
+            continue;
+        if (const Ref<Interfaces::Stripe> own = ownDataOf(stream))
+            sizes.held += own->size();
+        else if (const auto length = lengthInFile(*this, stream, fileSize))
+            sizes.inFile += std::min(*length, fileSize - stream->strmOfs());
+    }
+    Error::set(code); // lookups of what isn't there leave codes
+    return sizes;
 }
 
 } // namespace Libraries::Files::PDF

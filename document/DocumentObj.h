@@ -16,6 +16,7 @@ class Number;
 class NumberObj;
 class StreamObj;
 class SubStripe;
+struct StoredSizes;
 
 class DocumentObj final : public ::Object, public virtual Document {
 public:
@@ -41,6 +42,8 @@ public:
     // Of the table that was read, as `FileContent` has them.
     const std::vector<FreeRow>& freeRows() const noexcept { return _freeRows; }
     const Ref<::String>& lineEnding() const noexcept { return _lineEnding; }
+    // As `PDF::storedSizes`.
+    StoredSizes storedSizes() const noexcept;
     // As `PDF::readingNotes` and `PDF::unwrittenNotes`.
     ReadingNotes readingNotes() const noexcept;
     ReadingNotes unwrittenNotes() const noexcept;

@@ -65,6 +65,12 @@ Ref<TConstArray<std::uint32_t>> writtenText(const Ref<Document>& document, const
     return TConstArray<std::uint32_t>::create(text.data(), text.size());
 }
 
+StoredSizes storedSizes(const Ref<Document>& document) noexcept
+{
+    const Ref<DocumentObj> held = implementation(document);
+    return held ? held->storedSizes() : StoredSizes();
+}
+
 ReadingNotes readingNotes(const Ref<Document>& document) noexcept
 {
     const Ref<DocumentObj> held = implementation(document);

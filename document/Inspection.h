@@ -21,6 +21,14 @@ EXPORTED std::uint64_t fileSizeOf(const Ref<Document>& document) noexcept;
 // Whether the data of a stream is to be read from the file of another document than this one, so that `streamData`
 // gives bytes of the wrong file: no data is held for it, and that document read it.
 EXPORTED bool isOfOtherFile(const Ref<Document>& document, const Ref<Stream>& stream) noexcept;
+// How much stored data the streams of a document have, in elements, each stream for itself: more than the file when they
+// overlap.
+struct StoredSizes {
+    std::uint64_t inFile = 0; // of those that are read from the document's file, as far as it goes
+    std::uint64_t held = 0;   // of those that hold their data
+};
+// Zeros on failure. No code is left for a stream without data.
+EXPORTED StoredSizes storedSizes(const Ref<Document>& document) noexcept;
 // The characters that stand for the value in a written file, one element each; a stream's data, as
 // stored, included, which counts as a call of `streamData`. Null when the value can't be written, with
 // `ErrInvalidArgument`, `ErrNoResource` or `ErrOutOfRange`, or with `ErrNullArgument` for a null value.

@@ -74,8 +74,30 @@ constexpr std::size_t maxDataExcerpt = 40;
 constexpr std::size_t maxFieldPath = 4096;
 // Messages about parts of a form that were skipped. Each part could have one.
 constexpr std::size_t maxSkipped = 100;
-// The texts of one listing of fields, in bytes: fields may share long texts, and each gives them in full.
-constexpr std::size_t maxListedText = std::size_t(16) << 20;
+// What one operation of the host library may spend on a document (host/base/Budget.h): so much in any case, and so much
+// for each byte of the document, which is its file and the data that it holds. A file may refer to one thing from many
+// places, and streams may overlap, so each place alone says little.
+struct Allowance {
+    std::uint64_t always;
+    std::uint64_t perByte;
+
+    constexpr std::uint64_t of(std::uint64_t documentSize) const noexcept
+    {
+        constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+        return documentSize > (most - always) / perByte ? most : always + perByte * documentSize;
+    }
+};
+// Bytes of texts that are given out or kept meanwhile, and of what holds them.
+constexpr Allowance texts{std::uint64_t(64) << 20, 16};
+// Bytes of stored stream data that are read from the file. Only streams that overlap have more than the file.
+constexpr Allowance storedData{std::uint64_t(16) << 20, 16};
+// Bytes of stream data after each of its filters. Flate makes a byte 1032 and LZW up to 2730; several of them in a row
+// could fill any memory.
+constexpr Allowance decodedData{std::uint64_t(128) << 20, 64};
+// Values that are copied. A page takes some hundred bytes, and what goes beneath it some hundred values.
+constexpr Allowance copies{std::uint64_t(1) << 20, 4};
+// Elements, names and values that are visited. A list may be that of many owners, and each walks it.
+constexpr Allowance steps{std::uint64_t(2) << 20, 2};
 
 // A file of values that is read into memory as a whole, in bytes, and a row of one that isn't.
 constexpr std::size_t maxValuesFile = std::size_t(16) << 20;
@@ -92,12 +114,6 @@ constexpr int maxReferenceChain = 16;
 
 // The filters of one stream. More than two or three hardly occur.
 constexpr std::size_t maxFilters = 16;
-// What the stored data of a stream may become on its way through its filters, in bytes. Flate makes a byte 1032 and
-// LZW up to 2730; several of them in a row could fill any memory.
-constexpr std::size_t maxDecoded(std::size_t storedSize)
-{
-    return (std::size_t(16) << 20) + 4096 * storedSize;
-}
 
 // The parts of the contents of all pages together that something is drawn on. Only pages that share a long list of
 // them have more than a few bytes of the file for each.
@@ -110,13 +126,6 @@ constexpr std::size_t maxContentParts(std::size_t fileSize)
 constexpr std::size_t maxAnnotationCopies(std::size_t objectCount)
 {
     return 10000 + 16 * objectCount;
-}
-
-// The texts of fields that are drawn together with all their choices, in bytes, where nobody names the fields: many
-// fields may inherit a long one.
-constexpr std::size_t maxDrawnText(std::size_t fileSize)
-{
-    return (std::size_t(16) << 20) + 4 * fileSize;
 }
 
 // What is read of a font, decoded, in bytes: of the map of its characters, and of its program. The largest fonts that

@@ -81,10 +81,11 @@ Host::Result<std::uint64_t> storedSize(const Ref<PDF::Document>& document, const
     return data->size();
 }
 
-Host::Result<std::uint64_t> decodedSize(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream)
+Host::Result<std::uint64_t> decodedSize(
+    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, Host::Budget& budget)
 {
     return Host::copyStream(
-        document, stream, Host::StreamForm::Decoded, [](const std::uint8_t*, std::size_t) { return true; });
+        document, stream, Host::StreamForm::Decoded, budget, [](const std::uint8_t*, std::size_t) { return true; });
 }
 
 std::string numberOf(const PDF::Object& object)
@@ -92,14 +93,14 @@ std::string numberOf(const PDF::Object& object)
     return std::to_string(object.id()) + " " + std::to_string(object.generation());
 }
 
-std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& object)
+std::string textLine(const Ref<PDF::Document>& document, const PDF::Object& object, Host::Budget& budget)
 {
     std::string line = numberOf(object) + " obj " + Tools::shown(textOf(document, object.value()));
     const auto stream = PDF::valueAs<PDF::Stream>(object.value());
     if (!stream)
         return line;
     auto stored = storedSize(document, stream);
-    auto decoded = decodedSize(document, stream);
+    auto decoded = decodedSize(document, stream, budget);
     line += " stream: " + (stored ? std::to_string(*stored) + " bytes stored" : stored.refusal().message);
     if (stored)
         line += decoded ? ", " + std::to_string(*decoded) + " decoded" : "; not decoded: " + decoded.refusal().message;
@@ -112,14 +113,14 @@ std::string jsonCode(std::uint32_t code)
     return code ? json(Host::codeText(code)) : "null";
 }
 
-std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& object)
+std::string jsonObject(const Ref<PDF::Document>& document, const PDF::Object& object, Host::Budget& budget)
 {
     std::string out = "{\"id\": " + std::to_string(object.id())
         + ", \"generation\": " + std::to_string(object.generation())
         + ", \"text\": " + json(Host::toUtf8(textOf(document, object.value())));
     if (const auto stream = PDF::valueAs<PDF::Stream>(object.value())) {
         auto stored = storedSize(document, stream);
-        auto decoded = decodedSize(document, stream);
+        auto decoded = decodedSize(document, stream, budget);
         out += ", \"stored\": " + (stored ? std::to_string(*stored) : "null");
         out += ", \"decoded\": " + (decoded ? std::to_string(*decoded) : "null");
         if (!decoded)
@@ -171,6 +172,7 @@ enum class Extent { Whole, AllObjects, OneObject };
 void printText(const Tools::Opened& opened, const Objects& objects, Extent extent)
 {
     const Ref<PDF::Document>& document = opened.document;
+    Host::Budget budget(document); // of all streams together
     if (extent == Extent::Whole) {
         std::printf("version: %s\n", Host::toUtf8(PDF::versionToString(document->version())).c_str());
         std::printf("line ending: %s\n", lineEndingName(document).c_str());
@@ -178,7 +180,7 @@ void printText(const Tools::Opened& opened, const Objects& objects, Extent exten
         std::printf("objects: %zu\n", objects.size());
     }
     for (const auto& object : objects)
-        std::printf("%s\n", textLine(document, *object).c_str());
+        std::printf("%s\n", textLine(document, *object, budget).c_str());
     if (extent != Extent::Whole)
         return;
     printPages(document);
@@ -187,8 +189,9 @@ void printText(const Tools::Opened& opened, const Objects& objects, Extent exten
 void printJson(const Tools::Opened& opened, const Objects& objects, Extent extent)
 {
     const Ref<PDF::Document>& document = opened.document;
+    Host::Budget budget(document); // of all streams together
     if (extent == Extent::OneObject) {
-        std::printf("%s\n", jsonObject(document, *objects[0]).c_str());
+        std::printf("%s\n", jsonObject(document, *objects[0], budget).c_str());
         return;
     }
     if (extent == Extent::Whole)
@@ -197,7 +200,7 @@ void printJson(const Tools::Opened& opened, const Objects& objects, Extent exten
             json(lineEndingName(document)).c_str(), json(Host::toUtf8(textOf(document, document->trailer()))).c_str());
     const char* separator = "[\n";
     for (const auto& object : objects)
-        std::printf("%s%s", std::exchange(separator, ",\n"), jsonObject(document, *object).c_str());
+        std::printf("%s%s", std::exchange(separator, ",\n"), jsonObject(document, *object, budget).c_str());
     std::printf("%s]", objects.empty() ? "[" : "");
     if (extent == Extent::Whole) {
         printJsonPages(document);

@@ -85,13 +85,14 @@ Result<FieldUpdate> updateForText(const FieldNode& field, const FieldValue& valu
 // The states of the widgets, each with its text.
 class ButtonStates {
 public:
-    ButtonStates(const Document& document, const FieldNode& field, bool isDrawn)
-        : _options(optionsOf(document, field.entries))
+    ButtonStates(const Document& document, const FieldNode& field, bool isDrawn, Budget& budget)
+        : _options(optionsOf(document, field.entries, budget))
     {
         for (const Ref<Dictionary>& widget : field.widgets) {
             _states.emplace_back();
-            for (Ref<::String>& name : statesOf(document, *widget))
-                add(std::move(name));
+            for (Ref<::String>& name : statesOf(document, *widget, budget))
+                if (budget.spend(Cost::Texts, sizeof(State) + 2 * name->length()))
+                    add(std::move(name));
             _drawn.emplace_back();
             if (isDrawn && !widget->find(FormKeys::appearance)) {
                 _drawn.back() = field.widgets.size() == 1 ? "Yes" : std::to_string(_states.size() - 1);
@@ -173,11 +174,14 @@ private:
 };
 
 Result<FieldUpdate> updateForButton(
-    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, bool isDrawn)
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, bool isDrawn,
+    Budget& budget)
 {
     if (std::holds_alternative<std::vector<std::string>>(value))
         return doesNotTake(kind, "a list");
-    const ButtonStates states(document, field, isDrawn);
+    const ButtonStates states(document, field, isDrawn, budget);
+    if (budget.isExceeded())
+        return budget.refusal();
     const Result<std::string> state = states.find(value);
     if (!state)
         return state.refusal();
@@ -271,13 +275,17 @@ void show(FieldUpdate& update, const std::vector<FieldOption>& options, FieldKin
 }
 
 Result<FieldUpdate> updateForChoice(
-    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value)
+    const Document& document, const FieldNode& field, FieldKind kind, const FieldValue& value, Budget& budget)
 {
     if (std::holds_alternative<bool>(value))
         return doesNotTake(kind, "on or off");
     const auto* text = std::get_if<std::string>(&value);
     const auto texts = text ? FieldTexts{*text} : std::get<FieldTexts>(value);
-    const std::vector<FieldOption> options = optionsOf(document, field.entries);
+    const std::vector<FieldOption> options = optionsOf(document, field.entries, budget);
+    // What is chosen may be the document's own, and each text is looked for among all options.
+    if (budget.isExceeded() || !budget.spend(Cost::Steps, (texts.size() - std::min<std::size_t>(texts.size(), 1))
+            * options.size()))
+        return budget.refusal();
     const Result<Choices> choices = choose(field, options, kind, texts);
     if (!choices)
         return choices.refusal();
@@ -305,7 +313,7 @@ Result<FieldUpdate> updateForChoice(
 } // namespace
 
 Result<FieldUpdate> updateFor(
-    const Document& document, const FieldNode& field, const FieldValue& value, bool isDrawn) noexcept
+    const Document& document, const FieldNode& field, const FieldValue& value, bool isDrawn, Budget& budget) noexcept
 {
     const FieldKind kind = kindOf(field.entries);
     switch (kind) {
@@ -313,10 +321,10 @@ Result<FieldUpdate> updateFor(
         return updateForText(field, value);
     case FieldKind::CheckBox:
     case FieldKind::RadioButtons:
-        return updateForButton(document, field, kind, value, isDrawn);
+        return updateForButton(document, field, kind, value, isDrawn, budget);
     case FieldKind::ListBox:
     case FieldKind::ComboBox:
-        return updateForChoice(document, field, kind, value);
+        return updateForChoice(document, field, kind, value, budget);
     case FieldKind::PushButton:
     case FieldKind::Signature:
     case FieldKind::Unknown:
@@ -325,15 +333,15 @@ Result<FieldUpdate> updateFor(
     return wrongValue("a field of the kind " + std::string(kindLabel(kind)) + " can't be filled");
 }
 
-std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field) noexcept
+std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNode& field, Budget& budget) noexcept
 {
     FieldTexts texts;
     const auto add = [&](const Ref<Value>& value) {
         if (const auto string = resolveAs<PDF::String>(document, value))
-            texts.push_back(textOf(*string));
+            texts.push_back(textWithin(budget, *string));
     };
     const Ref<Array> array = field.entries.as<Array>(Inherited::Value);
-    for (std::uint64_t i = 0; array && i < array->size(); ++i)
+    for (std::uint64_t i = 0; array && i < array->size() && budget.spend(Cost::Steps, 1); ++i)
         add(array->get(i));
     if (!array)
         add(field.entries[Inherited::Value]);
@@ -342,7 +350,7 @@ std::optional<FieldUpdate> presentUpdate(const Document& document, const FieldNo
     if (!isText && kind != FieldKind::ComboBox && kind != FieldKind::ListBox)
         return {};
     const std::string first = texts.empty() ? "" : texts.front();
-    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false);
+    const auto update = updateFor(document, field, isText ? FieldValue(first) : FieldValue(texts), false, budget);
     FieldUpdate result;
     if (update)
         result = *update;

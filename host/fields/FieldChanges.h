@@ -35,10 +35,11 @@ struct FieldUpdate {
 };
 
 // What has to change for the field to have the value, by the rules of `FormFiller::fill`, or why it can't. Buttons
-// without looks take values only where they are to be drawn.
+// without looks take values only where they are to be drawn. Refused, too, when the budget ends on the way.
 Result<FieldUpdate> updateFor(const PDF::Document& document, const FieldNode& field, const FieldValue& value,
-    bool isDrawn) noexcept;
+    bool isDrawn, Budget& budget) noexcept;
 // What a field with a text or choices comes to as it is; absent for any other.
-std::optional<FieldUpdate> presentUpdate(const PDF::Document& document, const FieldNode& field) noexcept;
+std::optional<FieldUpdate> presentUpdate(
+    const PDF::Document& document, const FieldNode& field, Budget& budget) noexcept;
 
 } // namespace Host

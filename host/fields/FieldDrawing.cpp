@@ -100,12 +100,15 @@ FieldDrawer::FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form)
 }
 
 Result<FieldDrawing> FieldDrawer::draw(
-    const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept
+    const FieldNode& field, const FieldUpdate& update, const Options& options, Budget& budget) noexcept
 {
     if (_failure)
         return *_failure;
     const FieldKind kind = kindOf(field.entries);
     const bool isButton = kind == FieldKind::CheckBox || kind == FieldKind::RadioButtons;
+    std::uint64_t textSize = update.text.size();
+    for (const FieldUpdate::Choice& choice : update.choices)
+        textSize += sizeof choice + choice.text.size();
     FieldDrawing drawing;
     for (std::size_t i = 0; i < field.widgets.size(); ++i) {
         if (isButton && (i >= update.drawnStates.size() || update.drawnStates[i].empty()))
@@ -120,7 +123,9 @@ Result<FieldDrawing> FieldDrawer::draw(
         drawing.widgets.push_back({widget, *look, {}, {}, isButton ? update.drawnStates[i] : "", {}});
         if (isButton)
             drawButton(field, drawing.widgets.back());
-        else if (auto refusal = drawText(field, update, options, drawing))
+        else if (!budget.spend(Cost::Texts, textSize))
+            return budget.refusal();
+        else if (auto refusal = drawText(field, update, options, drawing, budget))
             return *refusal;
     }
     std::vector<TextEngine::Glyph> glyphs;
@@ -135,7 +140,8 @@ Result<FieldDrawing> FieldDrawer::draw(
 }
 
 std::optional<Refusal> FieldDrawer::drawText(
-    const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& result) noexcept
+    const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& result,
+    Budget& budget) noexcept
 {
     WidgetDrawing& drawing = result.widgets.back();
     const FieldKind kind = kindOf(field.entries);
@@ -150,7 +156,7 @@ std::optional<Refusal> FieldDrawer::drawText(
         choices.push_back({drawnText(choice.text, false), choice.isChosen});
         text += choices.back().text;
     }
-    auto lettering = letteringFor(*drawing.widget, defaults.font, text, options, result.warnings);
+    auto lettering = letteringFor(*drawing.widget, defaults.font, text, options, result.warnings, budget);
     if (!lettering)
         return lettering.refusal();
     const WidgetLook& look = drawing.look;
@@ -244,14 +250,14 @@ DefaultAppearance FieldDrawer::appearanceOf(const FieldNode& field, const PDF::D
 
 // The font that the field names, and the standard one that looks like it.
 std::shared_ptr<const PlainLettering> FieldDrawer::plainLettering(
-    const PDF::Dictionary& widget, const std::string& name) noexcept
+    const PDF::Dictionary& widget, const std::string& name, Budget& budget) noexcept
 {
     std::vector<PlainLettering::Font> fonts;
     const Ref<PDF::Value> entry = findFont(widget, name);
     if (_last.lettering && _last.font == entry && _last.fontName == name)
         return _last.lettering;
     const StandardFont* standard = StandardFont::find(name);
-    if (const TextFont* font = fontOf(entry)) {
+    if (const TextFont* font = fontOf(entry, budget)) {
         fonts.push_back({font, entry, name});
         standard = &font->substitute();
     }
@@ -270,9 +276,12 @@ std::shared_ptr<const PlainLettering> FieldDrawer::plainLettering(
 }
 
 Result<std::shared_ptr<const Lettering>> FieldDrawer::letteringFor(const PDF::Dictionary& widget,
-    const std::string& font, std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept
+    const std::string& font, std::u32string_view text, const Options& options, std::vector<std::string>& warnings,
+    Budget& budget) noexcept
 {
-    std::shared_ptr<const Lettering> result = plainLettering(widget, font);
+    std::shared_ptr<const Lettering> result = plainLettering(widget, font, budget);
+    if (budget.isExceeded())
+        return budget.refusal();
     const PlainLettering& plain = *_last.lettering;
     std::u32string missing;
     for (const char32_t c : text)
@@ -333,7 +342,7 @@ Ref<PDF::Value> FieldDrawer::findFont(const PDF::Dictionary& widget, const std::
 }
 
 // Null for none, and for one that can't be used.
-const TextFont* FieldDrawer::fontOf(const Ref<PDF::Value>& entry) noexcept
+const TextFont* FieldDrawer::fontOf(const Ref<PDF::Value>& entry, Budget& budget) noexcept
 {
     const Ref<PDF::Dictionary> dictionary = entry ? PDF::resolveAs<PDF::Dictionary>(*_document, entry) : nullptr;
     if (!dictionary)
@@ -341,7 +350,7 @@ const TextFont* FieldDrawer::fontOf(const Ref<PDF::Value>& entry) noexcept
     const auto [place, isNew] = _fonts.try_emplace(dictionary.get());
     if (isNew) {
         place->second.dictionary = dictionary;
-        if (Result<TextFont> font = TextFont::read(_document, *dictionary))
+        if (Result<TextFont> font = TextFont::read(_document, *dictionary, budget))
             place->second.font = std::move(*font);
     }
     return place->second.font ? &*place->second.font : nullptr;

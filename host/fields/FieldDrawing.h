@@ -52,8 +52,9 @@ public:
     FieldDrawer(Ref<PDF::Document> document, Ref<PDF::Dictionary> form) noexcept;
 
     // The document stays as it is. A widget without a usable rectangle is left out, with a warning. Refused: characters
-    // that can't be drawn, each by name.
-    Result<FieldDrawing> draw(const FieldNode& field, const FieldUpdate& update, const Options& options) noexcept;
+    // that can't be drawn, each by name, and what the budget doesn't have.
+    Result<FieldDrawing> draw(
+        const FieldNode& field, const FieldUpdate& update, const Options& options, Budget& budget) noexcept;
     // Gives the widgets their looks, as a part of an edit, which is to be applied. The code when there is no room for
     // data; then it must not be applied, and nothing can be drawn any more.
     std::optional<Refusal> commit(FieldDrawing& drawing, Edit& edit) noexcept;
@@ -62,17 +63,17 @@ public:
 
 private:
     // Both draw the last widget of the drawing.
-    std::optional<Refusal> drawText(
-        const FieldNode& field, const FieldUpdate& update, const Options& options, FieldDrawing& drawing) noexcept;
+    std::optional<Refusal> drawText(const FieldNode& field, const FieldUpdate& update, const Options& options,
+        FieldDrawing& drawing, Budget& budget) noexcept;
     void drawButton(const FieldNode& field, WidgetDrawing& drawing) noexcept;
     void scroll(const FieldNode& field, std::size_t room, std::vector<ShownChoice>& choices, Changes& changes) noexcept;
     DefaultAppearance appearanceOf(const FieldNode& field, const PDF::Dictionary& widget) noexcept;
     Result<std::shared_ptr<const Lettering>> letteringFor(const PDF::Dictionary& widget, const std::string& font,
-        std::u32string_view text, const Options& options, std::vector<std::string>& warnings) noexcept;
+        std::u32string_view text, const Options& options, std::vector<std::string>& warnings, Budget& budget) noexcept;
     std::shared_ptr<const PlainLettering> plainLettering(
-        const PDF::Dictionary& widget, const std::string& font) noexcept;
+        const PDF::Dictionary& widget, const std::string& font, Budget& budget) noexcept;
     Ref<PDF::Value> findFont(const PDF::Dictionary& widget, const std::string& name) const noexcept;
-    const TextFont* fontOf(const Ref<PDF::Value>& entry) noexcept;
+    const TextFont* fontOf(const Ref<PDF::Value>& entry, Budget& budget) noexcept;
     const TextFont& standardFont(const StandardFont& font) noexcept;
     Ref<PDF::Value> sourceValue(const FontSource& source, PDF::NewObjects& objects) noexcept;
     Ref<PDF::Value> resourcesOf(const AppearanceFonts& fonts, PDF::NewObjects& objects) noexcept;

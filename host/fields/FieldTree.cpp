@@ -5,7 +5,6 @@
 #include <forms/FormKeys.h>
 #include <host/base/ErrorWords.h>
 #include <host/fields/FieldReading.h>
-#include <host/fields/TextString.h>
 #include <host/losses/PartialMarks.h>
 #include <platform/Limits.h>
 #include <values/Array.h>
@@ -34,9 +33,10 @@ struct FieldTree::Place {
     FieldNode* owner;
     const FieldEntries& inherited;
     std::size_t level;
+    Budget& budget;
 };
 
-Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
+Result<FieldTree> FieldTree::build(const Ref<Document>& document, Budget& budget) noexcept
 {
     if (!document)
         return codeRefusal(ErrNullArgument);
@@ -57,7 +57,9 @@ Result<FieldTree> FieldTree::build(const Ref<Document>& document) noexcept
     for (const auto& [entry, key] : {std::pair(Inherited::DefaultAppearance, FormKeys::defaultAppearance.get()),
              std::pair(Inherited::Quadding, FormKeys::quadding.get())})
         defaults.set(entry, resolvePresent(*document, tree._form->find(key)));
-    tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1});
+    tree.walkList(tree._form->find(FormKeys::fields), {nullptr, defaults, 1, budget});
+    if (budget.isExceeded())
+        return budget.refusal().withPrefix("the form: ");
     return tree;
 }
 
@@ -66,7 +68,7 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
 {
     const Ref<Array> array = resolveAs<Array>(*_document, list);
     bool hasField = false;
-    for (std::uint64_t i = 0; array && i < array->size(); ++i) {
+    for (std::uint64_t i = 0; array && i < array->size() && place.budget.spend(Cost::Steps, 1); ++i) {
         const Ref<Dictionary> dictionary = resolveAs<Dictionary>(*_document, array->get(i));
         if (!dictionary)
             skip(i, place, "doesn't lead to a dictionary");
@@ -84,14 +86,14 @@ bool FieldTree::walkList(const Ref<Value>& list, const Place& place) noexcept
 bool FieldTree::walkElement(const Ref<Dictionary>& dictionary, std::uint64_t index, const Place& place) noexcept
 {
     const Ref<PDF::String> title = resolveEntryAs<PDF::String>(*_document, *dictionary, FormKeys::name);
-    std::string name = title ? textOf(*title) : std::string();
+    std::string name = title ? textWithin(place.budget, *title) : std::string();
     if (name.empty() && place.owner)
         return walkWidget(dictionary, place);
     // A field at the top answers to its place when it has no name, as it does in the library.
     name = name.empty() ? std::to_string(index) : name;
     if (name.size() + (place.owner ? place.owner->path.size() + 1 : 0) > Limits::maxFieldPath)
         skip(index, place, "has a name that is too long");
-    else
+    else if (place.budget.spend(Cost::Texts, name.size() + (place.owner ? 2 * place.owner->path.size() : 0)))
         walkField(dictionary, place.owner ? place.owner->path + "." + name : name, place);
     return true;
 }
@@ -104,7 +106,7 @@ void FieldTree::walkField(const Ref<Dictionary>& dictionary, const std::string& 
     const FieldEntries inherited = field.entries;
     bool isTerminal = true;
     if (hasKids(*_document, *dictionary))
-        isTerminal = !walkList(dictionary->find(FormKeys::kids), {&field, inherited, place.level + 1});
+        isTerminal = !walkList(dictionary->find(FormKeys::kids), {&field, inherited, place.level + 1, place.budget});
     else
         field.widgets.push_back(dictionary);
     if (isTerminal || !field.widgets.empty())
@@ -146,7 +148,7 @@ bool FieldTree::walkWidget(const Ref<Dictionary>& dictionary, const Place& place
     if (dictionary->find(FormKeys::value))
         place.owner->copies.push_back(dictionary);
     if (hasKids(*_document, *dictionary))
-        return walkList(dictionary->find(FormKeys::kids), {place.owner, place.inherited, place.level + 1});
+        return walkList(dictionary->find(FormKeys::kids), {place.owner, place.inherited, place.level + 1, place.budget});
     place.owner->widgets.push_back(dictionary);
     return false;
 }

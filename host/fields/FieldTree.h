@@ -1,10 +1,11 @@
 #pragma once
 
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <host/fields/FieldEntries.h>
 
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -36,8 +37,8 @@ struct FieldNode {
 class FieldTree {
 public:
     // A document without a form has an empty one. Refused: null, a document with Encrypt, one without a usable
-    // catalog, and an AcroForm that doesn't lead to a dictionary.
-    static Result<FieldTree> build(const Ref<PDF::Document>& document) noexcept;
+    // catalog, an AcroForm that doesn't lead to a dictionary, and one with more names or elements than the budget has.
+    static Result<FieldTree> build(const Ref<PDF::Document>& document, Budget& budget) noexcept;
 
     const std::vector<FieldNode>& fields() const noexcept { return _fields; }
     // The places in `fields` of those with this path, which differ in kind.
@@ -61,7 +62,7 @@ private:
     Ref<PDF::Dictionary> _form;
     std::vector<FieldNode> _fields;
     std::vector<std::string> _skipped;
-    std::unordered_map<std::string, std::vector<std::size_t>> _byPath;
+    std::map<std::string, std::vector<std::size_t>> _byPath;
     std::unordered_set<const PDF::Dictionary*> _visited;
 };
 

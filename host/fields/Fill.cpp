@@ -22,14 +22,15 @@ constinit const ConstantText otherForm{"XFA"};
 } // namespace
 
 struct FormFiller::State {
-    State(const Ref<Document>& of, FieldTree fields)
-        : document(of), tree(std::move(fields)), warnings(*document, tree), drawer(document, tree.form()),
-          viewers(document, tree), required(tree)
+    State(const Ref<Document>& of, FieldTree fields, std::uint64_t documentSize)
+        : document(of), tree(std::move(fields)), size(documentSize), warnings(*document, tree),
+          drawer(document, tree.form()), viewers(document, tree), required(tree)
     {
     }
 
     const Ref<Document> document;
     const FieldTree tree;
+    const std::uint64_t size; // of the document, by which each filling has its budget
     FillWarnings warnings;
     FieldDrawer drawer;
     ViewerRequest viewers;
@@ -73,12 +74,14 @@ FormFiller::FormFiller(FormFiller&& other) noexcept = default;
 FormFiller& FormFiller::operator=(FormFiller&& other) noexcept = default;
 FormFiller::~FormFiller() noexcept = default;
 
-Result<FormFiller> FormFiller::create(const Ref<Document>& document) noexcept
+Result<FormFiller> FormFiller::create(const Ref<Document>& document, std::uint64_t limitFactor) noexcept
 {
-    Result<FieldTree> tree = FieldTree::build(document);
+    const std::uint64_t size = sizeOf(document);
+    Budget budget(size, limitFactor);
+    Result<FieldTree> tree = FieldTree::build(document, budget);
     if (!tree)
         return tree.refusal();
-    return FormFiller(std::make_unique<State>(document, std::move(*tree)));
+    return FormFiller(std::make_unique<State>(document, std::move(*tree), size));
 }
 
 bool FormFiller::takesValue(const std::string& path) const noexcept
@@ -96,18 +99,19 @@ std::optional<Refusal> FormFiller::fill(
     if (found.empty())
         return Refusal{Reason::Missing, "there is no such field"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
+    Budget budget(_state->size, options.limitFactor);
     std::vector<FieldUpdate> updates;
     std::vector<FieldDrawing> drawings;
     for (const std::size_t index : found) {
         const FieldNode& field = _state->tree.fields()[index];
-        Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn);
+        Result<FieldUpdate> update = updateFor(*_state->document, field, value, isDrawn, budget);
         if (!update)
             return update.refusal();
         updates.push_back(std::move(*update));
         if (!isDrawn)
             continue;
         auto drawing = _state->drawer.draw(
-            field, updates.back(), {options.engine, options.isAnyTextAllowed, options.areFontsLater});
+            field, updates.back(), {options.engine, options.isAnyTextAllowed, options.areFontsLater}, budget);
         if (!drawing)
             return drawing.refusal();
         drawings.push_back(std::move(*drawing));
@@ -142,7 +146,7 @@ const std::vector<std::string>& FormFiller::warnings() const noexcept
 Result<std::vector<std::string>> fill(const Ref<Document>& document, const std::string& path,
     const FieldValue& value, const FillOptions& options) noexcept
 {
-    Result<FormFiller> filler = FormFiller::create(document);
+    Result<FormFiller> filler = FormFiller::create(document, options.limitFactor);
     if (!filler)
         return filler.refusal();
     if (auto refusal = filler->fill(path, value, options))

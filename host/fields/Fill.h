@@ -37,6 +37,8 @@ struct FillOptions {
     // Warns of required fields that are still empty after the last filling: texts and choices without a value, and
     // check boxes and radio buttons that are off.
     bool areRequiredChecked = false;
+    // Raises the limits of what one filling may take (`Limits::texts` and those after it).
+    std::uint64_t limitFactor = 1;
 };
 
 // Sets values of the form of one document. It looks for the fields once, when it is created, so that filling
@@ -45,7 +47,7 @@ struct FillOptions {
 class EXPORTED FormFiller {
 public:
     // Refused by the rules of `listFields`.
-    static Result<FormFiller> create(const Ref<PDF::Document>& document) noexcept;
+    static Result<FormFiller> create(const Ref<PDF::Document>& document, std::uint64_t limitFactor = 1) noexcept;
     FormFiller(FormFiller&& other) noexcept;
     FormFiller& operator=(FormFiller&& other) noexcept;
     ~FormFiller() noexcept;
@@ -59,7 +61,8 @@ public:
     // with `WrongArgument`, for a value of a kind that the field doesn't take, a state or a choice that it doesn't
     // have, more choices than it takes, a text that is not UTF-8 or has more than `MaxLen` UTF-16 units (0 is no
     // limit, below 0 no text fits, and a comb has that many cells), a push button, a signature, or a field without a
-    // kind. Read-only fields are filled.
+    // kind; with `LimitReached` where the options, states or widgets of the field are too many. Read-only fields are
+    // filled.
     //
     // What changes: `V` of the field, of its nameless kids that carry one, too, and of other fields of the same
     // path. A text field also loses its `RV`, which holds the old text with its formatting. `AS` of each

@@ -47,10 +47,11 @@ bool isText(FieldKind kind)
 // One call of `flatten`.
 class Flattening {
 public:
-    Flattening(const Ref<Document>& document, FieldTree&& tree, PageTree&& pages, const FlattenOptions& options)
-        : _document(document), _options(options), _tree(std::move(tree)), _pages(std::move(pages)), _edit(document),
-          _drawing(_edit, _pages), _structure(_edit), _drawer(document, _tree.form()),
-          _textLeft(Limits::maxDrawnText(fileSizeOf(document)))
+    Flattening(const Ref<Document>& document, FieldTree&& tree, PageTree&& pages, const FlattenOptions& options,
+        Budget& budget)
+        : _document(document), _options(options), _tree(std::move(tree)), _pages(std::move(pages)), _budget(budget),
+          _edit(document), _drawing(_edit, _pages, options.limitFactor), _structure(_edit),
+          _drawer(document, _tree.form())
     {
     }
 
@@ -99,7 +100,6 @@ private:
     std::optional<Appearance> appearanceOf(const Dictionary& widget, const FieldNode* field) const;
     std::optional<Refusal> drawMissing();
     std::optional<Refusal> drawMissing(const FieldNode& field, std::vector<Ref<Dictionary>> widgets);
-    std::size_t textSize(const FieldNode& field, Inherited entry) const;
     bool isOn(const FieldNode& field, const Dictionary& widget) const;
     // Pages
     void setLook(const Dictionary& widget, const Appearance& appearance);
@@ -116,6 +116,7 @@ private:
     const FlattenOptions& _options;
     const FieldTree _tree;
     const PageTree _pages;
+    Budget& _budget;
     Edit _edit;
     Drawing _drawing;
     StructurePlaces _structure;
@@ -127,7 +128,6 @@ private:
     std::vector<Placement> _placements;
     std::unordered_map<const Dictionary*, Look> _looks;
     std::map<std::size_t, std::vector<Ref<Dictionary>>> _missing; // widgets to be drawn, by field
-    std::size_t _textLeft;                                        // that may be drawn
     FlattenResult _result;
 };
 
@@ -282,15 +282,12 @@ std::optional<Refusal> Flattening::drawMissing()
 std::optional<Refusal> Flattening::drawMissing(const FieldNode& field, std::vector<Ref<Dictionary>> widgets)
 {
     FieldNode node{field.path, field.dictionary, field.entries, std::move(widgets), {}};
-    const std::size_t size
-        = node.widgets.size() * (textSize(field, Inherited::Value) + textSize(field, Inherited::Options));
-    if (size > _textLeft)
-        return Refusal{Reason::LimitReached, "the texts of all fields are too long to be drawn", ErrOutOfRange};
-    _textLeft -= size;
-    FieldUpdate update = presentUpdate(*_document, node).value_or(FieldUpdate());
+    FieldUpdate update = presentUpdate(*_document, node, _budget).value_or(FieldUpdate());
+    if (_budget.isExceeded())
+        return _budget.refusal();
     if (isButton(kindOf(node.entries)))
         update.drawnStates.assign(node.widgets.size(), "Yes");
-    auto drawing = _drawer.draw(node, update, {_options.engine, _options.isAnyTextAllowed, true});
+    auto drawing = _drawer.draw(node, update, {_options.engine, _options.isAnyTextAllowed, true}, _budget);
     if (!drawing)
         return drawing.refusal();
     const auto isOffAndBare = [&](const WidgetDrawing& widget) {
@@ -308,21 +305,6 @@ std::optional<Refusal> Flattening::drawMissing(const FieldNode& field, std::vect
     }
     warn(drawing->warnings);
     return {};
-}
-
-// Of a text, an array of texts, or one of pairs of texts, with a little for each.
-std::size_t Flattening::textSize(const FieldNode& field, Inherited entry) const
-{
-    constexpr std::size_t each = 16;
-    const auto sizeOf = [&](const auto& self, const Ref<Value>& value, int levels) -> std::size_t {
-        const Ref<PDF::String> string = valueAs<PDF::String>(value);
-        const Ref<Array> array = levels > 0 ? valueAs<Array>(value) : nullptr;
-        std::size_t size = each + (string ? textOf(*string).size() : 0);
-        for (std::uint64_t i = 0; array && i < array->size(); ++i)
-            size += self(self, resolve(*_document, array->get(i)), levels - 1);
-        return size;
-    };
-    return sizeOf(sizeOf, field.entries[entry], 2);
 }
 
 // Of a button without an appearance. Where several widgets show the field, only the widget itself can say it.
@@ -397,13 +379,14 @@ void Flattening::drawPages()
 Result<FlattenResult> flatten(
     const Ref<Document>& document, const FieldSelection& which, const FlattenOptions& options) noexcept
 {
-    auto tree = FieldTree::build(document);
+    Budget budget(document, options.limitFactor);
+    auto tree = FieldTree::build(document, budget);
     if (!tree)
         return tree.refusal();
-    auto found = pages(document);
+    auto found = pages(document, options.limitFactor);
     if (!found)
         return found.refusal();
-    return Flattening(document, std::move(*tree), std::move(*found), options).run(which);
+    return Flattening(document, std::move(*tree), std::move(*found), options, budget).run(which);
 }
 
 } // namespace Host

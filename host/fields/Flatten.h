@@ -32,6 +32,8 @@ struct FlattenOptions {
     // out: as `FillOptions` have them.
     std::function<Result<std::shared_ptr<TextEngine>>()> engine = {};
     bool isAnyTextAllowed = false;
+    // Raises the limits of what all fields together may take (`Limits::texts` and those after it).
+    std::uint64_t limitFactor = 1;
 };
 
 // What `flatten` did.

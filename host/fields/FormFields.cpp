@@ -9,13 +9,12 @@
 #include <host/pages/Geometry.h>
 #include <host/streams/StreamBytes.h>
 #include <platform/ConstantText.h>
-#include <platform/Limits.h>
 #include <values/Array.h>
 #include <values/Name.h>
 #include <values/Number.h>
 #include <values/Stream.h>
 
-#include <unordered_set>
+#include <set>
 
 namespace Host {
 
@@ -33,10 +32,13 @@ Field::Quadding quaddingOf(const FieldEntries& entries)
     return static_cast<Field::Quadding>(number->intPart() + 1);
 }
 
-// Reads fields, one after the other, and counts their texts.
+// Reads fields, one after the other, as far as the budget goes.
 class Listing {
 public:
-    explicit Listing(const Ref<Document>& document) noexcept : _document(document), _places(document) {}
+    Listing(const Ref<Document>& document, Budget& budget) noexcept
+        : _document(document), _places(document), _budget(budget)
+    {
+    }
 
     FormField describe(const FieldNode& node)
     {
@@ -49,37 +51,24 @@ public:
         for (const Ref<Dictionary>& widget : node.widgets)
             field.widgets.push_back(describeWidget(*widget, field.kind));
         field.isSigned = isSigned(node.entries);
-        if (!_isFull)
+        if (!_budget.isExceeded())
             describeTexts(node, field);
         return field;
     }
 
-    bool isFull() const { return _isFull; }
-
 private:
-    // The text, or none once there were too many.
-    std::string counted(std::string text)
-    {
-        _isFull = _isFull || text.size() >= _left;
-        if (_isFull)
-            return {};
-        _left -= text.size() + 1;
-        return text;
-    }
-
     void describeTexts(const FieldNode& node, FormField& field)
     {
         if (field.kind != FieldKind::Signature) {
             field.value = textsOf(node.entries[Inherited::Value]);
             field.defaultValue = textsOf(node.entries[Inherited::DefaultValue]);
         }
-        for (FieldOption& option : optionsOf(*_document, node.entries))
-            field.options.push_back({counted(std::move(option.exported)), counted(std::move(option.displayed))});
+        field.options = optionsOf(*_document, node.entries, _budget);
         field.states = statesOfAll(field.widgets);
         if (const auto tooltip = resolveEntryAs<PDF::String>(*_document, *node.dictionary, FormKeys::alternateName))
-            field.tooltip = counted(textOf(*tooltip));
+            field.tooltip = textWithin(_budget, *tooltip);
         if (const auto appearance = node.entries.as<PDF::String>(Inherited::DefaultAppearance))
-            field.defaultAppearance = counted(textOf(*appearance));
+            field.defaultAppearance = textWithin(_budget, *appearance);
     }
 
     FormWidget describeWidget(const Dictionary& widget, FieldKind kind)
@@ -91,8 +80,8 @@ private:
         }
         result.rectangle = rectangleOf(*_document, widget.find(rectangle));
         if (kind == FieldKind::CheckBox || kind == FieldKind::RadioButtons)
-            for (const Ref<::String>& state : statesOf(*_document, widget))
-                if (std::string name = counted(textOfName(*state)); !_isFull)
+            for (const Ref<::String>& state : statesOf(*_document, widget, _budget))
+                if (std::string name = textWithin(_budget, *state); !_budget.isExceeded())
                     result.states.push_back(std::move(name));
         return result;
     }
@@ -101,7 +90,7 @@ private:
     std::vector<std::string> statesOfAll(const std::vector<FormWidget>& widgets)
     {
         std::vector<std::string> states;
-        std::unordered_set<std::string> known;
+        std::set<std::string> known;
         for (const FormWidget& widget : widgets)
             for (const std::string& state : widget.states)
                 if (known.insert(state).second)
@@ -114,21 +103,21 @@ private:
         const Ref<Array> array = valueAs<Array>(value);
         if (!array) {
             auto text = textOfValue(value);
-            return text ? std::optional<FieldTexts>({counted(std::move(*text))}) : std::nullopt;
+            return text ? std::optional<FieldTexts>({std::move(*text)}) : std::nullopt;
         }
         FieldTexts result;
-        for (std::uint64_t i = 0; i < array->size() && !_isFull; ++i)
+        for (std::uint64_t i = 0; i < array->size() && _budget.spend(Cost::Steps, 1) && !_budget.isExceeded(); ++i)
             if (auto text = textOfValue(resolve(*_document, array->get(i))))
-                result.push_back(counted(std::move(*text)));
+                result.push_back(std::move(*text));
         return result;
     }
 
     std::optional<std::string> textOfValue(const Ref<Value>& value)
     {
         if (const auto string = valueAs<PDF::String>(value))
-            return textOf(*string);
+            return textWithin(_budget, *string);
         if (const auto name = valueAs<Name>(value))
-            return name->value() ? std::optional(textOfName(*name->value())) : std::nullopt;
+            return name->value() ? std::optional(textWithin(_budget, *name->value())) : std::nullopt;
         if (const auto stream = valueAs<Stream>(value))
             return textOfStream(stream);
         return {};
@@ -139,35 +128,34 @@ private:
     {
         std::string bytes;
         const auto copied = copyStream(
-            _document, stream, StreamForm::Decoded, [&](const std::uint8_t* data, std::size_t count) {
+            _document, stream, StreamForm::Decoded, _budget, [&](const std::uint8_t* data, std::size_t count) {
                 bytes.append(reinterpret_cast<const char*>(data), count);
-                return bytes.size() <= _left;
+                return _budget.spend(Cost::Texts, count);
             });
-        return copied && bytes.size() <= _left ? std::optional(textOfBytes(bytes)) : std::nullopt;
+        return copied ? std::optional(textOfBytes(bytes)) : std::nullopt;
     }
 
     const Ref<Document> _document;
     const WidgetPlaces _places;
-    std::size_t _left = Limits::maxListedText;
-    bool _isFull = false;
+    Budget& _budget;
 };
 
 } // namespace
 
-Result<FormFields> listFields(const Ref<Document>& document) noexcept
+Result<FormFields> listFields(const Ref<Document>& document, std::uint64_t limitFactor) noexcept
 {
-    Result<FieldTree> tree = FieldTree::build(document);
+    Budget budget(document, limitFactor);
+    Result<FieldTree> tree = FieldTree::build(document, budget);
     if (!tree)
         return tree.refusal();
     FormFields result{{}, tree->skipped()};
     if (tree->fields().empty())
         return result;
-    Listing listing(document);
+    Listing listing(document, budget);
     for (const FieldNode& node : tree->fields())
         result.fields.push_back(listing.describe(node));
-    if (listing.isFull())
-        result.skipped.push_back(
-            "texts beyond " + std::to_string(Limits::maxListedText >> 20) + " MiB are left out");
+    if (budget.isExceeded())
+        result.skipped.push_back("further texts are left out: " + budget.refusal().message);
     return result;
 }
 

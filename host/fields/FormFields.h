@@ -60,9 +60,11 @@ struct FormFields {
 };
 
 // Every terminal field of the document's form, read from the dictionaries as they are now; none when the document
-// has no form. Time and memory grow with fields, pages and annotations. Up to 16 MiB of texts are given; the rest is
-// left out, and `skipped` says so. Refused: null, a document with Encrypt, one without a usable catalog, and an
-// AcroForm that is not a dictionary.
-EXPORTED Result<FormFields> listFields(const Ref<PDF::Document>& document) noexcept;
+// has no form. Time and memory grow with fields, pages and annotations. Texts are given up to `Limits::texts`, of streams
+// up to `Limits::decodedData`; the rest is left out, and `skipped` says so. Refused: null, a document with Encrypt, one
+// without a usable catalog, an AcroForm that is not a dictionary, and with `Reason::LimitReached` one whose names or
+// lists go beyond `Limits::texts` or `Limits::steps`. `limitFactor` raises these limits.
+EXPORTED Result<FormFields> listFields(
+    const Ref<PDF::Document>& document, std::uint64_t limitFactor = 1) noexcept;
 
 } // namespace Host

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <set>
+#include <unordered_map>
 
 namespace Host {
 

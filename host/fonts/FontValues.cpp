@@ -88,12 +88,12 @@ std::string textAt(const PDF::Document& document, const PDF::Dictionary& diction
     return text;
 }
 
-std::optional<std::string> dataOf(
-    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::size_t limit) noexcept
+std::optional<std::string> dataOf(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream,
+    std::size_t limit, Budget& budget) noexcept
 {
     std::string data;
     const Result<std::uint64_t> copied = copyStream(
-        document, stream, StreamForm::Decoded, [&data, limit](const std::uint8_t* bytes, std::size_t count) {
+        document, stream, StreamForm::Decoded, budget, [&data, limit](const std::uint8_t* bytes, std::size_t count) {
             if (count > limit - data.size())
                 return false;
             data.append(reinterpret_cast<const char*>(bytes), count);

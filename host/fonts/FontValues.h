@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/Resolve.h>
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <values/Array.h>
 #include <values/Stream.h>
@@ -44,9 +45,9 @@ Ref<Kind> valueAt(const PDF::Document& document, const PDF::Dictionary& dictiona
     return PDF::resolveEntryAs<Kind>(document, dictionary, ::String::create(key));
 }
 
-// The decoded data of the stream; absent when it is larger than `limit` in bytes, or can't be had.
-std::optional<std::string> dataOf(
-    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::size_t limit) noexcept;
+// The decoded data of the stream; absent when it is larger than `limit` in bytes or than the budget, or can't be had.
+std::optional<std::string> dataOf(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream,
+    std::size_t limit, Budget& budget) noexcept;
 
 // Whether a font's name says that only some of its glyphs are embedded: "ABCDEF+Garamond".
 bool hasTag(std::string_view fontName) noexcept;

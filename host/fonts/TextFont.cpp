@@ -39,7 +39,10 @@ double widthOf(std::optional<double> width)
 // Reads one font.
 class TextFont::Reading {
 public:
-    Reading(const Ref<PDF::Document>& document, const PDF::Dictionary& font) : _document(document), _dictionary(font) {}
+    Reading(const Ref<PDF::Document>& document, const PDF::Dictionary& font, Budget& budget)
+        : _document(document), _dictionary(font), _budget(budget)
+    {
+    }
 
     Result<TextFont> read()
     {
@@ -61,7 +64,7 @@ private:
     void readCharacters()
     {
         const Ref<PDF::Stream> map = valueAt<PDF::Stream>(*_document, _dictionary, "ToUnicode");
-        const auto text = map ? dataOf(_document, map, Limits::maxCodeMap) : std::nullopt;
+        const auto text = map ? dataOf(_document, map, Limits::maxCodeMap, _budget) : std::nullopt;
         if (text)
             _characters = CodeMap(*text).characters();
     }
@@ -89,7 +92,7 @@ private:
         if (hasTag(_font._name))
             _glyphNames = textAt(*_document, *descriptor, "CharSet");
         if (const auto file = valueAt<PDF::Stream>(*_document, *descriptor, "FontFile2"); file && hasTag(_font._name)) {
-            _data = dataOf(_document, file, Limits::maxFontProgram).value_or("");
+            _data = dataOf(_document, file, Limits::maxFontProgram, _budget).value_or("");
             _program = TrueTypeProgram::read(_data);
         }
     }
@@ -259,6 +262,7 @@ private:
 
     const Ref<PDF::Document>& _document;
     const PDF::Dictionary& _dictionary;
+    Budget& _budget;
     TextFont _font;
     CodeRanges _characters;
     std::map<std::uint16_t, double> _widths;
@@ -270,9 +274,10 @@ private:
     std::optional<TrueTypeProgram> _program;
 };
 
-Result<TextFont> TextFont::read(const Ref<PDF::Document>& document, const PDF::Dictionary& font) noexcept
+Result<TextFont> TextFont::read(
+    const Ref<PDF::Document>& document, const PDF::Dictionary& font, Budget& budget) noexcept
 {
-    return Reading(document, font).read();
+    return Reading(document, font, budget).read();
 }
 
 TextFont TextFont::standard(const StandardFont& font) noexcept

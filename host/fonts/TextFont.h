@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <host/fonts/StandardFonts.h>
 
@@ -30,8 +31,9 @@ struct FontCode {
 class TextFont {
 public:
     // Refused, in words that go on from "the font": one of a kind that can't be used, without widths, or one in
-    // which no character is found.
-    static Result<TextFont> read(const Ref<PDF::Document>& document, const PDF::Dictionary& font) noexcept;
+    // which no character is found. Its data is read as far as the budget goes.
+    static Result<TextFont> read(
+        const Ref<PDF::Document>& document, const PDF::Dictionary& font, Budget& budget) noexcept;
     // The font by its own dictionary, as `StandardFont::dictionary` gives it.
     static TextFont standard(const StandardFont& font) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <document/ExactWriting.h>
 #include <document/Inspection.h>
+#include <host/base/Budget.h>
 #include <host/base/ErrorWords.h>
 #include <host/files/Open.h>
 #include <host/losses/FormatComparison.h>
@@ -127,13 +128,16 @@ void examineMissing(FileExamination& file)
             examineMissing(file, id, row);
 }
 
-Result<Examination> examine(FileExamination& file)
+Result<Examination> examine(FileExamination& file, Budget& budget)
 {
     examineHeader(file);
     for (const auto& object : objectsAsWritten(file.document())) {
+        const std::uint64_t before = file.losses().size();
         examineObject(file, *object);
         if (file.isEndless())
             return endless();
+        if (!budget.spend(Cost::Texts, file.losses().size() - before))
+            return budget.refusal();
     }
     Examination result;
     examineTrailer(file);
@@ -154,13 +158,14 @@ Result<Examination> examine(FileExamination& file)
 
 } // namespace
 
-Result<Examination> examine(const Ref<FileStripe>& file) noexcept
+Result<Examination> examine(const Ref<FileStripe>& file, std::uint64_t limitFactor) noexcept
 {
     const Result<OpenedFile> opened = open(file);
     if (!opened)
         return opened.refusal();
     FileExamination examination(opened->document, file);
-    Result<Examination> result = examine(examination);
+    Budget budget(file->size(), limitFactor);
+    Result<Examination> result = examine(examination, budget);
     if (const auto failure = file->readFailure())
         return *failure;
     if (!file->isUnchanged())
@@ -168,10 +173,10 @@ Result<Examination> examine(const Ref<FileStripe>& file) noexcept
     return result;
 }
 
-Result<Examination> examine(const std::string& path) noexcept
+Result<Examination> examine(const std::string& path, std::uint64_t limitFactor) noexcept
 {
     const Result<Ref<FileStripe>> file = FileStripe::open(path);
-    return file ? examine(*file) : Result<Examination>(file.refusal());
+    return file ? examine(*file, limitFactor) : Result<Examination>(file.refusal());
 }
 
 } // namespace Host

@@ -24,9 +24,9 @@ struct Examination {
 //
 // Refused: what `open` refuses; a file that was changed meanwhile; and, with `Reason::LimitReached`, one whose objects
 // overlap, or lead into the same blanks, so often that reading them takes more than `Limits::maxReadings` times its
-// size.
-EXPORTED Result<Examination> examine(const std::string& path) noexcept;
+// size, or whose losses take more than `Limits::texts`. `limitFactor` raises the latter.
+EXPORTED Result<Examination> examine(const std::string& path, std::uint64_t limitFactor = 1) noexcept;
 // The same for a file that is open. A document that was opened from it may be in use; its changes don't count.
-EXPORTED Result<Examination> examine(const Ref<FileStripe>& file) noexcept;
+EXPORTED Result<Examination> examine(const Ref<FileStripe>& file, std::uint64_t limitFactor = 1) noexcept;
 
 } // namespace Host

@@ -4,8 +4,8 @@
 #include <host/losses/Losses.h>
 #include <host/losses/TableChain.h>
 
-#include <unordered_map>
-#include <unordered_set>
+#include <map>
+#include <set>
 
 namespace Host {
 
@@ -47,10 +47,10 @@ private:
     const Ref<PDF::Document> _document;
     SourceText _text;
     SourceText _headers; // the same file, to look at single objects and keep what `_text` holds
-    std::unordered_map<std::uint32_t, bool> _areInFile; // what was found out of rows without an object here
+    std::map<std::uint32_t, bool> _areInFile; // what was found out of rows without an object here
     const TableChain _chain;
     const std::uint64_t _bytesReadByChain;
-    std::unordered_set<std::string> _numbers; // of the document's objects
+    std::set<std::string> _numbers; // of the document's objects
     Loss _template{};
     Losses _losses;
 };

@@ -121,15 +121,25 @@ bool FormatReader::isRegular(int c) noexcept
 void FormatReader::skipSpace() noexcept
 {
     for (;;) {
-        while (isSpace(here()))
-            ++_position;
+        skipWhile(isSpace);
         if (here() != '%')
             return;
         const std::uint64_t begin = _position;
-        while (here() != SourceText::end && !isLineEnd(here()))
-            ++_position;
+        skipWhile([](int c) { return c != SourceText::end && !isLineEnd(c); });
         _comments.push_back({begin, _position});
     }
+}
+
+template <class Condition>
+void FormatReader::skipWhile(Condition condition) noexcept
+{
+    constexpr std::uint64_t mostHeld = 1 << 16;
+    std::uint64_t begin = _position;
+    for (; condition(here()); ++_position)
+        if (_position - begin == mostHeld) {
+            _text.skip(begin, _position);
+            begin = _position;
+        }
 }
 
 bool FormatReader::skipKeyword(std::string_view keyword) noexcept

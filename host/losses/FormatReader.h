@@ -66,6 +66,9 @@ public:
     std::vector<Range> takeComments() noexcept { return std::move(_comments); }
 
 private:
+    // Skips characters, and doesn't have all of many held.
+    template <class Condition>
+    void skipWhile(Condition condition) noexcept;
     int here() noexcept { return _text.at(_position); }
     FormatValue readPart() noexcept;
     void readList(FormatValue& list, std::string_view end) noexcept;

@@ -26,6 +26,7 @@ std::string_view lossLabel(LossKind kind) noexcept
 void Losses::add(Loss loss) noexcept
 {
     ++_counts[std::size_t(loss.kind)];
+    _size += sizeof loss + loss.inFile.size() + loss.written.size();
     _all.push_back(std::move(loss));
 }
 

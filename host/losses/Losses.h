@@ -52,6 +52,8 @@ public:
 
     // In the order in which they were added.
     const std::vector<Loss>& all() const noexcept { return _all; }
+    // What they take, in bytes.
+    std::uint64_t size() const noexcept { return _size; }
     // How many there are of a kind.
     std::size_t count(LossKind kind) const noexcept { return _counts[std::size_t(kind)]; }
     // Those that change what a reader makes of the file: all but comments.
@@ -62,6 +64,7 @@ public:
 
 private:
     std::vector<Loss> _all;
+    std::uint64_t _size = 0;
     std::array<std::size_t, lossKindCount> _counts{};
 };
 

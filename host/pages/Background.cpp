@@ -1,14 +1,19 @@
 #include <host/pages/Background.h>
 
 #include <document/BackgroundPages.h>
+#include <document/Inspection.h>
 #include <document/Keys.h>
 #include <document/Resolve.h>
 #include <host/base/ErrorWords.h>
 #include <host/losses/PartialMarks.h>
 #include <host/pages/MergeForecast.h>
+#include <values/Array.h>
 #include <values/Object.h>
+#include <values/Stream.h>
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace Host {
 
@@ -65,14 +70,18 @@ struct Pages {
 // it changes nothing then.
 class Preflight {
 public:
-    Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode);
+    Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
+        const BackgroundOptions& options);
 
-    // The first reason to refuse.
+    // The first reason to refuse, or a limit, which comes before all others.
     std::optional<Refusal> run();
     std::size_t pageCount() const { return _pageCount; }
     std::vector<std::string> warnings() const;
 
 private:
+    std::optional<Refusal> findReason();
+    bool spendStreams();
+    bool spendContents(const Dictionary& page, std::size_t foreignIndex);
     std::optional<Refusal> checkPage(std::size_t index, const Ref<Dictionary>& page);
     std::optional<Refusal> merge(std::size_t index, const Resources& foreign, const Dictionary& page);
     std::optional<Refusal> checkInheritingPages();
@@ -83,8 +92,12 @@ private:
     const StackVector<Ref<PDF::Object>> _pages;
     StackVector<Ref<PDF::Object>> _foreignPages; // those that are used
     std::size_t _pageCount = 0;                  // that get a background
+    const bool _isForced;
+    Budget _budget;
     MergeForecast _forecast;
+    std::map<const Dictionary*, std::uint64_t> _contents; // how many parts the contents of a page have so far
     std::shared_ptr<Resources> _rootResources;
+    std::vector<std::uint64_t> _foreignParts; // of the contents of each foreign page
     std::vector<std::size_t> _inheriting; // pages beneath which a foreign one goes that inherits its resources
     Pages _lacking;                  // those among them that don't see all of these
     std::string _missing;            // what the first of them doesn't see
@@ -92,9 +105,11 @@ private:
     std::size_t _copyCount = 0;      // pages that get copies of their own
 };
 
-Preflight::Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode)
+Preflight::Preflight(const Ref<Document>& document, const Ref<Document>& foreign, BackgroundMode mode,
+    const BackgroundOptions& options)
     : _document(document), _foreign(foreign), _pages(document->getPages()), _foreignPages(foreign->getPages()),
-      _forecast(document, foreign)
+      _isForced(options.isForced), _budget(sizeOf(document) + sizeOf(foreign), options.limitFactor),
+      _forecast(document, foreign, _budget)
 {
     _foreignPages.resize(foreignPagesRead(mode, _foreignPages.size()));
     _pageCount = pagesWithBackground(mode, _pages.size(), _foreignPages.size());
@@ -107,15 +122,62 @@ std::optional<Refusal> Preflight::run()
     if (isEncrypted(*_foreign->trailer()))
         return Refusal{Reason::Encrypted,
             "the other document is encrypted, and its content can't be drawn here (Encrypt)"};
+    auto reason = spendStreams() ? findReason() : std::nullopt;
+    return _budget.isExceeded() ? _budget.refusal() : reason;
+}
+
+// Counts what is copied of the contents of foreign pages, each stream once.
+bool Preflight::spendStreams()
+{
+    std::set<const Value*> streams;
+    CopyCount count(_foreign);
+    if (!_budget.spend(Cost::StoredData, storedSizes(_foreign).inFile))
+        return false;
+    for (const Ref<PDF::Object>& page : _foreignPages) {
+        const auto dictionary = resolveAs<Dictionary>(*_foreign, page->value());
+        const Ref<Value> contents = dictionary ? dictionary->find(Keys::contents) : nullptr;
+        const Ref<Array> array = valueAs<Array>(contents);
+        const std::uint64_t parts = array ? array->size() : contents ? 1 : 0;
+        _foreignParts.push_back(parts);
+        if (!_budget.spend(Cost::Steps, parts))
+            return false;
+        for (std::uint64_t i = 0; i < parts; ++i) {
+            const auto stream = resolveAs<Stream>(*_foreign, array ? array->get(i) : contents);
+            if (stream && streams.insert(stream.get()).second && !_budget.spend(Cost::Copies, count.of(stream)))
+                return false;
+        }
+    }
+    return true;
+}
+
+// Counts the new contents of a page, which keep the old ones: of a page that is listed many times each time.
+bool Preflight::spendContents(const Dictionary& page, std::size_t foreignIndex)
+{
+    const auto [place, isFirst] = _contents.emplace(&page, 0);
+    if (isFirst) {
+        const Ref<Value> contents = page.find(Keys::contents);
+        const Ref<Array> array = valueAs<Array>(contents);
+        place->second = array ? array->size() : 1;
+    }
+    place->second += _foreignParts[foreignIndex];
+    return _budget.spend(Cost::Copies, place->second);
+}
+
+std::optional<Refusal> Preflight::findReason()
+{
     Result<std::shared_ptr<Resources>> root =
         _forecast.resourcesOf(*_document, *_document->getPageCatalog()->valueAsDictionary());
     if (!root)
         return at("the root of the page tree", root.refusal());
     _rootResources = *root;
-    for (std::size_t i = 0; i < _pageCount; ++i)
-        if (auto refusal = checkPage(i, _pages[i]->valueAsDictionary()))
-            return at(pageLabel(i), *refusal);
-    return _inheriting.empty() ? std::nullopt : checkInheritingPages();
+    std::optional<Refusal> first;
+    for (std::size_t i = 0; i < _pageCount && !_budget.isExceeded() && (!first || _isForced); ++i)
+        if (auto refusal = checkPage(i, _pages[i]->valueAsDictionary()); refusal && !first)
+            first = at(pageLabel(i), *refusal);
+    if (_inheriting.empty() || (first && !_isForced))
+        return first;
+    auto refusal = checkInheritingPages();
+    return first ? first : refusal;
 }
 
 std::optional<Refusal> Preflight::checkPage(std::size_t index, const Ref<Dictionary>& page)
@@ -126,6 +188,8 @@ std::optional<Refusal> Preflight::checkPage(std::size_t index, const Ref<Diction
         return {};
     if (!page)
         return codeRefusal(ErrBadContents);
+    if (!spendContents(*page, foreignIndex))
+        return _budget.refusal();
     if (page->find(Keys::kids))
         return Refusal{Reason::BrokenRule,
             "this is a branch of the page tree with pages of its own, and its content is not drawn"};
@@ -149,8 +213,10 @@ std::optional<Refusal> Preflight::merge(std::size_t index, const Resources& fore
     std::optional<std::string> collision;
     if (_rootResources)
         collision = _forecast.merge(MergeForecast::Source::RootOfTree, *_rootResources, **own);
-    if (!collision)
-        collision = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
+    if (!collision || _isForced) {
+        auto later = _forecast.merge(MergeForecast::Source::Foreign, foreign, **own);
+        collision = collision ? collision : later;
+    }
     const unsigned spaces = defaultSpacesOf(**own);
     if (spaces != spacesBefore || spaces != defaultSpacesOf(foreign))
         _recolored.add(index);
@@ -225,9 +291,9 @@ Result<BackgroundResult> mergeBackground(const Ref<Document>& document, const Re
         return codeRefusal(ErrNullArgument);
     if (mode > BackgroundMode::PagePairsRepeatLast)
         return codeRefusal(ErrInvalidArgument);
-    Preflight preflight(document, foreign, mode);
+    Preflight preflight(document, foreign, mode, options);
     const auto refusal = preflight.run();
-    if (refusal && !options.isForced)
+    if (refusal && (!options.isForced || refusal->reason == Reason::LimitReached))
         return *refusal;
     BackgroundResult result{preflight.pageCount(), preflight.warnings()};
     if (refusal)

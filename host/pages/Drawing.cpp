@@ -40,9 +40,8 @@ constexpr std::uint64_t maxDirectContents = 16;
 
 } // namespace
 
-Drawing::Drawing(Edit& edit, const PageTree& tree) noexcept
-    : _edit(edit), _tree(tree), _bytesLeft(Limits::maxDecoded(fileSizeOf(edit.document()))),
-      _partsLeft(Limits::maxContentParts(fileSizeOf(edit.document())))
+Drawing::Drawing(Edit& edit, const PageTree& tree, std::uint64_t limitFactor) noexcept
+    : _edit(edit), _tree(tree), _budget(edit.document(), limitFactor)
 {
 }
 
@@ -159,9 +158,8 @@ std::optional<Refusal> Drawing::changeContents(const Page& page, std::size_t ind
 Result<Ref<Value>> Drawing::contentsOf(const Page& page, std::size_t index, const Texts& texts) noexcept
 {
     std::vector<Ref<Value>> contents = contentOf(*_edit.document(), *page.dictionary).references;
-    if (contents.size() > _partsLeft)
-        return Refusal{Reason::LimitReached, "pages with the same content are too many", ErrOutOfRange};
-    _partsLeft -= contents.size();
+    if (!_budget.spend(Cost::Steps, contents.size()))
+        return _budget.refusal();
     if (!texts.above.empty() && !contents.empty())
         if (auto refusal = enclose(page, index, contents))
             return *refusal;
@@ -181,7 +179,7 @@ Result<Ref<Value>> Drawing::contentsOf(const Page& page, std::size_t index, cons
 std::optional<Refusal> Drawing::enclose(
     const Page& page, std::size_t index, std::vector<Ref<Value>>& contents) noexcept
 {
-    const auto joined = joinedContent(_edit.document(), contentOf(*_edit.document(), *page.dictionary), _bytesLeft);
+    const auto joined = joinedContent(_edit.document(), contentOf(*_edit.document(), *page.dictionary), _budget);
     if (!joined)
         return joined.refusal();
     const ContentBalance balance = balanceOf(joined->bytes);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Budget.h>
 #include <host/pages/Edit.h>
 #include <host/pages/Geometry.h>
 #include <host/pages/Layer.h>
@@ -24,7 +25,7 @@ namespace Host {
 class Drawing {
 public:
     // Pages are those of `tree`, by their places in it. Both must live as long.
-    Drawing(Edit& edit, const PageTree& tree) noexcept;
+    Drawing(Edit& edit, const PageTree& tree, std::uint64_t limitFactor) noexcept;
 
     // Notes that the XObject is to be drawn, in the coordinates of the page that the matrix leads to. Of several in a
     // layer the last is on top. A page that is in the tree twice gets what either place is given. In a document with
@@ -90,8 +91,7 @@ private:
     std::unordered_map<const PDF::Dictionary*, Ref<PDF::Dictionary>> _newXObjects; // by resources without any
     std::set<std::pair<const PDF::Dictionary*, std::size_t>> _extended;           // and by which XObject
     // What pages may take together that share their content: bytes when it is decoded, and parts.
-    std::size_t _bytesLeft;
-    std::size_t _partsLeft;
+    Budget _budget;
     std::vector<std::string> _warnings;
 };
 

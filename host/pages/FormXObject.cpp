@@ -9,7 +9,6 @@
 #include <host/streams/Compress.h>
 #include <host/streams/FilterChain.h>
 #include <host/streams/StoredBytes.h>
-#include <platform/Limits.h>
 #include <values/Name.h>
 #include <values/Number.h>
 #include <values/ObjectRefObj.h>
@@ -42,9 +41,8 @@ bool canBeKept(const std::vector<FilterStep>& filters)
 
 } // namespace
 
-FormXObjects::FormXObjects(Edit& edit, Ref<Document> source) noexcept
-    : _edit(edit), _source(std::move(source)), _copying(edit.objects, _source),
-      _budget(Limits::maxDecoded(fileSizeOf(_source)))
+FormXObjects::FormXObjects(Edit& edit, Ref<Document> source, std::uint64_t limitFactor) noexcept
+    : _edit(edit), _source(std::move(source)), _copying(edit.objects, _source), _budget(_source, limitFactor)
 {
 }
 
@@ -101,12 +99,12 @@ std::optional<Refusal> FormXObjects::fillContent(const Page& page, Draft& draft)
         draft.dictionary->set(filterKey, nameValue("FlateDecode"));
         return {};
     }
+    const Ref<Interfaces::Stripe> data = _source->streamData(content.streams[0], false);
+    if (data && !_budget.spend(Cost::StoredData, data->size()))
+        return _budget.refusal();
     auto stored = storedBytes(_source, content.streams[0]);
     if (!stored)
         return stored.refusal();
-    if (stored->size() >= _budget)
-        return Refusal{Reason::LimitReached, "pages with the same content are too many", ErrOutOfRange};
-    _budget -= stored->size();
     draft.stored = std::move(*stored);
     for (const ConstantText* key : {&filterKey, &parametersKey})
         if (const Ref<Value> value = followEntry(*_source, *only, *key)) {
@@ -161,7 +159,7 @@ Ref<ObjectRef> FormXObjects::findSame(const Draft& draft, const Page& page) noex
         if (!isSame || !stored || *stored != draft.stored)
             continue;
         --_triesLeft;
-        SameContents contents(_edit.document(), _source);
+        SameContents contents(_edit.document(), _source, _budget);
         const Ref<Value> own = followEntry(document, *dictionary, PageKeys::resources);
         const Ref<Value> resources = page.resources ? Ref<Value>(page.resources) : Ref<Value>(Dictionary::create());
         const Ref<Value> ownGroup = followEntry(document, *dictionary, PageKeys::group);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Budget.h>
 #include <host/pages/Edit.h>
 #include <host/pages/Geometry.h>
 #include <host/pages/PageTree.h>
@@ -26,7 +27,7 @@ struct FormXObject {
 class FormXObjects {
 public:
     // The edit must live as long.
-    FormXObjects(Edit& edit, Ref<PDF::Document> source) noexcept;
+    FormXObjects(Edit& edit, Ref<PDF::Document> source, std::uint64_t limitFactor) noexcept;
 
     // The page, cut to the box, which must have an area. `index` is that of the page among those of `pages`. It brings
     // along all that it refers to, optional content and its state included, but no annotations. Refused when content
@@ -62,7 +63,7 @@ private:
     std::unordered_map<const PDF::Dictionary*, Ref<PDF::Value>> _resources; // references to their copies
     std::unordered_multimap<std::size_t, Known> _known; // by the size of their stored data
     bool _isListed = false;
-    std::size_t _budget;  // of bytes of content, stored or decoded, whatever pages share it
+    Budget _budget; // whatever pages share their content
     int _triesLeft = 64;  // to find one that is the same
 };
 

@@ -6,6 +6,7 @@
 #include <host/base/Keys.h>
 #include <host/base/Utf8.h>
 #include <values/Array.h>
+#include <values/String.h>
 
 #include <algorithm>
 
@@ -14,6 +15,8 @@ namespace Host {
 using namespace Libraries::Files::PDF;
 
 namespace {
+
+constexpr std::uint64_t stepsOfName = 2; // it is looked at here, and again by the merge
 
 bool holdsReference(const Ref<Value>& value)
 {
@@ -31,6 +34,24 @@ bool holdsReference(const Ref<Value>& value)
     return false;
 }
 
+// How much there is to be compared of a value: its parts, and long strings by their length.
+std::uint64_t weightOf(const Ref<Value>& value)
+{
+    constexpr std::uint64_t charactersInAStep = 64;
+    std::uint64_t weight = 1;
+    if (const auto array = valueAs<Array>(value)) {
+        for (std::uint64_t i = 0; i < array->size(); ++i)
+            weight += weightOf(array->get(i));
+    } else if (const auto dictionary = valueAs<Dictionary>(value)) {
+        for (const Ref<::String>& key : keysOf(*dictionary))
+            weight += weightOf(dictionary->find(key));
+    } else if (const auto string = valueAs<PDF::String>(value)) {
+        const Ref<::String> text = string->value();
+        weight += (text ? text->length() : string->data() ? string->data()->size() : 0) / charactersInAStep;
+    }
+    return weight;
+}
+
 std::string labelOf(const Ref<::String>& category, const Ref<::String>& name)
 {
     return toUtf8(category) + " " + toUtf8(name);
@@ -43,8 +64,9 @@ const char* labelOf(MergeForecast::Source source)
 
 } // namespace
 
-MergeForecast::MergeForecast(const Ref<Document>& document, const Ref<Document>& foreign) noexcept
-    : _document(document), _isForeignItself(document.get() == foreign.get()), _contents(document, foreign)
+MergeForecast::MergeForecast(const Ref<Document>& document, const Ref<Document>& foreign, Budget& budget) noexcept
+    : _document(document), _isForeignItself(document.get() == foreign.get()), _budget(budget),
+      _contents(document, foreign, budget), _foreignCopies(foreign)
 {
 }
 
@@ -94,10 +116,13 @@ std::shared_ptr<Category> MergeForecast::readCategory(const Document& document, 
         return category;
     category = std::make_shared<Category>();
     category->isArray = isArray;
-    if (isArray)
-        return category;
-    for (const Ref<::String>& name : keysOf(*dictionary))
-        category->names.emplace(name, NamedValue{dictionary->find(name)});
+    if (const auto array = valueAs<Array>(content))
+        for (std::uint64_t i = 0; i < array->size(); ++i)
+            category->elements.push_back(array->get(i));
+    else
+        for (const Ref<::String>& name : keysOf(*dictionary))
+            category->names.emplace(name, NamedValue{dictionary->find(name)});
+    category->weight = weightOf(content);
     return category;
 }
 
@@ -108,28 +133,68 @@ std::optional<std::string> MergeForecast::merge(Source source, const Resources& 
     ++_mergeCount;
     _hasCopied = false;
     UsedNames used;
+    std::optional<std::string> first;
     for (const auto& [key, category] : target)
-        for (const auto& [name, value] : category->names)
-            used.emplace(name, key);
+        if (_budget.spend(Cost::Steps, 1 + stepsOfName * category->names.size()))
+            for (const auto& [name, value] : category->names)
+                used.emplace(name, key);
     for (const auto& [key, added] : toAdd) {
+        if (!_budget.spend(Cost::Steps, added->weight))
+            break;
         std::shared_ptr<Category>& category = target[key];
         if (!category)
-            category = std::make_shared<Category>(Category{added->isArray, {}});
+            category = std::make_shared<Category>(Category{added->isArray, {}, {}});
+        std::optional<std::string> collision;
         if (category->isArray != added->isArray)
-            return toUtf8(key) + labelOf(source)
+            collision = toUtf8(key) + labelOf(source)
                 + " can't be added: one of the two is an array and the other a dictionary";
-        if (auto collision = mergeNames(source, key, *added, used, *category))
-            return collision;
+        else if (added->isArray)
+            mergeArrays(source, *added, *category);
+        else
+            collision = mergeNames(source, key, *added, used, *category);
+        first = first ? first : collision;
     }
-    return {};
+    return first;
+}
+
+// It is the array to add that grows by what it lacks. A copied reference is like none that is there.
+void MergeForecast::mergeArrays(Source source, Category& toAdd, const Category& target) noexcept
+{
+    const std::size_t count = target.elements.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const Ref<Value> element = target.elements[i];
+        const std::uint64_t weight = weightOf(element);
+        const auto isEqual = [&element](const Ref<Value>& present) { return present->equal(element); };
+        if (!_budget.spend(Cost::Steps, weight * (1 + toAdd.elements.size())))
+            return;
+        const bool isCopy = isCopying(source) && holdsReference(element);
+        if (!isCopy && std::any_of(toAdd.elements.begin(), toAdd.elements.end(), isEqual))
+            continue;
+        spendCopy(source, element);
+        toAdd.elements.push_back(element);
+        toAdd.weight += weight;
+    }
+}
+
+// After the end of the budget nothing is counted any more.
+void MergeForecast::spendCopy(Source source, const Ref<Value>& value) noexcept
+{
+    const std::uint64_t count = isCopying(source) ? _foreignCopies.of(value) : weightOf(value);
+    (void)_budget.spend(Cost::Copies, count);
 }
 
 std::optional<std::string> MergeForecast::mergeNames(Source source, const Ref<::String>& key, const Category& toAdd,
     const UsedNames& used, Category& target) noexcept
 {
+    std::optional<std::string> first;
+    const auto note = [&first](std::string collision) {
+        if (!first)
+            first = std::move(collision);
+    };
     for (const auto& [name, value] : toAdd.names) {
         const auto holder = used.find(name);
         if (holder == used.end()) {
+            spendCopy(source, value.value);
             _hasCopied = _hasCopied || (isCopying(source) && holdsReference(value.value));
             target.names.insert_or_assign(name, isCopying(source) ? NamedValue{value.value, _mergeCount} : value);
             continue;
@@ -137,15 +202,15 @@ std::optional<std::string> MergeForecast::mergeNames(Source source, const Ref<::
         const std::string refused = labelOf(key, name) + labelOf(source) + " can't be added: ";
         const auto present = target.names.find(name);
         if (present == target.names.end())
-            return refused + labelOf(holder->second, name) + " already has the name";
-        if (!isEqual(present->second, value, source))
-            return refused + "another " + labelOf(key, name)
+            note(refused + labelOf(holder->second, name) + " already has the name");
+        else if (!isEqual(present->second, value, source))
+            note(refused + "another " + labelOf(key, name)
                 + (present->second.copiedBy ? " was added for a page that shares these resources"
-                                            : " is already there");
-        if (isCopying(source) && !leadToSame(present->second, value))
-            return labelOf(key, name) + " reads the same in both documents, but leads to different contents";
+                                            : " is already there"));
+        else if (isCopying(source) && !leadToSame(present->second, value))
+            note(labelOf(key, name) + " reads the same in both documents, but leads to different contents");
     }
-    return {};
+    return first;
 }
 
 // What the merge finds, which compares references by their numbers. Those of a copy are new.
@@ -166,6 +231,8 @@ MergeForecast::Hidden MergeForecast::findHidden(const Resources& wanted, const R
 {
     Hidden hidden;
     for (const auto& [key, category] : wanted) {
+        if (!_budget.spend(Cost::Steps, category->weight))
+            break;
         const auto found = seen.find(key);
         for (const auto& [name, value] : category->names) {
             const auto present = found == seen.end() ? category->names.end() : found->second->names.find(name);

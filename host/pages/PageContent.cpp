@@ -31,16 +31,15 @@ PageContent contentOf(const Document& document, const Dictionary& page) noexcept
 }
 
 Result<JoinedContent> joinedContent(
-    const Ref<Document>& document, const PageContent& content, std::size_t& budget) noexcept
+    const Ref<Document>& document, const PageContent& content, Budget& budget) noexcept
 {
     JoinedContent joined;
+    if (!budget.spend(Cost::Steps, content.streams.size()))
+        return budget.refusal();
     for (const Ref<Stream>& stream : content.streams) {
         const auto decoded = decodeStream(document, stream, budget);
         if (!decoded)
             return decoded.refusal();
-        if (decoded->bytes.size() >= budget)
-            return Refusal{Reason::LimitReached, "its content is too long when it is decoded", ErrOutOfRange};
-        budget -= decoded->bytes.size() + 1;
         joined.bytes.insert(joined.bytes.end(), decoded->bytes.begin(), decoded->bytes.end());
         joined.bytes.push_back('\n');
         joined.isDamaged = joined.isDamaged || decoded->isDamaged;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <host/pages/PageTree.h>
 #include <values/Stream.h>
@@ -23,8 +24,8 @@ struct JoinedContent {
     std::vector<std::uint8_t> bytes;
     bool isDamaged = false; // some of the data is, and is here up to that place
 };
-// Refused as `decodeStream` does. What it decodes is taken off the budget, in bytes, and is no more than that.
+// Refused as `decodeStream` does.
 Result<JoinedContent> joinedContent(
-    const Ref<PDF::Document>& document, const PageContent& content, std::size_t& budget) noexcept;
+    const Ref<PDF::Document>& document, const PageContent& content, Budget& budget) noexcept;
 
 } // namespace Host

@@ -1,5 +1,7 @@
 #include <host/pages/PageTree.h>
 
+#include <document/Inspection.h>
+#include <host/base/Budget.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
 #include <host/pages/Geometry.h>
@@ -17,6 +19,7 @@ using namespace Libraries::Files::PDF;
 namespace {
 
 constexpr Rectangle letter{0, 0, 612, 792};
+constexpr std::uint64_t stepsOfKid = 2; // it may be a page
 
 // What a node hands down, as it is in the dictionaries; null where there is none.
 struct Inheritance {
@@ -35,13 +38,13 @@ struct OpenNode {
 
 class Walk {
 public:
-    explicit Walk(const Document& document) noexcept : _document(document) {}
+    Walk(const Document& document, Budget& budget) noexcept : _document(document), _budget(budget) {}
 
     PageTree run(const Ref<Dictionary>& root)
     {
         _visited.emplace(root.get(), 0);
         open(root, {});
-        while (!_open.empty())
+        while (!_open.empty() && _budget.spend(Cost::Steps, stepsOfKid))
             if (OpenNode& node = _open.back(); node.next < node.kids->size())
                 visit(node.kids->get(node.next++), Inheritance(node.inheritance));
             else
@@ -68,6 +71,7 @@ private:
     std::string place() const { return "page " + std::to_string(_tree.pages.size() + 1) + ": "; }
 
     const Document& _document;
+    Budget& _budget;
     PageTree _tree;
     std::vector<OpenNode> _open; // from the root on
     std::unordered_map<const Dictionary*, std::size_t> _visited; // with the number of pages before the first visit
@@ -177,7 +181,7 @@ Rectangle Walk::readBox(const Ref<Value>& value, const char* name, const Rectang
 
 } // namespace
 
-Result<PageTree> pages(const Ref<Document>& document) noexcept
+Result<PageTree> pages(const Ref<Document>& document, std::uint64_t limitFactor) noexcept
 {
     if (!document)
         return codeRefusal(ErrNullArgument);
@@ -189,8 +193,11 @@ Result<PageTree> pages(const Ref<Document>& document) noexcept
     const auto root = followEntryAs<Dictionary>(*document, *catalog, PageKeys::pages);
     if (!root)
         return codeRefusal(ErrBadPages);
-    PageTree tree = Walk(*document).run(root);
+    Budget budget(fileSizeOf(document), limitFactor);
+    PageTree tree = Walk(*document, budget).run(root);
     Error::set(codeBefore);
+    if (budget.isExceeded())
+        return budget.refusal().withPrefix("the page tree: ");
     return tree;
 }
 

@@ -56,7 +56,8 @@ struct PageTree {
 // is another list: that of the kids of the root.
 //
 // Refused: null (`ErrNullArgument`), and with `Reason::BrokenRule` a document whose trailer leads to no catalog
-// (`ErrNoRoot`), or the catalog to no dictionary as its page tree (`ErrBadPages`). Time and memory grow with the tree.
-EXPORTED Result<PageTree> pages(const Ref<PDF::Document>& document) noexcept;
+// (`ErrNoRoot`), or the catalog to no dictionary as its page tree (`ErrBadPages`), and with `Reason::LimitReached` one
+// whose nodes share long lists of kids (`Limits::steps`; `limitFactor` raises it). Time and memory grow with the tree.
+EXPORTED Result<PageTree> pages(const Ref<PDF::Document>& document, std::uint64_t limitFactor = 1) noexcept;
 
 } // namespace Host

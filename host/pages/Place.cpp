@@ -88,7 +88,7 @@ class Placing {
 public:
     Placing(const Ref<Document>& document, const Ref<Document>& foreign, const Placement& placement)
         : _document(document), _foreign(foreign), _placement(placement), _edit(document),
-          _forms(_edit, foreign), _drawing(_edit, _tree), _annotations(_edit, foreign, _forms.copying())
+          _forms(_edit, foreign, placement.limitFactor), _drawing(_edit, _tree, placement.limitFactor), _annotations(_edit, foreign, _forms.copying())
     {
     }
 
@@ -145,9 +145,9 @@ std::optional<Refusal> Placing::read()
     if (isEncrypted(*_foreign->trailer()))
         return Refusal{Reason::Encrypted,
             "the other document is encrypted, and its content can't be drawn here (Encrypt)"};
-    const auto readOne = [](const Ref<Document>& document, const std::string& range, PageTree& tree,
+    const auto readOne = [limitFactor = _placement.limitFactor](const Ref<Document>& document, const std::string& range, PageTree& tree,
                              std::vector<std::size_t>& chosen, const char* prefix) -> std::optional<Refusal> {
-        auto read = pages(document);
+        auto read = pages(document, limitFactor);
         if (!read)
             return read.refusal().withPrefix(prefix);
         tree = std::move(*read);

@@ -48,6 +48,8 @@ struct Placement {
     // Takes links and form fields along, with all other annotations but signatures. Fields whose names are taken get
     // a number after them; what a link leads to in the foreign document stays behind.
     bool hasAnnotations = false;
+    // Raises the limits of what it may take (`Limits::decodedData` and the others).
+    std::uint64_t limitFactor = 1;
 };
 
 // What `place` did.

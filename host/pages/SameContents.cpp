@@ -67,6 +67,8 @@ bool SameContents::compare(const Ref<Value>& own, const Ref<Value>& foreign) noe
             || compareDictionaries(*own.cast<Dictionary>(), *foreign.cast<Dictionary>());
     case Value::Type::Stream:
         return !join(own.get(), foreign.get()) || compareStreams(own.cast<Stream>(), foreign.cast<Stream>());
+    case Value::Type::String: // which may be long, and have many references to it
+        return !join(own.get(), foreign.get()) || own->equal(foreign);
     default:
         return own->equal(foreign);
     }
@@ -95,7 +97,7 @@ bool SameContents::compareStreams(const Ref<Stream>& own, const Ref<Stream>& for
 {
     const Ref<Interfaces::Stripe> a = _document->streamData(own, false);
     const Ref<Interfaces::Stripe> b = _foreign->streamData(foreign, false);
-    if (!a || !b)
+    if (!a || !b || a->size() != b->size() || !_budget.spend(Cost::StoredData, a->size()))
         return false;
     const std::uint64_t placeOfA = a->tell();
     const std::uint64_t placeOfB = b->tell();

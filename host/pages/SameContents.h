@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/Document.h>
+#include <host/base/Budget.h>
 #include <values/Array.h>
 
 #include <unordered_map>
@@ -16,11 +17,12 @@ namespace PDF = Libraries::Files::PDF;
 // everything on the way is. A reference and a direct value are the same when their contents are.
 //
 // All comparisons together take time that grows with the two documents: values that were found to be the
-// same form a class, and two of one class aren't compared again.
+// same form a class, and two of one class aren't compared again. Data is compared as far as the budget goes, and differs
+// after that.
 class SameContents {
 public:
-    SameContents(Ref<PDF::Document> document, Ref<PDF::Document> foreign) noexcept
-        : _document(std::move(document)), _foreign(std::move(foreign))
+    SameContents(Ref<PDF::Document> document, Ref<PDF::Document> foreign, Budget& budget) noexcept
+        : _document(std::move(document)), _foreign(std::move(foreign)), _budget(budget)
     {
     }
 
@@ -38,6 +40,7 @@ private:
 
     const Ref<PDF::Document> _document;
     const Ref<PDF::Document> _foreign;
+    Budget& _budget;
     std::vector<std::pair<Ref<PDF::Value>, Ref<PDF::Value>>> _open; // still to compare
     std::unordered_map<const PDF::Value*, const PDF::Value*> _classes; // from a value to another of its class
 };

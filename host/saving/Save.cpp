@@ -2,6 +2,7 @@
 
 #include <document/ExactWriting.h>
 #include <document/Inspection.h>
+#include <host/base/Budget.h>
 #include <host/base/ErrorWords.h>
 #include <host/losses/Examine.h>
 #include <host/losses/PartialMarks.h>
@@ -123,6 +124,8 @@ Result<Ref<FileOutput>> writeVerified(
     if (!options.isPartialAllowed)
         if (auto refusal = refuseBeforehand(document, options.source))
             return *refusal;
+    if (auto refusal = refuseOverlaps(document, options.limitFactor))
+        return *refusal;
     if (options.isStrict)
         if (auto refusal = refuseLosses(options.source))
             return *refusal;

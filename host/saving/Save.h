@@ -24,6 +24,8 @@ struct SaveOptions {
     bool isPlain = false;
     // Leaves the second part of the trailer's ID as it is; a plain file has it so in any case.
     bool isIdKept = false;
+    // Raises the limits of what the new file may take of the old one (`Limits::storedData`, 16 times its size).
+    std::uint64_t limitFactor = 1;
 };
 
 // What a save did.
@@ -40,14 +42,15 @@ struct Saved {
 // Refused beforehand: a document without objects or catalog (`Reason::BrokenRule`); one whose trailer has Prev or
 // XRefStm, or whose table has more than one subsection (`Partial`), or with Encrypt (`Encrypted`); one whose reading
 // noted what can't be written as it was (`Lossy`; document/ReadingNotes.h); one whose source was changed since it was
-// opened (`ChangedMeanwhile`); and, when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the
-// counts in the message), or whose source can't be examined; and one with a stream whose data would be taken from the
-// wrong file (`isOfOtherFile`), whatever is allowed (`Unwritable`). Then the new file is written, opened again before
-// it has its name, and compared: version, line ending, trailer, and object by object id, generation, exact value and
-// stream data. What is not read back as it was is refused (`Difference`, with the object and the cause in the message;
-// a name with a blank, say, which would be a name and something else), as are failing reads and writes, gaps between
-// the ids whose rows would take more than 16 times the bytes of the source and 1 MiB, and a source that is changed
-// meanwhile. After a refusal the target is as it was.
+// opened (`ChangedMeanwhile`); one whose streams overlap so often that the new file would be many times as large
+// (`LimitReached`); when strict, one of which `examine` finds a loss of meaning (`Lossy`, with the counts in the
+// message), or whose source can't be examined; and one with a stream whose data would be taken from the wrong file
+// (`isOfOtherFile`), whatever is allowed (`Unwritable`). Then the new file is written, opened again before it has its
+// name, and compared: version, line ending, trailer, and object by object id, generation, exact value and stream data.
+// What is not read back as it was is refused (`Difference`, with the object and the cause in the message; a name with a
+// blank, say, which would be a name and something else), as are failing reads and writes, gaps between the ids whose
+// rows would take more than 16 times the bytes of the source and 1 MiB, and a source that is changed meanwhile. After a
+// refusal the target is as it was.
 EXPORTED Result<Saved> save(const Ref<PDF::Document>& document, const std::string& path,
     const SaveOptions& options = {}) noexcept;
 // The same for a document with the file that it was opened from, which becomes the options' source.

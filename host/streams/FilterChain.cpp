@@ -1,5 +1,6 @@
 #include <host/streams/FilterChain.h>
 
+#include <document/Inspection.h>
 #include <host/base/ErrorWords.h>
 #include <host/base/Following.h>
 #include <host/base/Utf8.h>
@@ -117,14 +118,22 @@ bool readParameters(const Document& document, const Dictionary& parameters, Filt
     return isRead && (predictor.isNone() || predictor.isUsable());
 }
 
+// Counts what came out of a step.
+End counted(End end, const Bytes& out, Budget& budget)
+{
+    const bool isWithin = budget.spend(Cost::DecodedData, out.size() + (end == End::TooLong ? 1 : 0));
+    return isWithin ? end : End::TooLong;
+}
+
 // Undoes one filter, the predictor included.
-End undo(const FilterStep& step, std::size_t limit, Bytes& bytes)
+End undo(const FilterStep& step, Budget& budget, Bytes& bytes)
 {
     Bytes out;
-    End end = decoderNamed(step.name)(step, bytes, limit, out);
+    End end = counted(decoderNamed(step.name)(step, bytes, budget.left(Cost::DecodedData), out), out, budget);
     if (!step.predictor.isNone() && end != End::TooLong) {
         Bytes unpredicted;
-        const End later = Decoders::unpredict(step.predictor, out, limit, unpredicted);
+        const End later = counted(
+            Decoders::unpredict(step.predictor, out, budget.left(Cost::DecodedData), unpredicted), unpredicted, budget);
         end = later == End::Whole ? end : later;
         out = std::move(unpredicted);
     }
@@ -163,6 +172,16 @@ Result<std::vector<FilterStep>> filtersOf(const Ref<Document>& document, const D
 Result<DecodedStream> decodeStream(
     const Ref<Document>& document, const Ref<Stream>& stream, std::size_t limit) noexcept
 {
+    const Ref<Interfaces::Stripe> stored = document && stream ? document->streamData(stream, false) : nullptr;
+    Budget budget(std::max(fileSizeOf(document), stored ? stored->size() : 0));
+    if (limit != 0)
+        budget.setLimit(Cost::DecodedData, limit, "limit");
+    return decodeStream(document, stream, budget);
+}
+
+Result<DecodedStream> decodeStream(
+    const Ref<Document>& document, const Ref<Stream>& stream, Budget& budget) noexcept
+{
     if (!document || !stream)
         return codeRefusal(ErrNullArgument);
     const Ref<Dictionary> dictionary = stream->dict();
@@ -174,16 +193,17 @@ Result<DecodedStream> decodeStream(
     for (const FilterStep& step : *steps)
         if (!step.isSupported())
             return badFilter("the filter " + step.name + " of its data is not supported");
+    const Ref<Interfaces::Stripe> data = document->streamData(stream, false);
+    if (data && !budget.spend(Cost::StoredData, data->size()))
+        return budget.refusal();
     auto stored = storedBytes(document, stream);
     if (!stored)
         return stored.refusal();
     DecodedStream result{std::move(*stored)};
-    if (limit == 0)
-        limit = Limits::maxDecoded(result.bytes.size());
     for (const FilterStep& step : *steps) {
-        const End end = step.name == "Crypt" ? End::Whole : undo(step, limit, result.bytes);
+        const End end = step.name == "Crypt" ? End::Whole : undo(step, budget, result.bytes);
         if (end == End::TooLong)
-            return Refusal{Reason::LimitReached, "its data is too long when it is decoded", ErrOutOfRange};
+            return budget.refusal();
         result.isDamaged = result.isDamaged || end == End::Damaged;
     }
     return result;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/Document.h>
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <host/streams/Predictor.h>
 #include <values/Dictionary.h>
@@ -39,11 +40,15 @@ struct DecodedStream {
 
 // The data of a stream through all of its filters: FlateDecode and LZWDecode with their predictors, ASCII85Decode,
 // ASCIIHexDecode and RunLengthDecode, and Crypt where it does nothing. Data that the stream holds counts as stored.
-// Each step may give as many bytes as `limit` says; 0 stands for `Limits::maxDecoded` of the stored size.
+// All steps together may give as many bytes as `limit` says; 0 stands for `Limits::decodedData` of the file, or of the
+// stored data where that is more.
 //
 // Refused with `ErrBadFilter` and the name of the filter for any other, `Reason::LimitReached` (`ErrOutOfRange`) for
 // more data, with the codes of `Document::streamData`, and with `ErrStreamConvert` for data that can't be read.
 EXPORTED Result<DecodedStream> decodeStream(
     const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, std::size_t limit = 0) noexcept;
+// The same within a budget, for operations that decode many streams.
+Result<DecodedStream> decodeStream(
+    const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, Budget& budget) noexcept;
 
 } // namespace Host

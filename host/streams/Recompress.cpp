@@ -7,6 +7,7 @@
 #include <host/files/MemoryStripe.h>
 #include <host/streams/Compress.h>
 #include <host/streams/FilterChain.h>
+#include <host/streams/StreamBytes.h>
 #include <host/streams/StreamChecks.h>
 #include <values/FilterEntry.h>
 #include <values/NumberObj.h>
@@ -154,7 +155,8 @@ bool hasUsableLength(const Ref<Document>& document, const Stream& stream)
 }
 
 // Undoes all filters and parameters of the streams, and applies the new filter, when all can be.
-std::optional<Refusal> convert(const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target)
+std::optional<Refusal> convert(
+    const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target, Budget& budget)
 {
     std::vector<std::vector<std::uint8_t>> converted;
     for (Surveyed& each : streams) {
@@ -163,7 +165,7 @@ std::optional<Refusal> convert(const Ref<Document>& document, std::vector<Survey
         const std::string prefix = nameOf(*each.report.object) + ": ";
         if (!hasUsableLength(document, *each.stream))
             return codeRefusal(ErrStreamLength, prefix);
-        auto decoded = decodeStream(document, each.stream);
+        auto decoded = decodeStream(document, each.stream, budget);
         if (!decoded)
             return decoded.refusal().withPrefix(prefix);
         if (decoded->isDamaged)
@@ -186,9 +188,22 @@ std::optional<Refusal> convert(const Ref<Document>& document, std::vector<Survey
     return {};
 }
 
-// By `Document::recompress`, which goes by names alone.
-std::optional<Refusal> convertForced(const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target)
+// Whether the library may convert the stream: nothing stops it on the way.
+bool isWithin(Budget& budget, const Ref<Document>& document, const Ref<Stream>& stream, Compression target)
 {
+    const StreamForm form = target == Compression::None ? StreamForm::Decoded : StreamForm::Stored;
+    const auto copied
+        = copyStream(document, stream, form, budget, [](const std::uint8_t*, std::size_t) { return true; });
+    return copied || !budget.isExceeded();
+}
+
+// By `Document::recompress`, which goes by names alone.
+std::optional<Refusal> convertForced(
+    const Ref<Document>& document, std::vector<Surveyed>& streams, Compression target, Budget& budget)
+{
+    for (const Surveyed& each : streams)
+        if (isConverted(each) && !isWithin(budget, document, each.stream, target))
+            return budget.refusal().withPrefix(nameOf(*each.report.object) + ": ");
     if (auto refusal = rewind(document, streams))
         return refusal;
     if (!document->recompress(target))
@@ -211,7 +226,8 @@ Result<std::vector<RecompressedStream>> recompress(
     std::vector<Surveyed> streams = survey(document, target, options.isForced);
     if (auto refusal = refuseSharedLengths(streams))
         return *refusal;
-    if (auto refusal = (options.isForced ? convertForced : convert)(document, streams, target))
+    Budget budget(document, options.limitFactor);
+    if (auto refusal = (options.isForced ? convertForced : convert)(document, streams, target, budget))
         return *refusal;
     std::vector<RecompressedStream> reports;
     for (Surveyed& each : streams)

@@ -16,6 +16,8 @@ struct RecompressOptions {
     // Converts by `Document::recompress`, which knows no filter but FlateDecode alone: data of another name is
     // compressed as it is and loses that name, and decode parameters stay, whether they still fit or not.
     bool isForced = false;
+    // Raises the limits of what all streams together may take (`Limits::storedData`, `decodedData`).
+    std::uint64_t limitFactor = 1;
 };
 
 // What became of a stream.
@@ -46,7 +48,7 @@ struct RecompressedStream {
 //
 // Refused, and nothing is changed: any other target (`ErrInvalidArgument`); a stream whose data can't be read or has no
 // usable Length, with the code of `Document::streamData` or `ErrStreamLength`; damaged data (`ErrStreamConvert`); with
-// `Reason::LimitReached` data that is too long when it is decoded; with `Reason::Conflict` (`ErrStreamLength`) a stream
+// `Reason::LimitReached` more data, or decoded data, of all streams together than the limits allow; with `Reason::Conflict` (`ErrStreamLength`) a stream
 // that shares its Length with another one, whose data would be cut. Forced, damaged data is found on the way, with the
 // codes of `Document::recompress`: then every stream has its old data, Length and Filter, and those that had been
 // converted report no change, even if they had before.

@@ -109,9 +109,10 @@ bool isSimple(const std::vector<FilterStep>& filters)
         || (filters.size() == 1 && filters[0].name == FilterEntry::flateName && filters[0].predictor.isNone());
 }
 
-Result<std::uint64_t> copyDecoded(const Ref<Document>& document, const Ref<Stream>& stream, const ByteSink& sink)
+Result<std::uint64_t> copyDecoded(
+    const Ref<Document>& document, const Ref<Stream>& stream, const ByteSink& sink, Budget* budget)
 {
-    const auto decoded = decodeStream(document, stream);
+    const auto decoded = budget ? decodeStream(document, stream, *budget) : decodeStream(document, stream);
     if (!decoded)
         return decoded.refusal();
     if (!decoded->bytes.empty() && !sink(decoded->bytes.data(), decoded->bytes.size()))
@@ -121,10 +122,9 @@ Result<std::uint64_t> copyDecoded(const Ref<Document>& document, const Ref<Strea
     return decoded->bytes.size();
 }
 
-} // namespace
-
-Result<std::uint64_t> copyStream(
-    const Ref<Document>& document, const Ref<Stream>& stream, StreamForm form, const ByteSink& sink) noexcept
+// Without a budget the sink alone decides how much there may be.
+Result<std::uint64_t> copy(
+    const Ref<Document>& document, const Ref<Stream>& stream, StreamForm form, const ByteSink& sink, Budget* budget)
 {
     if (!document || !stream)
         return codeRefusal(ErrNullArgument);
@@ -136,7 +136,7 @@ Result<std::uint64_t> copyStream(
     if (!filters)
         return filters.refusal();
     if (!isSimple(*filters))
-        return copyDecoded(document, stream, sink);
+        return copyDecoded(document, stream, sink, budget);
     Ref<BlockFilter> decoder = filters->empty() ? nullptr : ZlibFilter::createDecompressorStream();
     if (!decoder && !filters->empty())
         return codeRefusal(ErrConverterCreate);
@@ -145,10 +145,31 @@ Result<std::uint64_t> copyStream(
         return codeRefusal(Error::get());
     if (stored->elementSize() != sizeof(std::uint32_t))
         return codeRefusal(ErrStreamConvert);
+    if (budget && !budget->spend(Cost::StoredData, stored->size()))
+        return budget->refusal();
+    const ByteSink counted = [&](const std::uint8_t* bytes, std::size_t count) {
+        return (!decoder || budget->spend(Cost::DecodedData, count)) && sink(bytes, count);
+    };
     const std::uint64_t position = stored->tell();
-    Result<std::uint64_t> copied = Pump(*stored, std::move(decoder), sink).run();
+    Result<std::uint64_t> copied = Pump(*stored, decoder, budget ? counted : sink).run();
     stored->seek(position);
+    if (!copied && budget && budget->isExceeded())
+        return budget->refusal();
     return copied;
+}
+
+} // namespace
+
+Result<std::uint64_t> copyStream(
+    const Ref<Document>& document, const Ref<Stream>& stream, StreamForm form, const ByteSink& sink) noexcept
+{
+    return copy(document, stream, form, sink, nullptr);
+}
+
+Result<std::uint64_t> copyStream(const Ref<Document>& document, const Ref<Stream>& stream, StreamForm form,
+    Budget& budget, const ByteSink& sink) noexcept
+{
+    return copy(document, stream, form, sink, &budget);
 }
 
 Result<std::vector<std::uint8_t>> decoded(const Ref<Document>& document, const Ref<Stream>& stream) noexcept

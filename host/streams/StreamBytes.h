@@ -1,6 +1,7 @@
 #pragma once
 
 #include <document/Document.h>
+#include <host/base/Budget.h>
 #include <host/base/Result.h>
 #include <values/Stream.h>
 
@@ -31,6 +32,11 @@ using ByteSink = std::function<bool(const std::uint8_t* bytes, std::size_t count
 // part of the data by then.
 EXPORTED Result<std::uint64_t> copyStream(const Ref<PDF::Document>& document,
     const Ref<PDF::Stream>& stream, StreamForm form, const ByteSink& sink) noexcept;
+
+// The same within a budget, for operations that copy many streams: refused with `Reason::LimitReached` where the budget
+// ends.
+EXPORTED Result<std::uint64_t> copyStream(const Ref<PDF::Document>& document, const Ref<PDF::Stream>& stream, StreamForm form,
+    Budget& budget, const ByteSink& sink) noexcept;
 
 // The decoded data of a stream in one piece, by the same rules.
 EXPORTED Result<std::vector<std::uint8_t>> decoded(const Ref<PDF::Document>& document,

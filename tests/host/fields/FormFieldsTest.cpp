@@ -252,15 +252,3 @@ TEST(FormFields, anApplicationsOwnDictionaryMayHaveNoKeys)
         EXPECT_EQ(form->fields[0].states, states);
     }
 }
-
-TEST(FormFields, theTextsOfAListingAreLimited)
-{
-    const std::string value = "/V (" + std::string(5000000, 'v') + ")";
-    const FormFields form
-        = fieldsOf("/Fields [ 3 0 R ]", {"<< /T (a) /FT /Tx /Kids [ 4 0 R 5 0 R 6 0 R 7 0 R ] " + value + " >>",
-            "<< /T (1) >>", "<< /T (2) >>", "<< /T (3) >>", "<< /T (4) >>"});
-    ASSERT_EQ(form.fields.size(), 4u);
-    EXPECT_EQ(shown(form.fields[2].value).size(), 5000000u);
-    EXPECT_EQ(form.fields[3].path + shown(form.fields[3].value), "a.4");
-    EXPECT_EQ(form.skipped, std::vector<std::string>{"texts beyond 16 MiB are left out"});
-}

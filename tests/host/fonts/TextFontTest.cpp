@@ -24,7 +24,8 @@ Result<TextFont> fontOf(const std::string& dictionary, std::vector<std::string> 
         ADD_FAILURE() << "not a file: " << dictionary;
         return Refusal{};
     }
-    return TextFont::read(document, *document->object(make<PDF::ObjectRefObj>(3, 0))->valueAsDictionary());
+    Budget budget(document);
+    return TextFont::read(document, *document->object(make<PDF::ObjectRefObj>(3, 0))->valueAsDictionary(), budget);
 }
 
 // "41:600 -" for a code of 0x41 that is 600 wide, and none.

@@ -293,15 +293,16 @@ TEST(Place, whatIsSharedOverAndOverComesToAnEnd)
     overlapping.objects.emplace_back(120, "(" + std::string(20000, 'x') + ")");
     Pages annotated{std::vector<std::string>(1000, "/Annots 3 0 R"), {{3, "[ " + many("<< >> ", 1000) + "]"}}};
     const std::pair<const Pages*, const char*> cases[] = {
-        {&joined, "page 1 of the other document: its data is too long when it is decoded"},
+        {&joined, "page 1 of the other document: it takes "},
         {&overlapping, "page 1 of the other document: its resources: a position is outside the data"},
         {&annotated, "the annotations of the other document are too many"},
     };
     const Pages own{std::vector<std::string>(1000, "")};
     for (const auto& [foreign, words] : cases) {
         const auto document = Tests::open(own);
-        EXPECT_EQ(refused(Host::place(document, Tests::open(*foreign),
-                      {.pairing = Host::Pairing::PagePairs, .hasAnnotations = true})), words);
+        const std::string message = refused(Host::place(
+            document, Tests::open(*foreign), {.pairing = Host::Pairing::PagePairs, .hasAnnotations = true}));
+        EXPECT_TRUE(message.starts_with(words)) << message;
         EXPECT_FALSE(document->changed());
     }
 }
