@@ -95,15 +95,15 @@ void ClassicFile::write(
         const Row& row = _rows[static_cast<std::size_t>(id)];
         if (row.state == Row::Free)
             continue;
-        _document.getObject(id, row.generation).isNull(); // reads it
-        whenRead();
-        QPDFObjectHandle value = objectOf(id, replacements);
+        QPDFObjectHandle value = objectOf(id, replacements, whenRead);
+        if (replacements.count(QPDFObjGen(id, row.generation)) != 0)
+            note(_report.replaced, {nullptr, static_cast<std::size_t>(id)});
         writeObject(id, value);
         if (_objects == Objects::LetGo)
             letGo(id, value);
     }
     for (std::size_t i = 0; i < _wanted.size(); ++i)
-        writeObject(_wanted[i], objectOf(_wanted[i], {}));
+        writeObject(_wanted[i], objectOf(_wanted[i], replacements, whenRead));
     const std::uint64_t tableOffset = _image.size();
     writeTable();
     writeTrailer(tableOffset);
@@ -146,20 +146,30 @@ bool ClassicFile::isSetAside(QPDFObjectHandle value) const
 }
 
 // The object, or that which it refers to, however many others are between them; null where that leads nowhere.
-QPDFObjectHandle ClassicFile::objectOf(int id, const Replacements& replacements)
+QPDFObjectHandle ClassicFile::objectOf(
+    int id, const Replacements& replacements, const std::function<void()>& whenRead)
 {
     QPDFObjGen object(id, _rows[static_cast<std::size_t>(id)].generation);
-    auto next = replacements.find(object);
-    if (next != replacements.end())
-        note(_report.replaced, {nullptr, static_cast<std::size_t>(id)});
-    for (std::size_t steps = 0; next != replacements.end(); next = replacements.find(object)) {
+    std::vector<QPDFObjGen> passed;
+    for (;;) {
+        _document.getObject(object).isNull(); // reads it: only then it is known whether it is a reference
+        whenRead();
+        const auto next = replacements.find(object);
+        if (next == replacements.end())
+            break;
+        const auto [end, isNew] = _ends.try_emplace(object); // nowhere, for those that lead back to it
+        if (!isNew) {
+            object = end->second;
+            break;
+        }
+        passed.push_back(object);
         object = next->second;
-        if (steps++ > replacements.size())
-            return QPDFObjectHandle::newNull();
     }
+    for (const QPDFObjGen& reference : passed)
+        _ends[reference] = object;
     if (isGone(object))
         throw ObjectIsGone();
-    return _document.getObject(object);
+    return object.getObj() > 0 ? _document.getObject(object) : QPDFObjectHandle::newNull();
 }
 
 bool ClassicFile::isGone(QPDFObjGen object) const

@@ -55,7 +55,8 @@ private:
     void readTable(const ObjectTable& table);
     bool isSetAside(QPDFObjectHandle value) const;
     void writeHeader();
-    QPDFObjectHandle objectOf(int id, const Replacements& replacements);
+    QPDFObjectHandle objectOf(
+        int id, const Replacements& replacements, const std::function<void()>& whenRead);
     bool isGone(QPDFObjGen object) const;
     void requireAll(QPDFObjectHandle value, int depth) const;
     void letGo(int id, QPDFObjectHandle value);
@@ -77,6 +78,7 @@ private:
     const QPDFObjGen _encryption; // the object that tells how, if it is one
     std::vector<Row> _rows;   // by id
     std::vector<int> _wanted; // objects that are to be written after all
+    Replacements _ends;       // where references that were followed end, through all others
 };
 
 } // namespace Import

@@ -120,6 +120,22 @@ TEST(Import, readsWhatIsNeededOnceMoreAfterItWasWritten)
     EXPECT_EQ(imported->report.replaced.count, 1u);
 }
 
+TEST(Import, followsReferencesThatAreObjectsToTheirEnd)
+{
+    const unsigned last = 20000; // each leads to the one before it
+    PdfText text = PdfText().pages().object(3, "4 0 R").object(4, "5 0 R").object(5, "(x)");
+    text.object(6, "7 0 R").object(7, "6 0 R").object(8, "3 0 R");
+    for (unsigned id = 9; id <= last; ++id)
+        text.object(id, std::to_string(id - 1) + " 0 R");
+    const auto imported = import(text.trailer("/Size " + std::to_string(last + 1)));
+    ASSERT_TRUE(imported) << imported.refusal().message;
+    for (const unsigned id : {3u, 4u, 5u, 8u, last})
+        EXPECT_EQ(valueOf(*imported, id), "(x)") << id;
+    for (const unsigned id : {6u, 7u})
+        EXPECT_EQ(valueOf(*imported, id), "free") << id;
+    EXPECT_EQ(imported->report.replaced.count, last - 3u);
+}
+
 TEST(Import, namesWhatTheCoreCantHold)
 {
     const auto imported = import(
