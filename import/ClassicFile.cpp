@@ -178,18 +178,18 @@ bool ClassicFile::isGone(QPDFObjGen object) const
     return id < _rows.size() && _rows[id].isGone && _rows[id].generation == object.getGen();
 }
 
-// Throws when something was let go of that says how the data of a stream is stored.
-void ClassicFile::requireAll(QPDFObjectHandle value, int depth) const
+// Throws when something was let go of that says how the data of a stream is stored: a value, or the elements of an
+// array. What is deeper nobody looks at, but for names, which stay.
+void ClassicFile::requireAll(QPDFObjectHandle value) const
 {
-    constexpr int deepest = 4; // an array of dictionaries, by references
-    if (isGone(value.getObjGen()) || depth > deepest)
-        throw ObjectIsGone();
-    if (value.isArray())
+    const auto require = [this](QPDFObjectHandle needed) {
+        if (isGone(needed.getObjGen()))
+            throw ObjectIsGone();
+    };
+    require(value);
+    if (isFilterArray(value))
         for (const QPDFObjectHandle& element : value.getArrayAsVector())
-            requireAll(element, depth + 1);
-    else if (value.isDictionary())
-        for (const auto& [key, entry] : value.getDictAsMap())
-            requireAll(entry, depth + 1);
+            require(element);
 }
 
 // Numbers and names stay: they are lengths and filters of streams.
@@ -247,7 +247,7 @@ void ClassicFile::writeStream(QPDFObjectHandle stream, const Step& step)
     entries.erase("/Length");
     for (const char* key : {"/Filter", "/DecodeParms"})
         if (const auto entry = entries.find(key); entry != entries.end() && _objects == Objects::LetGo)
-            requireAll(entry->second, 0);
+            requireAll(entry->second);
     simplifyFilters(entries);
     std::string& text = _image.text();
     text += "<< /Length ";

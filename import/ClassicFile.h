@@ -58,7 +58,7 @@ private:
     QPDFObjectHandle objectOf(
         int id, const Replacements& replacements, const std::function<void()>& whenRead);
     bool isGone(QPDFObjGen object) const;
-    void requireAll(QPDFObjectHandle value, int depth) const;
+    void requireAll(QPDFObjectHandle value) const;
     void letGo(int id, QPDFObjectHandle value);
     void writeObject(int id, QPDFObjectHandle value);
     void writeStream(QPDFObjectHandle stream, const Step& step);

@@ -120,6 +120,28 @@ TEST(Import, readsWhatIsNeededOnceMoreAfterItWasWritten)
     EXPECT_EQ(imported->report.replaced.count, 1u);
 }
 
+TEST(Import, looksAtParametersInLinearTime)
+{
+    const std::string stream = "<< /Length 3 /Filter /A85 /DecodeParms [ 4 0 R ] >>\nstream\nabc\nendstream";
+    PdfText text = PdfText().pages().object(3, stream);
+    for (unsigned id = 4; id < 7; ++id) { // each a thousand times the next one
+        std::string references;
+        for (int i = 0; i < 1000; ++i)
+            references += std::to_string(id + 1) + " 0 R ";
+        text.object(id, "[ " + references + "]");
+    }
+    const auto imported = import(text.object(7, "[ 1 ]").trailer("/Size 8"));
+    ASSERT_TRUE(imported) << imported.refusal().message;
+    EXPECT_EQ(valueOf(*imported, 3), "<< /DecodeParms [ 4 0 R ] /Filter /A85 /Length 3 >>\nstream\nabc\nendstream");
+    PdfText shared = PdfText().pages();
+    for (unsigned id = 3; id < 5000; ++id)
+        shared.object(id, "<< /Length 3 /Filter [ /A85 ] /DecodeParms 5000 0 R >>\nstream\nabc\nendstream");
+    std::string nulls;
+    for (int i = 0; i < 300'000; ++i)
+        nulls += "null ";
+    EXPECT_TRUE(import(shared.object(5000, "[ " + nulls + "]").trailer("/Size 5001")));
+}
+
 TEST(Import, followsReferencesThatAreObjectsToTheirEnd)
 {
     const unsigned last = 20000; // each leads to the one before it
