@@ -283,7 +283,7 @@ bool ClassicFile::isStoredAt(qpdf_offset_t offset, std::uint64_t length)
         && (!following.isAtEnd() || tail.size() < room);
 }
 
-// `length` is what the dictionary says, and was written at `lengthOffset` with blanks behind it.
+// `length` is what the dictionary says, and was written at `lengthOffset` with blanks after it.
 void ClassicFile::writeData(QPDFObjectHandle stream, std::uint64_t length, std::uint64_t lengthOffset, const Step& step)
 {
     ImageData data(_image);

@@ -28,8 +28,8 @@ public:
     ClassicFile(QPDF& document, Objects objects, Source& source, Image& image, Report& report,
         std::vector<std::string>& faults);
 
-    // Writes the objects of the table, the table and the trailer. `whenRead` is called after libqpdf has read an object,
-    // and may add to the replacements. Throws `Stop` when it can't be done in proportion, and `ObjectIsGone`.
+    // Writes the objects of the table, the table and the trailer. `whenRead` is called after libqpdf has read an
+    // object, and may add to the replacements. Throws `Stop` when it can't be done in proportion, and `ObjectIsGone`.
     void write(
         const ObjectTable& table, const Replacements& replacements, const std::function<void()>& whenRead);
 
