@@ -18,7 +18,8 @@ constexpr std::uint32_t fixedPitch = 1, serif = 2, symbolic = 4, italic = 64, fo
 constexpr double leastHeight = 500, mostHeight = 4000; // of lines; what fonts say beyond is no height
 constexpr char32_t noBreakSpace = 0xA0, softHyphen = 0xAD;
 constexpr double mostWidth = 100000;
-constexpr std::size_t mostWidths = 16 * 65536; // that a composite font may tell; lists may be shared, and ranges overlap
+// That a composite font may tell: lists may be shared, and ranges overlap. What is beyond is not read.
+constexpr std::size_t mostWidths = 16 * 65536;
 
 bool isHeight(const LineHeights& heights)
 {
