@@ -61,6 +61,8 @@ bool raiseVersion(const Ref<Document>& document, std::uint32_t version) noexcept
 
 Ref<Stream> createStream(Ref<Dictionary> dictionary, const std::vector<std::uint8_t>& stored) noexcept
 {
+    if (!dictionary)
+        return refuse(ErrNullArgument);
     const Ref<MemoryStream> bytes = MemoryStream::create(0, 1);
     bytes->append(stored.data(), stored.size());
     bytes->fit();

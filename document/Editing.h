@@ -10,15 +10,16 @@
 // `Dictionary::create` and `Array::create`. A document here is one that `Document::create` made.
 namespace Libraries::Files::PDF {
 
-// Enters a value into the table as a new object, of generation 0 and an id that no object had; what the reference names
-// from then on, and so do references of this id that led nowhere before. A change of the document. Null with `ErrNullArgument`, or `ErrInvalidArgument` for a document
-// of another class.
+// Enters a value into the table as a new object, of generation 0 and an id that no object had. The result refers to it,
+// and so do references of this id that led nowhere before. A change of the document. Null with `ErrNullArgument`, or
+// with `ErrInvalidArgument` for a document of another class.
 EXPORTED Ref<ObjectRef> addObject(const Ref<Document>& document, Ref<Value> value) noexcept;
 
 // Makes the version of the document this one, of `Document::version`, if its own is lower. False as above.
 EXPORTED bool raiseVersion(const Ref<Document>& document, std::uint32_t version) noexcept;
 
-// A stream of these bytes, stored as the dictionary says, whose `Length` is set. Never null, if the dictionary isn't.
+// A stream of these bytes, stored as the dictionary says, whose `Length` is set. Null with `ErrNullArgument` when there
+// is no dictionary.
 EXPORTED Ref<Stream> createStream(Ref<Dictionary> dictionary, const std::vector<std::uint8_t>& stored) noexcept;
 
 // New objects that a document gets all together or not at all: they can refer to each other, and the document is as it

@@ -40,7 +40,7 @@ constexpr std::array<bool, 256> plainCharacters()
     return result;
 }
 
-// The bytes that stand in the file for its characters; null when there are none for one of them.
+// The bytes that a file has for the characters; null when there are none for one of them.
 Ref<TConstArray<std::uint8_t>> bytesOf(std::u32string_view characters)
 {
     std::vector<std::uint8_t> bytes;

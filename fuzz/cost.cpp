@@ -131,7 +131,8 @@ Taken measure(const Operation& operation, const std::string& bytes, const std::s
         ::setrlimit(RLIMIT_AS, &memory);
         ::setrlimit(RLIMIT_CPU, &time);
         ::setrlimit(RLIMIT_CORE, &core);
-        std::freopen("/dev/null", "w", stderr);
+        if (!std::freopen("/dev/null", "w", stderr))
+            ::_exit(1);
         if (const Document document = opened(bytes))
             operation.run(document, path);
         ::_exit(0);

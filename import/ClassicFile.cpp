@@ -95,15 +95,15 @@ void ClassicFile::write(
         const Row& row = _rows[static_cast<std::size_t>(id)];
         if (row.state == Row::Free)
             continue;
-        _document.getObject(id, row.generation).isNull(); // reads it
-        whenRead();
-        QPDFObjectHandle value = objectOf(id, replacements);
+        QPDFObjectHandle value = objectOf(id, replacements, whenRead);
+        if (replacements.count(QPDFObjGen(id, row.generation)) != 0)
+            note(_report.replaced, {nullptr, static_cast<std::size_t>(id)});
         writeObject(id, value);
         if (_objects == Objects::LetGo)
             letGo(id, value);
     }
     for (std::size_t i = 0; i < _wanted.size(); ++i)
-        writeObject(_wanted[i], objectOf(_wanted[i], {}));
+        writeObject(_wanted[i], objectOf(_wanted[i], replacements, whenRead));
     const std::uint64_t tableOffset = _image.size();
     writeTable();
     writeTrailer(tableOffset);
@@ -146,20 +146,30 @@ bool ClassicFile::isSetAside(QPDFObjectHandle value) const
 }
 
 // The object, or that which it refers to, however many others are between them; null where that leads nowhere.
-QPDFObjectHandle ClassicFile::objectOf(int id, const Replacements& replacements)
+QPDFObjectHandle ClassicFile::objectOf(
+    int id, const Replacements& replacements, const std::function<void()>& whenRead)
 {
     QPDFObjGen object(id, _rows[static_cast<std::size_t>(id)].generation);
-    auto next = replacements.find(object);
-    if (next != replacements.end())
-        note(_report.replaced, {nullptr, static_cast<std::size_t>(id)});
-    for (std::size_t steps = 0; next != replacements.end(); next = replacements.find(object)) {
+    std::vector<QPDFObjGen> passed;
+    for (;;) {
+        _document.getObject(object).isNull(); // reads it: only then it is known whether it is a reference
+        whenRead();
+        const auto next = replacements.find(object);
+        if (next == replacements.end())
+            break;
+        const auto [end, isNew] = _ends.try_emplace(object); // nowhere, for those that lead back to it
+        if (!isNew) {
+            object = end->second;
+            break;
+        }
+        passed.push_back(object);
         object = next->second;
-        if (steps++ > replacements.size())
-            return QPDFObjectHandle::newNull();
     }
+    for (const QPDFObjGen& reference : passed)
+        _ends[reference] = object;
     if (isGone(object))
         throw ObjectIsGone();
-    return _document.getObject(object);
+    return object.getObj() > 0 ? _document.getObject(object) : QPDFObjectHandle::newNull();
 }
 
 bool ClassicFile::isGone(QPDFObjGen object) const
@@ -168,18 +178,18 @@ bool ClassicFile::isGone(QPDFObjGen object) const
     return id < _rows.size() && _rows[id].isGone && _rows[id].generation == object.getGen();
 }
 
-// Throws when something was let go of that says how the data of a stream is stored.
-void ClassicFile::requireAll(QPDFObjectHandle value, int depth) const
+// Throws when something was let go of that says how the data of a stream is stored: a value, or the elements of an
+// array. What is deeper nobody looks at, but for names, which stay.
+void ClassicFile::requireAll(QPDFObjectHandle value) const
 {
-    constexpr int deepest = 4; // an array of dictionaries, by references
-    if (isGone(value.getObjGen()) || depth > deepest)
-        throw ObjectIsGone();
-    if (value.isArray())
+    const auto require = [this](QPDFObjectHandle needed) {
+        if (isGone(needed.getObjGen()))
+            throw ObjectIsGone();
+    };
+    require(value);
+    if (isFilterArray(value))
         for (const QPDFObjectHandle& element : value.getArrayAsVector())
-            requireAll(element, depth + 1);
-    else if (value.isDictionary())
-        for (const auto& [key, entry] : value.getDictAsMap())
-            requireAll(entry, depth + 1);
+            require(element);
 }
 
 // Numbers and names stay: they are lengths and filters of streams.
@@ -237,7 +247,7 @@ void ClassicFile::writeStream(QPDFObjectHandle stream, const Step& step)
     entries.erase("/Length");
     for (const char* key : {"/Filter", "/DecodeParms"})
         if (const auto entry = entries.find(key); entry != entries.end() && _objects == Objects::LetGo)
-            requireAll(entry->second, 0);
+            requireAll(entry->second);
     simplifyFilters(entries);
     std::string& text = _image.text();
     text += "<< /Length ";
@@ -273,7 +283,7 @@ bool ClassicFile::isStoredAt(qpdf_offset_t offset, std::uint64_t length)
         && (!following.isAtEnd() || tail.size() < room);
 }
 
-// `length` is what the dictionary says, and was written at `lengthOffset` with blanks behind it.
+// `length` is what the dictionary says, and was written at `lengthOffset` with blanks after it.
 void ClassicFile::writeData(QPDFObjectHandle stream, std::uint64_t length, std::uint64_t lengthOffset, const Step& step)
 {
     ImageData data(_image);

@@ -28,8 +28,8 @@ public:
     ClassicFile(QPDF& document, Objects objects, Source& source, Image& image, Report& report,
         std::vector<std::string>& faults);
 
-    // Writes the objects of the table, the table and the trailer. `whenRead` is called after libqpdf has read an object,
-    // and may add to the replacements. Throws `Stop` when it can't be done in proportion, and `ObjectIsGone`.
+    // Writes the objects of the table, the table and the trailer. `whenRead` is called after libqpdf has read an
+    // object, and may add to the replacements. Throws `Stop` when it can't be done in proportion, and `ObjectIsGone`.
     void write(
         const ObjectTable& table, const Replacements& replacements, const std::function<void()>& whenRead);
 
@@ -55,9 +55,10 @@ private:
     void readTable(const ObjectTable& table);
     bool isSetAside(QPDFObjectHandle value) const;
     void writeHeader();
-    QPDFObjectHandle objectOf(int id, const Replacements& replacements);
+    QPDFObjectHandle objectOf(
+        int id, const Replacements& replacements, const std::function<void()>& whenRead);
     bool isGone(QPDFObjGen object) const;
-    void requireAll(QPDFObjectHandle value, int depth) const;
+    void requireAll(QPDFObjectHandle value) const;
     void letGo(int id, QPDFObjectHandle value);
     void writeObject(int id, QPDFObjectHandle value);
     void writeStream(QPDFObjectHandle stream, const Step& step);
@@ -77,6 +78,7 @@ private:
     const QPDFObjGen _encryption; // the object that tells how, if it is one
     std::vector<Row> _rows;   // by id
     std::vector<int> _wanted; // objects that are to be written after all
+    Replacements _ends;       // where references that were followed end, through all others
 };
 
 } // namespace Import

@@ -46,7 +46,7 @@ private:
     const Ref<Host::FileStripe> _original;
     const std::uint64_t _limit;
     std::vector<Part> _parts;
-    std::uint64_t _partText = 0;     // where the text behind the parts begins
+    std::uint64_t _partText = 0;     // where the text after the parts begins
     std::string _text;               // the text that isn't in the file
     Host::Descriptor _file;          // none while all text is in memory
     std::uint64_t _written = 0;      // bytes of text in the file

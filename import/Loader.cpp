@@ -1,10 +1,7 @@
 #include <import/Loader.h>
 
+#include <host/base/LoadedEntry.h>
 #include <import/Entry.h>
-
-#include <dlfcn.h>
-
-#include <cstring>
 
 namespace Import {
 
@@ -12,23 +9,9 @@ namespace {
 
 constexpr const char* libraryName = "libfiles-pdf-import.so." FILES_PDF_SOVERSION;
 
-Host::Refusal unsupported(const std::string& why)
-{
-    return {Host::Reason::Unsupported, "needs libfiles-pdf-import, which " + why};
-}
-
 Host::Result<const Entry*> load(const std::string& library)
 {
-    void* const handle = ::dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) {
-        const std::string reason = ::dlerror();
-        // What is missing comes first: the library itself, or one that it needs.
-        return unsupported(reason.starts_with(library) ? "isn't installed" : "can't be loaded: " + reason);
-    }
-    const auto* const entry = static_cast<const Entry*>(::dlsym(handle, entryName));
-    if (!entry || std::strcmp(entry->version, FILES_PDF_VERSION) != 0)
-        return unsupported("is of another version than " FILES_PDF_VERSION);
-    return entry;
+    return Host::loadEntry<Entry>(library, entryName, FILES_PDF_VERSION, "needs libfiles-pdf-import, which ");
 }
 
 const Host::Result<const Entry*>& installed()

@@ -49,10 +49,6 @@ std::uint64_t numberOf(const std::map<std::string, QPDFObjectHandle>& entries, c
 // libqpdf takes memory for two rows of a predictor, however little data there is.
 bool hasLongRows(QPDFObjectHandle parameters)
 {
-    if (parameters.isArray()) {
-        const std::vector<QPDFObjectHandle> all = parameters.getArrayAsVector();
-        return std::any_of(all.begin(), all.end(), hasLongRows);
-    }
     if (!parameters.isDictionary())
         return false;
     const auto entries = parameters.getDictAsMap();
@@ -65,6 +61,15 @@ bool hasLongRows(QPDFObjectHandle parameters)
         row *= std::max<std::uint64_t>(factor, 1);
     }
     return false;
+}
+
+// The same of the parameters of each filter. Arrays go no deeper, however they refer to each other.
+bool haveLongRows(QPDFObjectHandle parameters)
+{
+    if (!parameters.isArray())
+        return hasLongRows(parameters);
+    const std::vector<QPDFObjectHandle> all = parameters.getArrayAsVector();
+    return std::any_of(all.begin(), all.end(), hasLongRows);
 }
 
 // Where the value ends that an object's text begins with; its size when that isn't all there.
@@ -104,7 +109,7 @@ void ObjectStreams::examineStream(int id, const Ids& wanted)
     const auto parameters = entries.find("/DecodeParms");
     const bool hasManyFilters = filter != entries.end() && QPDFObjectHandle(filter->second).isArray()
         && QPDFObjectHandle(filter->second).getArrayNItems() > Limits::maxStreamFilters;
-    if (hasManyFilters || (parameters != entries.end() && hasLongRows(parameters->second)))
+    if (hasManyFilters || (parameters != entries.end() && haveLongRows(parameters->second)))
         stop(Reason::LimitReached, nameOf(id) + " can't be decoded within bounds");
     Collector data(_left);
     bool isDecoded = false;
@@ -130,14 +135,17 @@ void ObjectStreams::refuseReferences(int id)
     const std::size_t end = dictionaryEnd(text);
     Lexer tokens(text);
     bool isRefused = end == text.size();
-    std::string_view key;
+    std::string_view before; // the token before a reference: its key, where nothing but the dictionary is open
+    int depth = 0;
     while (tokens.place() < end && !isRefused) {
         Lexer next = tokens;
         if (const std::optional<Reference> reference = next.reference()) {
-            isRefused = key != "/Extends" && (key != "/Length" || !isNumber(*reference));
+            const bool isLength = before == "/Length" && isNumber(*reference);
+            isRefused = depth > 1 || (before != "/Extends" && !isLength);
             tokens = next;
         } else {
-            key = tokens.token();
+            before = tokens.token();
+            depth += before == "<<" || before == "[" ? 1 : before == ">>" || before == "]" ? -1 : 0;
         }
     }
     if (isRefused)

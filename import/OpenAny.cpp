@@ -71,8 +71,10 @@ Host::Result<Opened> openAny(Door door, const Ref<Host::FileStripe>& file, const
         return openByDoor(door, file, options, words);
     Host::Result<Host::OpenedFile> opened = Host::open(file);
     const bool isFinal = use == DoorUse::Never || (!opened && opened.refusal().isUnusable());
+    if (isFinal && !opened)
+        return refusedByCore(opened.refusal(), words);
     if (isFinal)
-        return opened ? Host::Result<Opened>(Opened{std::move(*opened), {}, {}}) : refusedByCore(opened.refusal(), words);
+        return Opened{std::move(*opened), {}, {}};
     const Shortcoming shortcoming = opened ? shortcomingOf(*opened) : Shortcoming{opened.refusal().message, true};
     if (shortcoming.why.empty())
         return Opened{std::move(*opened), {}, {}};

@@ -36,6 +36,7 @@ PackedObjects::Text PackedObjects::textOf(const Member& member) const
     Lexer rest(_data.substr(start + text.length, room - text.length));
     rest.skipBlanks();
     text.isWhole = rest.isAtEnd();
+    text.length += rest.place();
     if (text.isWhole)
         return text;
     Lexer words(_data.substr(start, room));
@@ -43,6 +44,7 @@ PackedObjects::Text PackedObjects::textOf(const Member& member) const
     words.skipBlanks();
     if (!words.isAtEnd())
         text.reference.reset();
+    text.length = std::max(text.length, words.place());
     return text;
 }
 

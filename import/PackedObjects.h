@@ -29,7 +29,7 @@ public:
 
     // What one member says.
     struct Text {
-        std::size_t length;                 // that libqpdf may read for its value
+        std::size_t length;                 // of what libqpdf may read for its value, and what was looked at after it
         bool isWhole;                       // the value is all there is before the next one
         std::optional<Reference> reference; // it is nothing but a reference, of which a value takes the first number
     };

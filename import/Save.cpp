@@ -98,6 +98,8 @@ void write(QPDF& document, FileOutput& out, const Storage& storage)
     if (storage.encryptedLike) {
         const Options options{.password = storage.password, .isRepairAllowed = true};
         encrypted = openQpdf(std::make_shared<Source>(storage.encryptedLike), options);
+        if (!encrypted->isEncrypted())
+            stop(Reason::WrongArgument, "the file that it is to be encrypted like is not encrypted");
         writer.copyEncryptionParameters(*encrypted);
     }
     writer.write();

@@ -75,7 +75,7 @@ std::size_t Source::read(char* bytes, std::size_t length)
     return done;
 }
 
-// Ends behind the line ends; the result is where they begin.
+// Ends after the line ends; the result is where they begin.
 qpdf_offset_t Source::findAndSkipNextEOL()
 {
     skipLine(false);

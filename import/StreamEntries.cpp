@@ -1,5 +1,7 @@
 #include <import/StreamEntries.h>
 
+#include <platform/Limits.h>
+
 #include <algorithm>
 
 namespace Import {
@@ -30,7 +32,7 @@ bool isNullOrEmpty(QPDFObjectHandle parameters)
 // they refer to each other.
 bool saysNothing(QPDFObjectHandle parameters)
 {
-    if (!parameters.isArray())
+    if (!isFilterArray(parameters))
         return isNullOrEmpty(parameters);
     const Values all = parameters.getArrayAsVector();
     return std::all_of(all.begin(), all.end(), isNullOrEmpty);
@@ -50,12 +52,12 @@ void removeCrypt(ValueText::Entries& entries)
         entries.erase(filterKey);
         entries.erase(parametersKey);
     }
-    if (!filter.isArray())
+    if (!isFilterArray(filter))
         return;
     const Values filters = filter.getArrayAsVector();
     if (std::none_of(filters.begin(), filters.end(), isCrypt))
         return;
-    const Values all = parameters.isArray() ? parameters.getArrayAsVector() : Values();
+    const Values all = isFilterArray(parameters) ? parameters.getArrayAsVector() : Values();
     Values keptFilters;
     Values keptParameters;
     for (std::size_t i = 0; i < filters.size(); ++i) {
@@ -73,6 +75,11 @@ void removeCrypt(ValueText::Entries& entries)
 }
 
 } // namespace
+
+bool isFilterArray(QPDFObjectHandle value)
+{
+    return value.isArray() && value.getArrayNItems() <= int(::Limits::maxFilters);
+}
 
 void simplifyFilters(ValueText::Entries& entries)
 {

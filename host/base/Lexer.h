@@ -26,17 +26,17 @@ public:
     std::size_t place() const noexcept { return _place; }
     bool isAtEnd() const noexcept { return _place >= _text.size(); }
 
-    // Goes behind white space and comments.
+    // Skips white space and comments.
     void skipBlanks() noexcept;
     // The next token as it is written: a bracket, double angles being one, a string, a name with its solidus, or a
-    // word. Empty at the end and, with the place behind it, for what is none.
+    // word. Empty at the end and, with the place after it, for what is none.
     std::string_view token() noexcept;
     // The same as a whole number, and the next three as a reference; none when they are anything else.
     template <class Number = int>
     std::optional<Number> number() noexcept;
     std::optional<Reference> reference() noexcept;
-    // Goes behind one value, brackets with all that is between them. Where it can't tell the end of what is broken, it
-    // takes everything.
+    // Skips one value, brackets with all that is between them. Where it can't tell the end of what is broken, it takes
+    // everything.
     void skipValue() noexcept;
 
 private:
@@ -136,7 +136,7 @@ inline void Lexer::skipValue() noexcept
     } while (!open.empty());
 }
 
-// Starts behind the bracket.
+// Starts after the bracket.
 inline bool Lexer::skipLiteral() noexcept
 {
     for (std::size_t depth = 1; !isAtEnd();) {
@@ -151,7 +151,7 @@ inline bool Lexer::skipLiteral() noexcept
     return false;
 }
 
-// Starts behind the bracket.
+// Starts after the bracket.
 inline bool Lexer::skipHexadecimal() noexcept
 {
     const std::size_t end = _text.find('>', _place);

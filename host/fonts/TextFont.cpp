@@ -18,6 +18,8 @@ constexpr std::uint32_t fixedPitch = 1, serif = 2, symbolic = 4, italic = 64, fo
 constexpr double leastHeight = 500, mostHeight = 4000; // of lines; what fonts say beyond is no height
 constexpr char32_t noBreakSpace = 0xA0, softHyphen = 0xAD;
 constexpr double mostWidth = 100000;
+// That a composite font may tell: lists may be shared, and ranges overlap. What is beyond is not read.
+constexpr std::size_t mostWidths = 16 * 65536;
 
 bool isHeight(const LineHeights& heights)
 {
@@ -84,7 +86,8 @@ private:
             _font._heights = TextFont::standard(*_standard)._heights;
         if (!descriptor)
             return;
-        _font._descriptorFlags = static_cast<std::uint32_t>(numberAt(*_document, *descriptor, "Flags").value_or(0));
+        const std::optional<std::int32_t> flags = countOf(*_document, descriptor->find(::String::create("Flags")));
+        _font._descriptorFlags = static_cast<std::uint32_t>(flags.value_or(0));
         readHeights(*descriptor);
         _missingWidth = widthOf(numberAt(*_document, *descriptor, "MissingWidth"));
         for (const char* key : {"FontFile", "FontFile2", "FontFile3"})
@@ -244,19 +247,27 @@ private:
     // `W`: a CID and a list of widths, or two CIDs and a width.
     void readCompositeWidths(const PDF::Dictionary& font)
     {
+        constexpr std::int64_t lastCid = 0xFFFF;
         const Ref<PDF::Array> array = valueAt<PDF::Array>(*_document, font, "W");
+        std::size_t left = mostWidths;
         for (std::uint64_t i = 0; array && i + 1 < array->size();) {
             const std::int64_t first = countOf(*_document, array->get(i)).value_or(-1);
-            const Ref<PDF::Array> list = PDF::resolveAs<PDF::Array>(*_document, array->get(i + 1));
             if (first < 0)
                 return;
-            for (std::uint64_t k = 0; list && k < list->size() && first + std::int64_t(k) <= 0xFFFF; ++k)
-                _widths[std::uint16_t(first + std::int64_t(k))] = numberOf(*_document, list->get(k)).value_or(0);
-            const std::int64_t last = list ? -1 : countOf(*_document, array->get(i + 1)).value_or(-1);
-            if (!list && i + 2 < array->size() && _widths.size() <= 0xFFFF)
-                for (std::int64_t cid = first; cid <= last && cid <= 0xFFFF; ++cid)
-                    _widths.try_emplace(std::uint16_t(cid), numberOf(*_document, array->get(i + 2)).value_or(0));
-            i += list ? 2 : 3;
+            if (const auto list = PDF::resolveAs<PDF::Array>(*_document, array->get(i + 1))) {
+                std::int64_t cid = first;
+                for (std::uint64_t k = 0; k < list->size() && cid <= lastCid && left > 0; ++k, ++cid, --left)
+                    _widths[std::uint16_t(cid)] = numberOf(*_document, list->get(k)).value_or(0);
+                i += 2;
+            } else if (i + 2 < array->size()) {
+                const std::int64_t last = countOf(*_document, array->get(i + 1)).value_or(-1);
+                const double width = numberOf(*_document, array->get(i + 2)).value_or(0);
+                for (std::int64_t cid = first; cid <= std::min(last, lastCid) && left > 0; ++cid, --left)
+                    _widths.try_emplace(std::uint16_t(cid), width);
+                i += 3;
+            } else {
+                return;
+            }
         }
     }
 

@@ -40,7 +40,7 @@ std::uint8_t guess(int type, std::uint8_t left, std::uint8_t above, std::uint8_t
 End unpredictRows(const Predictor& predictor, Input in, std::size_t limit, Bytes& out)
 {
     const std::size_t size = rowSize(predictor);
-    const std::size_t pixel = std::max<std::size_t>(1, unsigned(predictor.colors * predictor.bitsPerComponent) / 8);
+    const std::size_t pixel = (unsigned(predictor.colors * predictor.bitsPerComponent) + 7) / 8; // in bytes, rounded up
     const std::size_t start = out.size();
     for (std::size_t row = 0; row < in.size(); row += size + 1) {
         const int type = in[row];

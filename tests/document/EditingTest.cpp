@@ -92,6 +92,14 @@ TEST(Editing, objectsThatSomethingElseAddedMeanwhileEndACommit)
     EXPECT_EQ(idsFrom(document, 3), "3");
 }
 
+TEST(Editing, makesNothingOfNothing)
+{
+    Error::set(0);
+    EXPECT_FALSE(PDF::createStream(nullptr, {1, 2}));
+    EXPECT_EQ(Error::get(), std::uint32_t(ErrNullArgument));
+    EXPECT_FALSE(PDF::addObject(nullptr, reference(1)) || PDF::addObject(Tests::open(source), nullptr));
+}
+
 // Each object twice in the one before it, and a chain that no walk may follow by recursion.
 TEST(Editing, copiesInTimeThatGrowsWithTheObjects)
 {

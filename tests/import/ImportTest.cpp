@@ -120,6 +120,44 @@ TEST(Import, readsWhatIsNeededOnceMoreAfterItWasWritten)
     EXPECT_EQ(imported->report.replaced.count, 1u);
 }
 
+TEST(Import, looksAtParametersInLinearTime)
+{
+    const std::string stream = "<< /Length 3 /Filter /A85 /DecodeParms [ 4 0 R ] >>\nstream\nabc\nendstream";
+    PdfText text = PdfText().pages().object(3, stream);
+    for (unsigned id = 4; id < 7; ++id) { // each a thousand times the next one
+        std::string references;
+        for (int i = 0; i < 1000; ++i)
+            references += std::to_string(id + 1) + " 0 R ";
+        text.object(id, "[ " + references + "]");
+    }
+    const auto imported = import(text.object(7, "[ 1 ]").trailer("/Size 8"));
+    ASSERT_TRUE(imported) << imported.refusal().message;
+    EXPECT_EQ(valueOf(*imported, 3), "<< /DecodeParms [ 4 0 R ] /Filter /A85 /Length 3 >>\nstream\nabc\nendstream");
+    PdfText shared = PdfText().pages();
+    for (unsigned id = 3; id < 5000; ++id)
+        shared.object(id, "<< /Length 3 /Filter [ /A85 ] /DecodeParms 5000 0 R >>\nstream\nabc\nendstream");
+    std::string nulls;
+    for (int i = 0; i < 300'000; ++i)
+        nulls += "null ";
+    EXPECT_TRUE(import(shared.object(5000, "[ " + nulls + "]").trailer("/Size 5001")));
+}
+
+TEST(Import, followsReferencesThatAreObjectsToTheirEnd)
+{
+    const unsigned last = 20000; // each leads to the one before it
+    PdfText text = PdfText().pages().object(3, "4 0 R").object(4, "5 0 R").object(5, "(x)");
+    text.object(6, "7 0 R").object(7, "6 0 R").object(8, "3 0 R");
+    for (unsigned id = 9; id <= last; ++id)
+        text.object(id, std::to_string(id - 1) + " 0 R");
+    const auto imported = import(text.trailer("/Size " + std::to_string(last + 1)));
+    ASSERT_TRUE(imported) << imported.refusal().message;
+    for (const unsigned id : {3u, 4u, 5u, 8u, last})
+        EXPECT_EQ(valueOf(*imported, id), "(x)") << id;
+    for (const unsigned id : {6u, 7u})
+        EXPECT_EQ(valueOf(*imported, id), "free") << id;
+    EXPECT_EQ(imported->report.replaced.count, last - 3u);
+}
+
 TEST(Import, namesWhatTheCoreCantHold)
 {
     const auto imported = import(
@@ -171,6 +209,9 @@ TEST(Import, refusesWhatLibqpdfWouldMendUnlessThatIsAllowed)
             "expected 3 0 obj", true},
         {"no table", damaged(PdfText().pages().trailer(size), "startxref", "startwhat"), "can't find startxref", true},
         {"an unknown word", PdfText().pages().object(3, "[ word ]").trailer(size), "unknown token", true},
+        {"parameters of parameters without end, found by repair",
+            PackedText().pages().object(4, "[ 4 0 R ]").packed(5, {{6, "1"}}, "/DecodeParms [ 4 0 R ]").row(5, 1, 9, 0),
+            "expected 5 0 obj", true},
         {"more than a value", PdfText().pages().object(3, "(a) (b)").trailer(size), "expected endobj", true},
         {"a reference to what can't be one", PdfText().pages().object(3, "[ 4294967297 0 R ]").trailer(size),
             "requested value of integer is too big", true},
@@ -251,9 +292,15 @@ TEST(Import, keepsWithinItsLimits)
                                .row(4, 2, 5, 0));
     };
     std::string overlapping;
-    for (int i = 0; i < 3000; ++i)
+    std::string atOnePlace;
+    for (int i = 0; i < 3000; ++i) {
         overlapping += std::to_string(10 + i) + " " + std::to_string(i) + " ";
+        atOnePlace += std::to_string(10 + i) + " 0 ";
+    }
     PackedText nested;
+    PackedText blank;
+    blank.pages().stream(5, atOnePlace + "1" + std::string(3000, ' '),
+        "/Type /ObjStm /N 3000 /First " + std::to_string(atOnePlace.size()));
     nested.pages().stream(5, overlapping + std::string(3000, '(') + std::string(3000, ')'),
         "/Type /ObjStm /N 3000 /First " + std::to_string(overlapping.size()));
     // Each object is a comment that the next one begins in.
@@ -262,6 +309,7 @@ TEST(Import, keepsWithinItsLimits)
     std::string comment;
     for (unsigned id = 10; id < 3010; ++id) {
         nested.row(id, 2, 5, id - 10);
+        blank.row(id, 2, 5, id - 10);
         comment += "% ";
         again.row(id, 1, start + comment.size(), 0);
         comment += std::to_string(id) + " 0 obj ";
@@ -276,7 +324,9 @@ TEST(Import, keepsWithinItsLimits)
         {"rows of a predictor", bomb(9, "/DecodeParms << /Predictor 12 /Columns 2000000000 >>"), "within bounds"},
         {"filters", bomb(9, "", "[ /FlateDecode /FlateDecode /FlateDecode ]"), "within bounds"},
         {"what a dictionary refers to", bomb(9, "/X 1 0 R"), "refers to other objects"},
+        {"the same in another value", bomb(9, "", "[ /Extends 1 0 R ]"), "refers to other objects"},
         {"objects inside each other in a stream", nested, "overlap too often"},
+        {"blanks after objects in a stream", blank, "overlap too often"},
         {"objects inside each other", again, "overlap too often"},
         {"ids", far, "ids go up to 200000"},
         {"rows of tables", PackedText(packed).trailer("/Index [ 0 4 7 2000000 ]"), "tables have 2000004 rows"},

@@ -39,6 +39,8 @@ TEST(PackedObjects, tellWhereAValueEnds)
     for (const Case& row : cases)
         EXPECT_EQ(textOf(row.value).isWhole, row.isWhole) << row.value;
     EXPECT_EQ(textOf("[ 1 ").length, 5u) << "what doesn't end takes all";
+    EXPECT_EQ(textOf("1   ").length, 4u) << "blanks are read, too";
+    EXPECT_EQ(textOf("1   2   R  % a").length, 14u);
 }
 
 TEST(PackedObjects, knowReferences)

@@ -53,6 +53,17 @@ TEST(ImportSave, storesTheSameDocument)
         }
 }
 
+TEST(ImportSave, isNeverWithoutTheEncryptionThatWasAskedFor)
+{
+    const TestFolder folder;
+    const auto opened = Import::open(folder.put("in.pdf", classic));
+    ASSERT_TRUE(opened);
+    const auto saved = Import::save(opened->opened, folder.path("out.pdf"), {.encryptedLike = opened->opened.file});
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.refusal().reason, Reason::WrongArgument);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out.pdf")));
+}
+
 TEST(ImportSave, takesInWhatLibqpdfWritesElsewhere)
 {
     const TestFolder folder;

@@ -15,7 +15,7 @@ public:
         std::string value;
     };
 
-    // An object that is in no stream: its value as it stands in the file.
+    // An object that is in no stream: its value as the file has it.
     PackedText& object(unsigned id, const std::string& value)
     {
         _rows[id] = {1, _text.size(), 0};

@@ -84,6 +84,25 @@ TEST(TextFont, hasTheCharactersThatReadersShow)
     }
 }
 
+// Ranges that overlap, and a list that is shared, must not be walked through each time.
+TEST(TextFont, readsWidthsInLinearTime)
+{
+    const std::string map = streamText("", "1 beginbfrange <0041> <0043> <0041> endbfrange");
+    std::string ranges, lists, list;
+    for (int i = 0; i < 30000; ++i) {
+        ranges += "0 65534 300 ";
+        lists += "0 5 0 R ";
+        list += "400 ";
+    }
+    for (const auto& [widths, codes] : {std::pair(ranges, "42:300"), std::pair(lists, "42:400")}) {
+        const auto font = fontOf("/Subtype /Type0 /BaseFont /A /Encoding /Identity-H /ToUnicode 4 0 R "
+                                 "/DescendantFonts [ << /W [ " + widths + "] >> ]",
+            {map, "[ " + list + "]"});
+        ASSERT_TRUE(font);
+        EXPECT_EQ(codesFor(*font, U"B"), codes);
+    }
+}
+
 TEST(TextFont, ofASubsetOnlyWhatIsInItCounts)
 {
     const std::string program = trueType("xx-", {{3, 1, segments({{'A', 1}, {'B', 3}})}});

@@ -95,6 +95,8 @@ TEST(FilterChain, undoesEachFilterWithItsParameters)
             params("/Predictor 2 /BitsPerComponent 16 /Columns 2"), std::string("\0\xFF\1\0", 4)},
         {"each type of row", compressed(std::string("\0abc\1a\1\1\2\1\1\1\3\1\1\1\4\1\1\1\2z", 22)),
             params("/Predictor 15 /Columns 3"), std::string("abcabcbcd2KX3LY\xAD", 16)},
+        {"rows of pixels of a byte and a half", compressed("\1\1\2\1"),
+            params("/Predictor 11 /Colors 3 /BitsPerComponent 4 /Columns 2"), "\1\2\2"},
         {"a row of no type", compressed(std::string("\0ab\7cd", 6)), params("/Predictor 10 /Columns 2"),
             "ab (damaged)"},
         {"a predictor that is none", compressed("x"), params("/Predictor 7"), "refused " + std::to_string(ErrBadFilter)},
