@@ -3,9 +3,24 @@
 #include <host/base/ErrorWords.h>
 #include <tools/ShownText.h>
 
+#include <poll.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstdio>
 
 namespace Tools {
+
+namespace {
+
+// Whether standard output is a pipe that nobody reads any more.
+bool isReaderGone()
+{
+    pollfd output = {STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & POLLERR);
+}
+
+} // namespace
 
 Console::Console(std::string name) : _name(std::move(name)) {}
 
@@ -37,6 +52,10 @@ int Console::finish() const
 {
     if (std::fflush(stdout) == 0 && !std::ferror(stdout))
         return Done;
+    if (isReaderGone()) {
+        std::signal(SIGPIPE, SIG_DFL);
+        std::raise(SIGPIPE);
+    }
     std::fprintf(stderr, "%s: standard output: can't be written\n", _name.c_str());
     return Unusable;
 }

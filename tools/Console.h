@@ -27,7 +27,8 @@ public:
     // The program goes on: what may be wrong, and what is only to be known.
     void warn(const std::string& file, const std::string& message) const;
     void note(const std::string& file, const std::string& message) const;
-    // The end of a program that went well, unless what it printed did not arrive.
+    // The end of a program that went well, unless what it printed did not arrive. Where nobody reads it any more the
+    // program ends by SIGPIPE, as others do.
     int finish() const;
 
 private:

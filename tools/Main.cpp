@@ -10,20 +10,9 @@
 
 namespace Tools {
 
-namespace {
-
-// A limit of file sizes and a reader that went away are failed writes, not the end.
-void ignoreSignalsOfWriting()
-{
-    std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGPIPE, SIG_IGN);
-}
-
-} // namespace
-
 int run(const Program& program, int argc, char** argv, Work work)
 {
-    ignoreSignalsOfWriting();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit of file sizes is a failed write, not the end
     const std::string name = argc > 0 ? std::filesystem::path(argv[0]).filename().string() : program.name;
     const Console console(name);
     CommandLine line(program);

@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <thread>
 
 namespace {
@@ -157,6 +158,7 @@ Host::Result<std::uint64_t> fillRows(const CommandLine& line, unsigned threads, 
 
 int batch(const CommandLine& line, const Tools::Console& console)
 {
+    std::signal(SIGPIPE, SIG_IGN); // jobs under way come to their end; then `finish` looks who reads
     if (line.has("--csv") != line.has("--in") || line.has("--csv") != line.has("--out"))
         return console.misuse("--csv, --in and --out go together");
     const auto threads = Tools::numberOf(line.argument("--jobs", "1"));

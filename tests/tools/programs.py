@@ -7,6 +7,7 @@ import pathlib
 import pty
 import re
 import shutil
+import signal
 import struct
 import subprocess
 import sys
@@ -86,6 +87,24 @@ class Programs(unittest.TestCase):
             self.assertLessEqual(max(map(len, lines)), 80, name)
             self.assertEqual(run(name, "-h")[1], out)
             self.assertGreaterEqual(len(run(name, "--help-all")[1]), len(out))
+
+    def test_a_reader_that_goes_away_ends_a_program_quietly(self):
+        """While it prints more than fits into a pipe, and before it prints anything."""
+        run("fill", "--keep-looks", "form.pdf", "long.pdf", "remarks=" + "x" * 100000)
+        with subprocess.Popen([os.path.join(FOLDER, "inspect"), "long.pdf"], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE) as program:
+            program.stdout.readline()
+            program.stdout.close()
+            self.assertEqual((program.stderr.read(), program.wait(60)), (b"", -signal.SIGPIPE))
+        job = b'{"in": "form.pdf", "out": "done.pdf"}\n'
+        for name, operands, jobs in [(name, ["--help-all"], b"") for name in PROGRAMS] + [("batch", [], job)]:
+            reader, writer = os.pipe()
+            os.close(reader)
+            done = subprocess.run([os.path.join(FOLDER, name), *operands], input=jobs, stdout=writer,
+                                  stderr=subprocess.PIPE, timeout=60)
+            os.close(writer)
+            self.assertEqual((done.stderr, done.returncode), (b"", -signal.SIGPIPE), name)
+        self.assertEqual(run("inspect", "done.pdf")[0], 0)  # a job under way was done to its end
 
     def test_wrong_use_is_refused(self):
         for name, operands in PROGRAMS.items():
