@@ -8,8 +8,8 @@ namespace Tools {
 
 enum ExitStatus : int {
     Done = 0,
-    Refused = 1,  // the file, or the saving of it, was refused
-    Unusable = 2, // wrong use, or a file that can't be read or written at all
+    Refused = 1,  // the document, or what is asked of it, was refused
+    Unusable = 2, // wrong use, or the system didn't give what the work needs
 };
 
 // What a program says to people: lines on standard error that begin with its name. What ends the program gives its

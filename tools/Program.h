@@ -29,7 +29,7 @@ struct Program {
     bool takesMoreOperands = false;   // whether others may follow these
     const char* about;                // what it does. A line that begins with a blank is printed as it is
     std::vector<OptionGroup> options; // in the order of the help
-    const char* exitStatus;           // "0; 1 when ..."
+    const char* refusedWhen;          // when it ends with status 1: "FILE is refused"
 };
 
 } // namespace Tools

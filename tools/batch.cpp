@@ -47,7 +47,7 @@ const Tools::Program program = {
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"}, \"out\": \"7.pdf\"}",
     .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(),
         Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
-    .exitStatus = "0; 1 when a job failed; 2 for wrong use, unreadable input and output that can't be written.",
+    .refusedWhen = "a job failed",
 };
 
 // The log lines of the thread's current job. The sink is called on the thread that logs.

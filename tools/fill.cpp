@@ -33,7 +33,7 @@ const Tools::Program program = {
              "is refused, nothing is saved.",
     .options = {{"", ownOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(),
         Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, a value, or the saving is refused",
 };
 
 // Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8. They

@@ -28,7 +28,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN, converts the data of every stream to one form, saves the whole as OUT, which may "
              "be the same file, and reports what was done to each stream, with its sizes in bytes.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, or what is asked for, is refused",
 };
 
 std::string outcomeText(const RecompressedStream& stream, PDF::Compression target, bool isForced)

@@ -6,6 +6,7 @@ import os
 import pathlib
 import pty
 import re
+import resource
 import shutil
 import signal
 import struct
@@ -32,9 +33,10 @@ PROGRAMS = {  # and operands that each is content with
 }
 
 
-def run(name, *operands):
-    done = subprocess.run([os.path.join(FOLDER, name), *operands], capture_output=True, timeout=60)
-    return done.returncode, done.stdout, done.stderr
+def run(name, *operands, **how):
+    how = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "timeout": 60, **how}
+    done = subprocess.run([os.path.join(FOLDER, name), *operands], **how)
+    return done.returncode, done.stdout or b"", done.stderr
 
 
 def on_terminal(name, *operands):
@@ -67,9 +69,9 @@ class Programs(unittest.TestCase):
             with open(name, "wb") as file:
                 file.write(contents)
 
-    def refuses(self, name, *operands):
+    def refuses(self, name, *operands, **how):
         """With status 2 and one line, and nothing is written."""
-        status, out, err = run(name, *operands)
+        status, out, err = run(name, *operands, **how)
         self.assertEqual((status, out, err.count(b"\n")), (2, b"", 1), (name, operands, err))
         self.assertFalse(os.path.exists("out.pdf"))
 
@@ -112,6 +114,19 @@ class Programs(unittest.TestCase):
             self.refuses(name)
             for bad in "missing.pdf", "folder":
                 self.refuses(name, *[bad if operand == "form.pdf" else operand for operand in operands])
+
+    def test_what_the_system_refuses_is_status_2(self):
+        """A folder that isn't there, a disk that is full after the first 20 KB, and one that is full already."""
+        small = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+        for name, operands in PROGRAMS.items():
+            if "out.pdf" in operands or name == "save-in-place":
+                self.refuses(name, *["gone/out.pdf" if operand == "out.pdf" else operand for operand in operands],
+                             *(["gone/form.pdf"] if name == "save-in-place" else []))
+                self.refuses(name, *operands, preexec_fn=small)
+            for options in operands, ["--help-all"]:
+                if "out.pdf" not in options and name != "save-in-place":
+                    with open("/dev/full", "w") as full:
+                        self.refuses(name, *options, stdout=full)
 
     def test_a_refusal_says_what_to_do(self):
         with open("form.pdf", "rb") as file:
