@@ -1,6 +1,8 @@
 #include <tools/Console.h>
 
 #include <host/base/ErrorWords.h>
+#include <platform/Error.h>
+#include <tools/LogKeeping.h>
 #include <tools/ShownText.h>
 
 #include <poll.h>
@@ -22,7 +24,7 @@ bool isReaderGone()
 
 } // namespace
 
-Console::Console(std::string name) : _name(std::move(name)) {}
+Console::Console(std::string name, const LogKeeping* log) : _name(std::move(name)), _log(log) {}
 
 int Console::misuse(const std::string& message) const
 {
@@ -33,8 +35,9 @@ int Console::misuse(const std::string& message) const
 int Console::refuse(const std::string& file, const Host::Refusal& refusal) const
 {
     const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
-    std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.message).c_str(),
-        code.c_str());
+    const bool isNamed = refusal.code == ErrBadObject && _log && !_log->lastFailure().empty();
+    std::fprintf(stderr, "%s: %s: %s%s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.message).c_str(),
+        code.c_str(), isNamed ? (": " + _log->lastFailure()).c_str() : "");
     return refusal.isUnusable() ? Unusable : Refused;
 }
 

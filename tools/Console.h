@@ -6,6 +6,8 @@
 
 namespace Tools {
 
+class LogKeeping;
+
 enum ExitStatus : int {
     Done = 0,
     Refused = 1,  // the document, or what is asked of it, was refused
@@ -16,13 +18,13 @@ enum ExitStatus : int {
 // exit status.
 class Console {
 public:
-    // `name` is the one that the program is called by.
-    explicit Console(std::string name);
+    // `name` is the one that the program is called by. The log lives longer.
+    explicit Console(std::string name, const LogKeeping* log = nullptr);
 
     const std::string& name() const { return _name; }
     // Wrong use: what is wrong, and where to read more.
     int misuse(const std::string& message) const;
-    // What is wrong with the file, and the code.
+    // What is wrong with the file, and the code; of an object or a value that can't be read, which one the log names.
     int refuse(const std::string& file, const Host::Refusal& refusal) const;
     // The program goes on: what may be wrong, and what is only to be known.
     void warn(const std::string& file, const std::string& message) const;
@@ -33,6 +35,7 @@ public:
 
 private:
     const std::string _name;
+    const LogKeeping* const _log;
 };
 
 } // namespace Tools

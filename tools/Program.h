@@ -21,7 +21,7 @@ struct OptionGroup {
 };
 
 // A program, as its command line is read and its help printed. Besides its options every program knows --help, or -h,
-// and --help-all.
+// --help-all, --version, and --completion for the build.
 struct Program {
     const char* name;                 // as it is called in the sources; people see the name that it was called by
     const char* usage;                // what follows the name: "[options] IN OUT"

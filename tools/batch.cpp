@@ -2,6 +2,7 @@
 
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
+#include <platform/Error.h>
 #include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
 #include <tools/CsvJobs.h>
@@ -52,6 +53,7 @@ const Tools::Program program = {
 
 // The log lines of the thread's current job. The sink is called on the thread that logs.
 thread_local std::vector<std::string> jobLog;
+thread_local std::string lastFailure;
 
 Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult& result)
 {
@@ -64,6 +66,8 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
     if (!result.step.empty()) {
         object["step"] = result.step;
         object["error"] = result.refusal.message;
+        if (result.refusal.code == ErrBadObject && !lastFailure.empty())
+            object["error"] = result.refusal.message + ": " + lastFailure; // which object
         if (result.refusal.code)
             object["code"] = Host::codeText(result.refusal.code);
     } else {
@@ -90,6 +94,7 @@ void work(Tools::BatchLines& lines, const BatchOptions& options)
     while (lines.next(index, line)) {
         Tools::BatchJob job;
         BatchResult result;
+        lastFailure.clear();
         if (auto refusal = line.read(job))
             result = {"job", std::move(*refusal), 0, 0, {}, {}};
         else
@@ -156,6 +161,18 @@ Host::Result<std::uint64_t> fillRows(const CommandLine& line, unsigned threads, 
     return jobs->isBroken() ? unreadable : Host::Result<std::uint64_t>(failed);
 }
 
+// Keeps the last failure of a job, and all lines where they are wanted: with its result instead of at the end.
+void listen(bool isLogWanted)
+{
+    const auto keep = [isLogWanted](std::size_t level, const Ref<::String>& text) {
+        if (level >= LogLevel::failure)
+            lastFailure = Host::toUtf8(text);
+        if (isLogWanted)
+            jobLog.push_back(Host::toUtf8(text));
+    };
+    Tools::listenToLog(keep, isLogWanted ? LogLevel::information : LogLevel::failure);
+}
+
 int batch(const CommandLine& line, const Tools::Console& console)
 {
     std::signal(SIGPIPE, SIG_IGN); // jobs under way come to their end; then `finish` looks who reads
@@ -170,8 +187,7 @@ int batch(const CommandLine& line, const Tools::Console& console)
     const auto fill = Tools::fillOptionsOf(line);
     if (!fill)
         return console.misuse(fill.refusal().message);
-    if (line.has("-v")) // instead of at the end
-        Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
+    listen(line.has("-v"));
     auto values = line.has("--values") ? Tools::readValues(line.argument("--values"), line) : FieldValues();
     if (!values)
         return console.refuse(line.argument("--values"), values.refusal());

@@ -7,6 +7,7 @@
 #include <tools/Main.h>
 #include <tools/Opening.h>
 #include <tools/Saving.h>
+#include <tools/StandardFiles.h>
 
 namespace {
 
@@ -84,7 +85,8 @@ int recompress(const Tools::CommandLine& line, const Tools::Console& console)
     const int status = Tools::Saving(line, console).save(*opened, in, line.operand(1));
     if (status != Tools::Done)
         return status;
-    print(*streams, target, line.has("--force"));
+    if (!Tools::isStandard(line.operand(1))) // which has the file itself
+        print(*streams, target, line.has("--force"));
     return console.finish();
 }
 

@@ -14,6 +14,7 @@ import subprocess
 import sys
 import tempfile
 import termios
+import time
 import unittest
 
 FOLDER, MAKE_INVOICE = sys.argv[1:3]
@@ -39,13 +40,19 @@ def run(name, *operands, **how):
     return done.returncode, done.stdout or b"", done.stderr
 
 
-def on_terminal(name, *operands):
-    """The lines that it prints on a terminal of 80 columns."""
+def terminal(columns):
+    """Both ends of a new one."""
     try:
         screen, slave = pty.openpty()
     except OSError as reason:
         raise unittest.SkipTest(f"there are no terminals here: {reason}")
-    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 80, 0, 0))
+    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    return screen, slave
+
+
+def on_terminal(name, *operands):
+    """The lines that it prints on a terminal of 80 columns."""
+    screen, slave = terminal(80)
     out = b""
     with subprocess.Popen([os.path.join(FOLDER, name), *operands], stdout=slave):
         os.close(slave)
@@ -107,6 +114,84 @@ class Programs(unittest.TestCase):
             os.close(writer)
             self.assertEqual((done.stderr, done.returncode), (b"", -signal.SIGPIPE), name)
         self.assertEqual(run("inspect", "done.pdf")[0], 0)  # a job under way was done to its end
+
+    def test_bash_completes_options_and_what_they_may_be(self):
+        cases = [  # what is typed, and what may follow
+            ("--imp", "--import"), ("--import n", "never"), ("--import = al", "always"), ("--import =", "auto never always"), ("--vers", "--version"),
+            ("-- f", ""), ("--password-file f", ""), ("--encrypt-as", "--encrypt-as-before")]
+        for name in "files-pdf-rewrite", "files-pdf-stamp":
+            script = run(name, "--completion", "bash")[1].decode()
+            for typed, expected in cases:
+                words = " ".join(f"'{word}'" for word in [name, *typed.split()])
+                function = "_" + name.replace("-", "_")
+                ask = f"COMP_WORDS=({words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); {function}; echo ${{COMPREPLY[*]}}"
+                done = subprocess.run(["bash", "-c", script + ask], capture_output=True, text=True)
+                self.assertEqual((done.stdout.strip(), done.stderr), (expected, ""), (name, typed))
+            zsh = run(name, "--completion=zsh")[1].decode()
+            self.assertTrue(zsh.startswith(f"#compdef {name}\n"))
+            self.assertIn(": :(auto never always)'", zsh)
+            if shutil.which("zsh"):
+                subprocess.run(["zsh", "-n"], input=zsh, text=True, check=True)
+
+    def test_every_program_says_its_version(self):
+        version = re.search(r"project\(FilesPDF VERSION (\S+)", (TREE / "CMakeLists.txt").read_text())[1]
+        for name in [*PROGRAMS, "batch"]:
+            self.assertEqual(run(name, "--version"), (0, f"{name} (FilesPDF) {version}\n".encode(), b""))
+
+    def test_a_dash_is_standard_input_and_output(self):
+        with open("form.pdf", "rb") as file:
+            form = file.read()
+        os.mkdir("temporary")
+        own = {**os.environ, "TMPDIR": os.path.abspath("temporary")}
+        for name, operands in PROGRAMS.items():
+            dashes = ["-" if operand in ("form.pdf", "out.pdf") else operand for operand in operands]
+            with open("form.pdf", "rb") as file:
+                status, out, err = run(name, *dashes, stdin=file, env=own)
+            expected = run(name, *operands)
+            self.assertEqual((status, err), (0, b""), name)
+            if "out.pdf" not in operands and name != "save-in-place":
+                self.assertEqual(out, expected[1])
+                continue
+            with open("saved.pdf", "wb") as file:
+                file.write(out)
+            with open("form.pdf" if name == "save-in-place" else "out.pdf", "rb") as file:
+                self.assertEqual(len(out), len(file.read()))
+            self.assertEqual(run("inspect", "saved.pdf")[0], 0)
+            with open("/dev/full", "w") as full:
+                self.assertEqual(run(name, *dashes, input=form, stdout=full, env=own)[0], 2)
+            refused = run(name, *dashes, input=form[:-9], env=own)
+            self.assertEqual(refused[:2], (1, b""))
+            self.assertEqual(os.listdir("temporary"), [])
+
+    def test_a_value_that_fails_is_told_with_its_object(self):
+        with open("form.pdf", "rb") as file:
+            form = file.read()
+        with open("broken.pdf", "wb") as file:
+            file.write(form.replace(b"2 0 obj", b"2 0 obx", 1))
+        place = f"({form.index(b'2 0 obj')})"
+        for name in "inspect", "fields":
+            self.assertIn(place, run(name, "--import=never", "broken.pdf")[2].decode())
+        done = run("batch", "--import=never", input=b'{"in": "broken.pdf"}\n{"in": "form.pdf"}')[1].splitlines()
+        self.assertIn(place, json.loads(done[0])["error"])
+
+    def test_a_bar_is_a_line_of_its_terminal(self):
+        screen, slave = terminal(30)
+        with subprocess.Popen([os.path.join(FOLDER, "batch")], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                              stderr=slave) as batch:
+            os.close(slave)
+            os.set_blocking(screen, False)
+            shown = b""
+            while not shown.count(b"\r") > 1:  # it comes after a second
+                batch.stdin.write(b'{"in": "form.pdf"}\n')
+                batch.stdin.flush()
+                try:
+                    shown += os.read(screen, 4096)
+                except BlockingIOError:
+                    time.sleep(0.01)
+            batch.stdin.close()
+        os.close(screen)
+        self.assertIn(b"jobs, 0 failed", shown)
+        self.assertEqual({len(line) for line in shown.split(b"\r")[1:-1]}, {29})
 
     def test_wrong_use_is_refused(self):
         for name, operands in PROGRAMS.items():
