@@ -1,6 +1,7 @@
 #include <tools/Completion.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string_view>
 
 namespace Tools {
@@ -71,15 +72,13 @@ std::string zshCompletionOf(const Program& program, const std::string& name)
 {
     std::string out = "#compdef " + name + "\n_arguments";
     for (const Option& option : optionsOf(program)) {
-        const bool takesArgument = *option.argument;
-        const bool isLong = std::string_view(option.name).starts_with("--");
-        out.append(" \\\n    '").append(option.name).append(takesArgument && isLong ? "=" : "");
-        out.append("[" + quoted(option.help) + "]");
-        if (const std::string choices = choicesOf(option); !choices.empty())
-            out.append(": :(" + choices + ")");
-        else if (takesArgument)
-            out.append(":" + quoted(option.argument) + ":_files");
-        out.append("'");
+        const std::string choices = choicesOf(option);
+        std::string arguments = choices.empty() ? "" : ": :(" + choices + ")";
+        std::istringstream words(choices.empty() ? option.argument : "");
+        for (std::string word; words >> word;)
+            arguments += ":" + quoted(word) + ":_files";
+        out.append(" \\\n    '").append(option.name);
+        out.append("[" + quoted(option.help) + "]" + arguments + "'");
     }
     return out + " \\\n    '*:file:_files'\n";
 }
