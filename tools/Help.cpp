@@ -11,7 +11,7 @@ constexpr std::size_t screenWidth = 80;
 constexpr std::ptrdiff_t screenHeight = 24;
 constexpr std::size_t textColumn = 17; // where the texts of options begin
 
-constexpr const char* unusableWhen = "2 for wrong use, and for what can't be read or written.";
+constexpr const char* unusableWhen = "2 for wrong use and failures of the system.";
 
 // A line of text broken at blanks where it is full; the lines after the first begin in column `indent`.
 std::string wrapLine(std::string_view line, std::size_t indent)

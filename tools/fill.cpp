@@ -88,6 +88,8 @@ int fill(const CommandLine& line, const Console& console)
     if (!readOperands(line, *values))
         return console.misuse("expected NAME=VALUE in UTF-8 after IN and OUT");
     const std::string& in = line.operand(0);
+    if (values->empty())
+        console.warn(in, "no value is given, and nothing is filled");
     const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());

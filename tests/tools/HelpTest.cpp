@@ -40,8 +40,7 @@ TEST(Help, breaksTextsAndNotExamples)
         "  --quick        without a look\n"
         "  --slow         with one\n"
         "\n"
-        "Exit status: 0; 1 when it fails; 2 for wrong use, and for what can't be read or\n"
-        "written.\n");
+        "Exit status: 0; 1 when it fails; 2 for wrong use and failures of the system.\n");
 }
 
 TEST(Help, whereOneScreenIsFullCommonOptionsAreOnlyNamed)
