@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -29,6 +30,7 @@ constexpr Tools::Option ownOptions[] = {
     {"--force", "", "go on where the preflight finds a reason not to"},
 };
 constexpr Tools::Option inputOptions[] = {
+    {"--resume", "RESULTS", "leave out the jobs that an earlier run did, by its results; append to them with >>"},
     {"--values", "FILE", "values of all jobs or rows, which count after their own, from JSON, FDF, XFDF or CSV"},
     {"--csv", "FILE", "instead of jobs, rows of values, after a row with the names of their fields; an empty cell "
                       "leaves a field as it is"},
@@ -95,7 +97,14 @@ void work(Tools::BatchLines& lines, const BatchOptions& options)
         Tools::BatchJob job;
         BatchResult result;
         lastFailure.clear();
-        if (auto refusal = line.read(job))
+        auto refusal = line.read(job);
+        if (!refusal && options.done.has(job)) {
+            lines.finish(index, "", true);
+            continue;
+        }
+        if (!refusal && !lines.claim(job.out))
+            refusal = {Host::Reason::Conflict, "another job of this run has the same out"};
+        if (refusal)
             result = {"job", std::move(*refusal), 0, 0, {}, {}};
         else
             result = Tools::runJob(job, options);
@@ -173,6 +182,16 @@ void listen(bool isLogWanted)
     Tools::listenToLog(keep, isLogWanted ? LogLevel::information : LogLevel::failure);
 }
 
+// What an earlier run did. A line that it was killed in is ended, where the new results come after it.
+Host::Result<Tools::DoneJobs> readDone(const std::string& path)
+{
+    auto done = Tools::DoneJobs::read(path);
+    std::error_code error;
+    if (done && done->isCut() && std::filesystem::equivalent(path, "/dev/stdout", error))
+        std::putchar('\n');
+    return done;
+}
+
 int batch(const CommandLine& line, const Tools::Console& console)
 {
     std::signal(SIGPIPE, SIG_IGN); // jobs under way come to their end; then `finish` looks who reads
@@ -191,7 +210,13 @@ int batch(const CommandLine& line, const Tools::Console& console)
     auto values = line.has("--values") ? Tools::readValues(line.argument("--values"), line) : FieldValues();
     if (!values)
         return console.refuse(line.argument("--values"), values.refusal());
-    const BatchOptions options = optionsOf(line, *open, *fill, std::move(*values));
+    BatchOptions options = optionsOf(line, *open, *fill, std::move(*values));
+    if (line.has("--resume")) {
+        auto done = readDone(line.argument("--resume"));
+        if (!done)
+            return console.refuse(line.argument("--resume"), done.refusal());
+        options.done = std::move(*done);
+    }
     const Host::Result<std::uint64_t> failed =
         line.has("--csv") ? fillRows(line, *threads, options) : doLines(*threads, options);
     if (!failed)
