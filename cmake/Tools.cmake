@@ -40,6 +40,9 @@ if(TARGET files-pdf-background)
     install(CODE "execute_process(COMMAND \${CMAKE_COMMAND} -E create_symlink files-pdf-background
         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/files-pdf-stamp\")" COMPONENT tools)
 endif()
+# The guides, which messages of the programs name by this place.
+file(GLOB guides docs/*.md)
+install(FILES ${guides} README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/files-pdf COMPONENT tools)
 add_custom_target(files-pdf-completion ALL DEPENDS ${bash_completions} ${zsh_completions})
 install(FILES ${bash_completions} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
 install(FILES ${zsh_completions} DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tools)

@@ -163,6 +163,15 @@ class Programs(unittest.TestCase):
             self.assertEqual(refused[:2], (1, b""))
             self.assertEqual(os.listdir("temporary"), [])
 
+    def test_an_installed_program_names_the_installed_guide(self):
+        os.makedirs("bin")
+        os.makedirs("share/doc/files-pdf")
+        shutil.copy(os.path.join(FOLDER, "inspect"), "bin/inspect")
+        ask = lambda: subprocess.run(["bin/inspect", "--import=never", "text"], capture_output=True).stderr
+        self.assertIn(b"; docs/errors.md has the usual causes", ask())
+        shutil.copy(TREE / "docs/errors.md", "share/doc/files-pdf")
+        self.assertIn(os.path.realpath("share/doc/files-pdf/errors.md").encode(), ask())
+
     def test_a_value_that_fails_is_told_with_its_object(self):
         with open("form.pdf", "rb") as file:
             form = file.read()
