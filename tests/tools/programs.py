@@ -167,7 +167,9 @@ class Programs(unittest.TestCase):
         os.makedirs("bin")
         os.makedirs("share/doc/files-pdf")
         shutil.copy(os.path.join(FOLDER, "inspect"), "bin/inspect")
-        ask = lambda: subprocess.run(["bin/inspect", "--import=never", "text"], capture_output=True).stderr
+        libraries = {**os.environ, "LD_LIBRARY_PATH": os.path.dirname(FOLDER)}
+        ask = lambda: subprocess.run(["bin/inspect", "--import=never", "text"], env=libraries,
+                                     capture_output=True).stderr
         self.assertIn(b"; docs/errors.md has the usual causes", ask())
         shutil.copy(TREE / "docs/errors.md", "share/doc/files-pdf")
         self.assertIn(os.path.realpath("share/doc/files-pdf/errors.md").encode(), ask())
