@@ -20,7 +20,8 @@ using Host::Reason;
 Host::Result<Descriptor> makeFile(std::string& path)
 {
     const char* const chosen = std::getenv("TMPDIR");
-    path = std::string(chosen && *chosen ? chosen : "/var/tmp") + "/files-pdf-XXXXXX"; // where /tmp is memory, this isn't
+    const std::string folder = chosen && *chosen ? chosen : "/var/tmp"; // where /tmp is memory, this isn't
+    path = folder + "/files-pdf-XXXXXX";
     Descriptor file(::mkostemp(path.data(), O_CLOEXEC));
     if (!file.isOpen())
         return Host::systemRefusal(Reason::SystemFailure, "no temporary file can be made", errno);

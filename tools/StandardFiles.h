@@ -2,6 +2,10 @@
 
 #include <host/files/FileStripe.h>
 
+#include <optional>
+#include <string>
+#include <utility>
+
 namespace Tools {
 
 // "-" in the place of a file: standard input, or standard output.
@@ -13,8 +17,8 @@ inline bool isStandard(const std::string& path)
 // All of standard input, as a file without a name.
 Host::Result<Ref<Host::FileStripe>> readStandardInput();
 
-// A file in the folder for temporary files, whose bytes go to standard output once they are whole. Nothing is left of it
-// but where the process is killed before `copy`.
+// A file in the folder for temporary files, TMPDIR or /var/tmp, whose bytes go to standard output once they are whole.
+// Only a process that is killed before `copy` leaves it, with a name that begins with "files-pdf-".
 class OutputByFile {
 public:
     // Refused where standard output is a terminal.
@@ -23,6 +27,7 @@ public:
     ~OutputByFile();
 
     const std::string& path() const { return _path; }
+    // The last call: takes the file away, and gives all its bytes to standard output.
     std::optional<Host::Refusal> copy();
 
 private:

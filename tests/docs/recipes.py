@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs the commands of docs/recipes.md: recipes.py DOCUMENT FOLDER MAKE_INVOICE
 
-A block of commands is indented. A line after "$ " is one; the lines after it are parts of what it prints, in their order."""
+A block of commands is indented. A line after "$ " is one; the lines after it are parts of what it prints, in their
+order."""
 import os
 import pathlib
 import re

@@ -117,14 +117,16 @@ class Programs(unittest.TestCase):
 
     def test_bash_completes_options_and_what_they_may_be(self):
         cases = [  # what is typed, and what may follow
-            ("--imp", "--import"), ("--import n", "never"), ("--import = al", "always"), ("--import =", "auto never always"), ("--vers", "--version"),
+            ("--imp", "--import"), ("--import n", "never"), ("--import = al", "always"),
+            ("--import =", "auto never always"), ("--vers", "--version"),
             ("-- f", ""), ("--password-file f", ""), ("--encrypt-as", "--encrypt-as-before")]
         for name in "files-pdf-rewrite", "files-pdf-stamp":
             script = run(name, "--completion", "bash")[1].decode()
             for typed, expected in cases:
                 words = " ".join(f"'{word}'" for word in [name, *typed.split()])
                 function = "_" + name.replace("-", "_")
-                ask = f"COMP_WORDS=({words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); {function}; echo ${{COMPREPLY[*]}}"
+                last = len(typed.split())
+                ask = f"COMP_WORDS=({words}); COMP_CWORD={last}; {function}; echo ${{COMPREPLY[*]}}"
                 done = subprocess.run(["bash", "-c", script + ask], capture_output=True, text=True)
                 self.assertEqual((done.stdout.strip(), done.stderr), (expected, ""), (name, typed))
             zsh = run(name, "--completion=zsh")[1].decode()
