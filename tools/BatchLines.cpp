@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 namespace Tools {
@@ -67,6 +68,12 @@ bool BatchLines::next(std::uint64_t& index, BatchLine& line)
     return true;
 }
 
+bool BatchLines::claim(const std::string& out)
+{
+    const std::lock_guard guard(_lock);
+    return out.empty() || _claimed.insert(std::filesystem::absolute(out).lexically_normal().string()).second;
+}
+
 void BatchLines::finish(std::uint64_t index, std::string result, bool isDone)
 {
     const std::lock_guard guard(_lock);
@@ -74,6 +81,8 @@ void BatchLines::finish(std::uint64_t index, std::string result, bool isDone)
     _failed += !isDone;
     for (auto first = _waiting.begin(); first != _waiting.end() && first->first == _printed && !_isBroken;
          first = _waiting.erase(first), ++_printed) {
+        if (first->second.empty())
+            continue;
         std::fputs((first->second + "\n").c_str(), stdout);
         _isBroken = std::fflush(stdout) != 0; // each at once, for who waits for it at a pipe
     }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <unordered_set>
 
 namespace Tools {
 
@@ -34,7 +35,9 @@ public:
     // The next job, and its number, counted from 0; false at the end. Waits while too many results wait for one that
     // isn't there yet.
     bool next(std::uint64_t& index, BatchLine& line);
-    // Prints the result of a line as soon as all before it are printed.
+    // Whether no other job saves its file under this name; an empty one is nobody's.
+    bool claim(const std::string& out);
+    // Prints the result of a line as soon as all before it are printed; nothing for an empty one.
     void finish(std::uint64_t index, std::string result, bool isDone);
     // How many jobs failed; only when no thread is at work any more.
     std::uint64_t failed() const { return _failed; }
@@ -50,6 +53,7 @@ private:
     std::mutex _lock;
     std::condition_variable _hasRoom;
     std::map<std::uint64_t, std::string> _waiting;
+    std::unordered_set<std::string> _claimed;
     std::uint64_t _taken = 0;
     std::uint64_t _printed = 0;
     std::uint64_t _failed = 0;

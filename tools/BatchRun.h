@@ -1,6 +1,7 @@
 #pragma once
 
 #include <tools/BatchJob.h>
+#include <tools/DoneJobs.h>
 #include <tools/Filling.h>
 #include <tools/Saving.h>
 
@@ -17,6 +18,7 @@ struct BatchOptions {
     bool isFlattened = false; // every job
     Host::FlattenOptions flatten;
     bool isForced = false;
+    DoneJobs done; // by an earlier run, and left out
 };
 
 // What became of a job. The step that failed is empty when all is done.

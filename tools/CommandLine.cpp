@@ -8,7 +8,8 @@ namespace Tools {
 
 namespace {
 
-constexpr Option helpOptions[] = {{"--help", "", ""}, {"--help-all", "", ""}};
+constexpr Option commonOptions[] = {
+    {"--help", "", ""}, {"--help-all", "", ""}, {"--version", "", ""}, {"--completion", "bash|zsh", ""}};
 
 const Option* findAmong(std::span<const Option> options, std::string_view name)
 {
@@ -56,7 +57,7 @@ std::string CommandLine::parse(Arguments arguments)
             return fault;
     }
     const bool isTooMany = _operands.size() > _program.operandCount && !_program.takesMoreOperands;
-    if (!isHelpWanted() && (_operands.size() < _program.operandCount || isTooMany))
+    if (!isAboutProgram() && (_operands.size() < _program.operandCount || isTooMany))
         return std::string("expected ") + _program.usage;
     return "";
 }
@@ -88,16 +89,17 @@ std::string CommandLine::takeOption(const std::string& spelled, Arguments& rest)
 // Null when the program has no such option.
 const Option* CommandLine::find(std::string_view name) const
 {
-    const Option* found = findAmong(helpOptions, name);
+    const Option* found = findAmong(commonOptions, name);
     for (const OptionGroup& group : _program.options)
         if (!found)
             found = findAmong(group.options, name);
     return found;
 }
 
-bool CommandLine::isHelpWanted() const
+bool CommandLine::isAboutProgram() const
 {
-    return has("--help") || has("--help-all");
+    return std::any_of(std::begin(commonOptions), std::end(commonOptions),
+        [this](const Option& option) { return has(option.name); });
 }
 
 bool CommandLine::has(std::string_view option) const

@@ -20,9 +20,10 @@ public:
     explicit CommandLine(const Program& program);
 
     // Takes the arguments apart, those after the program's name. What is wrong with them, for people; empty when
-    // nothing is. Where help is wanted the operands aren't counted.
+    // nothing is. Where they ask about the program the operands aren't counted.
     std::string parse(Arguments arguments);
-    bool isHelpWanted() const;
+    // Whether the help, the version or the completion is wanted.
+    bool isAboutProgram() const;
 
     // The program must declare the option; that goes for all that follows, too.
     bool has(std::string_view option) const;

@@ -1,13 +1,30 @@
 #include <tools/Console.h>
 
 #include <host/base/ErrorWords.h>
+#include <platform/Error.h>
+#include <tools/LogKeeping.h>
 #include <tools/ShownText.h>
 
+#include <poll.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstdio>
 
 namespace Tools {
 
-Console::Console(std::string name) : _name(std::move(name)) {}
+namespace {
+
+// Whether standard output is a pipe that nobody reads any more.
+bool isReaderGone()
+{
+    pollfd output = {STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & POLLERR);
+}
+
+} // namespace
+
+Console::Console(std::string name, const LogKeeping* log) : _name(std::move(name)), _log(log) {}
 
 int Console::misuse(const std::string& message) const
 {
@@ -18,8 +35,9 @@ int Console::misuse(const std::string& message) const
 int Console::refuse(const std::string& file, const Host::Refusal& refusal) const
 {
     const std::string code = refusal.code ? " (" + Host::codeText(refusal.code) + ")" : "";
-    std::fprintf(stderr, "%s: %s: %s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.message).c_str(),
-        code.c_str());
+    const bool isNamed = refusal.code == ErrBadObject && _log && !_log->lastFailure().empty();
+    std::fprintf(stderr, "%s: %s: %s%s%s\n", _name.c_str(), shown(file).c_str(), shown(refusal.message).c_str(),
+        code.c_str(), isNamed ? (": " + _log->lastFailure()).c_str() : "");
     return refusal.isUnusable() ? Unusable : Refused;
 }
 
@@ -37,6 +55,10 @@ int Console::finish() const
 {
     if (std::fflush(stdout) == 0 && !std::ferror(stdout))
         return Done;
+    if (isReaderGone()) {
+        std::signal(SIGPIPE, SIG_DFL);
+        std::raise(SIGPIPE);
+    }
     std::fprintf(stderr, "%s: standard output: can't be written\n", _name.c_str());
     return Unusable;
 }

@@ -11,6 +11,8 @@ constexpr std::size_t screenWidth = 80;
 constexpr std::ptrdiff_t screenHeight = 24;
 constexpr std::size_t textColumn = 17; // where the texts of options begin
 
+constexpr const char* unusableWhen = "2 for wrong use and failures of the system.";
+
 // A line of text broken at blanks where it is full; the lines after the first begin in column `indent`.
 std::string wrapLine(std::string_view line, std::size_t indent)
 {
@@ -73,7 +75,8 @@ std::string compose(const Program& program, const std::string& name, HelpExtent 
     std::string out = "Usage: " + name + " " + program.usage + "\n\n" + wrap(program.about, 0) + "\n\n";
     for (const OptionGroup& group : program.options)
         out += extent == HelpExtent::All || !*group.title ? describeEach(group) : nameAll(group);
-    return out + "\n" + wrap(std::string("Exit status: ") + program.exitStatus, 0) + "\n";
+    const std::string refusedWhen = program.refusedWhen;
+    return out + "\n" + wrap("Exit status: 0; 1 when " + refusedWhen + "; " + unusableWhen, 0) + "\n";
 }
 
 } // namespace

@@ -2,14 +2,29 @@
 
 #include <platform/Error.h>
 
+#include <filesystem>
+
 namespace Tools {
+
+namespace {
+
+// Where a guide is: beside the program, where both are installed, or else in the sources.
+std::string guide(const char* name)
+{
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const auto installed = program.parent_path().parent_path() / "share/doc/files-pdf" / name;
+    return std::filesystem::exists(installed, error) ? installed.string() : std::string("docs/") + name;
+}
+
+} // namespace
 
 Host::Refusal withOpeningHint(Host::Refusal refusal)
 {
     if (refusal.code == ErrNoHeaderLine || refusal.code == ErrBadHeader || refusal.code == ErrBadLineEnding)
-        refusal.message += "; docs/errors.md has the usual causes";
+        refusal.message += "; " + guide("errors.md") + " has the usual causes";
     else if (refusal.code >= ErrNoEofMarker && refusal.code <= ErrBadObject)
-        refusal.message += "; rewritten by another program it may open, see docs/errors.md";
+        refusal.message += "; rewritten by another program it may open, see " + guide("errors.md");
     return refusal;
 }
 

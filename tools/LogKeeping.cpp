@@ -13,17 +13,24 @@ OptionGroup logOptions()
     return {"", options};
 }
 
-void listenToLog(SysLogStream::Sink sink)
+void listenToLog(SysLogStream::Sink sink, std::size_t level)
 {
-    SysLogFilter::setLevel(LogLevel::information);
+    SysLogFilter::setLevel(level);
     SysLogFilter::enable("PDF", true);
     SysLogFilter::enable("Lib.File.PDF.Form", true);
     SysLogStream::setSink(std::move(sink));
 }
 
-LogKeeping::LogKeeping()
+LogKeeping::LogKeeping(bool isPrinted)
 {
-    listenToLog([this](std::size_t, const Ref<::String>& line) { _lines.push_back(shown(Host::toUtf8(line))); });
+    const auto keep = [this, isPrinted](std::size_t level, const Ref<::String>& line) {
+        std::string text = shown(Host::toUtf8(line));
+        if (level >= LogLevel::failure)
+            _lastFailure = text;
+        if (isPrinted)
+            _lines.push_back(std::move(text));
+    };
+    listenToLog(keep, isPrinted ? LogLevel::information : LogLevel::failure);
 }
 
 LogKeeping::~LogKeeping()

@@ -1,5 +1,6 @@
 #include <tools/Main.h>
 
+#include <tools/Completion.h>
 #include <tools/Help.h>
 #include <tools/LogKeeping.h>
 
@@ -12,33 +13,33 @@ namespace Tools {
 
 namespace {
 
-// A limit of file sizes and a reader that went away are failed writes, not the end.
-void ignoreSignalsOfWriting()
+// What the options ask about the program.
+std::string textAbout(const Program& program, const std::string& name, const CommandLine& line)
 {
-    std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGPIPE, SIG_IGN);
+    if (line.has("--version"))
+        return name + " (FilesPDF) " FILES_PDF_VERSION "\n";
+    if (line.has("--completion"))
+        return completionOf(program, name, line.argument("--completion"));
+    return helpOf(program, name, line.has("--help-all") ? HelpExtent::All : HelpExtent::OneScreen);
 }
 
 } // namespace
 
 int run(const Program& program, int argc, char** argv, Work work)
 {
-    ignoreSignalsOfWriting();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit of file sizes is a failed write, not the end
     const std::string name = argc > 0 ? std::filesystem::path(argv[0]).filename().string() : program.name;
     const Console console(name);
     CommandLine line(program);
     const std::size_t skipped = std::min(argc, 1);
     if (const std::string fault = line.parse({argv + skipped, std::size_t(argc) - skipped}); !fault.empty())
         return console.misuse(fault);
-    if (line.isHelpWanted()) {
-        const auto extent = line.has("--help-all") ? HelpExtent::All : HelpExtent::OneScreen;
-        std::fputs(helpOf(program, name, extent).c_str(), stdout);
+    if (line.isAboutProgram()) {
+        std::fputs(textAbout(program, name, line).c_str(), stdout);
         return console.finish();
     }
-    std::optional<LogKeeping> log;
-    if (line.has("-v"))
-        log.emplace();
-    return work(line, console);
+    const LogKeeping log(line.has("-v"));
+    return work(line, Console(name, &log));
 }
 
 } // namespace Tools

@@ -3,6 +3,7 @@
 #include <import/Loader.h>
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
+#include <tools/StandardFiles.h>
 
 #include <fstream>
 
@@ -82,7 +83,13 @@ Host::Result<OpenOptions> openOptionsOf(const CommandLine& line)
 
 Host::Result<Opened> open(const std::string& path, const OpenOptions& options)
 {
-    auto opened = Import::openAny(Import::openIfInstalled, path, options.import, options.use);
+    const auto file = Host::FileStripe::open(path);
+    return file ? open(*file, options) : Host::Result<Opened>(file.refusal());
+}
+
+Host::Result<Opened> open(const Ref<Host::FileStripe>& source, const OpenOptions& options)
+{
+    auto opened = Import::openAny(Import::openIfInstalled, source, options.import, options.use);
     if (!opened)
         return withHints(opened.refusal(), options);
     const Ref<Host::FileStripe> file = opened->opened.file;
@@ -96,7 +103,10 @@ Host::Result<Opened> Opening::open(const std::string& path) const
 {
     if (!_options)
         return _options.refusal();
-    auto opened = withProgress("opening", [&] { return Tools::open(path, *_options); });
+    const auto file = isStandard(path) ? readStandardInput() : Host::FileStripe::open(path);
+    if (!file)
+        return file.refusal();
+    auto opened = withProgress("opening", [&] { return Tools::open(*file, *_options); });
     if (opened && opened->report)
         _console.note(path, noteOf(*opened));
     return opened;

@@ -26,13 +26,14 @@ Host::Result<OpenOptions> openOptionsOf(const CommandLine& line);
 
 // Opens a file by the core or the library of imports, and says nothing.
 Host::Result<Opened> open(const std::string& path, const OpenOptions& options);
+Host::Result<Opened> open(const Ref<Host::FileStripe>& source, const OpenOptions& options);
 
 // How a program opens: by its options, with a bar, and with a line for what isn't as usual. The console lives longer.
 class Opening {
 public:
     Opening(const CommandLine& line, const Console& console);
 
-    // A refusal says what people may do about it.
+    // "-" is standard input. A refusal says what people may do about it.
     Host::Result<Opened> open(const std::string& path) const;
 
 private:

@@ -21,7 +21,7 @@ struct OptionGroup {
 };
 
 // A program, as its command line is read and its help printed. Besides its options every program knows --help, or -h,
-// and --help-all.
+// --help-all, --version, and --completion for the build.
 struct Program {
     const char* name;                 // as it is called in the sources; people see the name that it was called by
     const char* usage;                // what follows the name: "[options] IN OUT"
@@ -29,7 +29,7 @@ struct Program {
     bool takesMoreOperands = false;   // whether others may follow these
     const char* about;                // what it does. A line that begins with a blank is printed as it is
     std::vector<OptionGroup> options; // in the order of the help
-    const char* exitStatus;           // "0; 1 when ..."
+    const char* refusedWhen;          // when it ends with status 1: "FILE is refused"
 };
 
 } // namespace Tools

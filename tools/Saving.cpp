@@ -7,6 +7,7 @@
 #include <tools/FileProgress.h>
 #include <tools/Hints.h>
 #include <tools/ImportReport.h>
+#include <tools/StandardFiles.h>
 
 namespace Tools {
 
@@ -106,15 +107,36 @@ int Saving::save(const Opened& opened, const std::string& in, const std::string&
             return _console.refuse(in, *losses);
     Host::SaveOptions options = _options;
     options.isStrict = false; // examined above
+    if (isStandard(out))
+        return saveToOutput(opened, in, options);
     const auto saved = withProgress("saving", [&] { return Tools::save(opened, out, options, _storage); });
-    if (!saved) {
-        Host::Refusal refusal = saved.refusal().withPrefix("can't be saved as " + out + ": ");
-        refusal.message += opened.report ? "" : savingHint(refusal); // of an import all is there
-        return _console.refuse(in, refusal);
-    }
+    if (!saved)
+        return refuse(opened, in, out, saved.refusal());
     if (saved->durability == Host::Durability::Unknown)
         _console.warn(out, "was written, but its folder can't be synced");
     return _console.finish();
+}
+
+// To standard output, once the whole is written and compared.
+int Saving::saveToOutput(const Opened& opened, const std::string& in, const Host::SaveOptions& options) const
+{
+    auto file = OutputByFile::create();
+    if (!file)
+        return _console.refuse(in, file.refusal());
+    const auto saved = withProgress("saving", [&] { return Tools::save(opened, file->path(), options, _storage); });
+    if (!saved)
+        return refuse(opened, in, "standard output", saved.refusal());
+    if (const auto refusal = file->copy())
+        return _console.refuse("standard output", *refusal);
+    return Done;
+}
+
+int Saving::refuse(
+    const Opened& opened, const std::string& in, const std::string& out, const Host::Refusal& cause) const
+{
+    Host::Refusal refusal = cause.withPrefix("can't be saved as " + out + ": ");
+    refusal.message += opened.report ? "" : savingHint(refusal); // of an import all is there
+    return _console.refuse(in, refusal);
 }
 
 } // namespace Tools

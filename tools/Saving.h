@@ -36,10 +36,13 @@ public:
     // Looks at a file whose content goes into the new one, or at one that will be detached before it is saved. Its
     // refusal is the end, and the exit status comes back.
     std::optional<int> checkContent(const Opened& opened, const std::string& in) const;
-    // Saves what was opened from `in` as `out`, and gives the exit status.
+    // Saves what was opened from `in` as `out`, "-" for standard output, and gives the exit status.
     int save(const Opened& opened, const std::string& in, const std::string& out) const;
 
 private:
+    int saveToOutput(const Opened& opened, const std::string& in, const Host::SaveOptions& options) const;
+    int refuse(const Opened& opened, const std::string& in, const std::string& out, const Host::Refusal& cause) const;
+
     const Host::SaveOptions _options;
     const StoreOptions _storage;
     const Console& _console;

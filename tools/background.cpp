@@ -17,7 +17,7 @@ const Tools::Program program = {
              "them, and saves it as OUT, which may be one of the two.",
     .options = {Tools::placementOptions()[0], Tools::placementOptions()[1], Tools::placementOptions()[2],
         Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when a file, the drawing, or the saving is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "a file, the drawing, or the saving is refused",
 };
 
 // What the options say; the exit status where they can't be.

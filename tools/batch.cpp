@@ -2,6 +2,7 @@
 
 #include <host/base/ErrorWords.h>
 #include <host/base/Utf8.h>
+#include <platform/Error.h>
 #include <tools/BatchLines.h>
 #include <tools/BatchRun.h>
 #include <tools/CsvJobs.h>
@@ -12,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -27,6 +30,7 @@ constexpr Tools::Option ownOptions[] = {
     {"--force", "", "go on where the preflight finds a reason not to"},
 };
 constexpr Tools::Option inputOptions[] = {
+    {"--resume", "RESULTS", "leave out the jobs that an earlier run did, by its results; append to them with >>"},
     {"--values", "FILE", "values of all jobs or rows, which count after their own, from JSON, FDF, XFDF or CSV"},
     {"--csv", "FILE", "instead of jobs, rows of values, after a row with the names of their fields; an empty cell "
                       "leaves a field as it is"},
@@ -46,11 +50,12 @@ const Tools::Program program = {
              "   \"background\": {\"file\": \"letterhead.pdf\", \"mode\": \"all\"}, \"out\": \"7.pdf\"}",
     .options = {{"", ownOptions}, {"input", inputOptions}, Tools::valueOptions(), Tools::fillOptions(),
         Tools::openOptions(), Tools::saveOptions(), {"", logOption}},
-    .exitStatus = "0; 1 when a job failed; 2 for wrong use, unreadable input and output that can't be written.",
+    .refusedWhen = "a job failed",
 };
 
 // The log lines of the thread's current job. The sink is called on the thread that logs.
 thread_local std::vector<std::string> jobLog;
+thread_local std::string lastFailure;
 
 Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult& result)
 {
@@ -63,6 +68,8 @@ Json resultOf(std::uint64_t line, const Tools::BatchJob& job, const BatchResult&
     if (!result.step.empty()) {
         object["step"] = result.step;
         object["error"] = result.refusal.message;
+        if (result.refusal.code == ErrBadObject && !lastFailure.empty())
+            object["error"] = result.refusal.message + ": " + lastFailure; // which object
         if (result.refusal.code)
             object["code"] = Host::codeText(result.refusal.code);
     } else {
@@ -89,7 +96,15 @@ void work(Tools::BatchLines& lines, const BatchOptions& options)
     while (lines.next(index, line)) {
         Tools::BatchJob job;
         BatchResult result;
-        if (auto refusal = line.read(job))
+        lastFailure.clear();
+        auto refusal = line.read(job);
+        if (!refusal && options.done.has(job)) {
+            lines.finish(index, "", true);
+            continue;
+        }
+        if (!refusal && !lines.claim(job.out))
+            refusal = {Host::Reason::Conflict, "another job of this run has the same out"};
+        if (refusal)
             result = {"job", std::move(*refusal), 0, 0, {}, {}};
         else
             result = Tools::runJob(job, options);
@@ -155,8 +170,31 @@ Host::Result<std::uint64_t> fillRows(const CommandLine& line, unsigned threads, 
     return jobs->isBroken() ? unreadable : Host::Result<std::uint64_t>(failed);
 }
 
+// Keeps the last failure of a job, and all lines where they are wanted: with its result instead of at the end.
+void listen(bool isLogWanted)
+{
+    const auto keep = [isLogWanted](std::size_t level, const Ref<::String>& text) {
+        if (level >= LogLevel::failure)
+            lastFailure = Host::toUtf8(text);
+        if (isLogWanted)
+            jobLog.push_back(Host::toUtf8(text));
+    };
+    Tools::listenToLog(keep, isLogWanted ? LogLevel::information : LogLevel::failure);
+}
+
+// What an earlier run did. A line that it was killed in is ended, where the new results come after it.
+Host::Result<Tools::DoneJobs> readDone(const std::string& path)
+{
+    auto done = Tools::DoneJobs::read(path);
+    std::error_code error;
+    if (done && done->isCut() && std::filesystem::equivalent(path, "/dev/stdout", error))
+        std::putchar('\n');
+    return done;
+}
+
 int batch(const CommandLine& line, const Tools::Console& console)
 {
+    std::signal(SIGPIPE, SIG_IGN); // jobs under way come to their end; then `finish` looks who reads
     if (line.has("--csv") != line.has("--in") || line.has("--csv") != line.has("--out"))
         return console.misuse("--csv, --in and --out go together");
     const auto threads = Tools::numberOf(line.argument("--jobs", "1"));
@@ -168,12 +206,17 @@ int batch(const CommandLine& line, const Tools::Console& console)
     const auto fill = Tools::fillOptionsOf(line);
     if (!fill)
         return console.misuse(fill.refusal().message);
-    if (line.has("-v")) // instead of at the end
-        Tools::listenToLog([](std::size_t, const Ref<::String>& text) { jobLog.push_back(Host::toUtf8(text)); });
+    listen(line.has("-v"));
     auto values = line.has("--values") ? Tools::readValues(line.argument("--values"), line) : FieldValues();
     if (!values)
         return console.refuse(line.argument("--values"), values.refusal());
-    const BatchOptions options = optionsOf(line, *open, *fill, std::move(*values));
+    BatchOptions options = optionsOf(line, *open, *fill, std::move(*values));
+    if (line.has("--resume")) {
+        auto done = readDone(line.argument("--resume"));
+        if (!done)
+            return console.refuse(line.argument("--resume"), done.refusal());
+        options.done = std::move(*done);
+    }
     const Host::Result<std::uint64_t> failed =
         line.has("--csv") ? fillRows(line, *threads, options) : doLines(*threads, options);
     if (!failed)

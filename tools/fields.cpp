@@ -28,9 +28,9 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Prints a line for each field of the form of a PDF file: its name, kind and value, what it takes, and its "
              "flags, and where it is shown: the page, the left, bottom, right and top of its rectangle, and the states "
-             "of a button. Control characters are printed as \\ and three octal digits.",
+             "of a button; without a form none. Control characters are printed as \\ and three octal digits.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::logOptions()},
-    .exitStatus = "0, also without a form; 1 when FILE or its form is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "FILE or its form is refused",
 };
 
 template <class Texts, class Show>

@@ -33,7 +33,7 @@ const Tools::Program program = {
              "is refused, nothing is saved.",
     .options = {{"", ownOptions}, Tools::valueOptions(), Tools::fillOptions(), Tools::openOptions(),
         Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, a value, or the saving is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, a value, or the saving is refused",
 };
 
 // Adds the values of the command line, those of one name as a list; false when one has no "=" or is not UTF-8. They
@@ -88,6 +88,8 @@ int fill(const CommandLine& line, const Console& console)
     if (!readOperands(line, *values))
         return console.misuse("expected NAME=VALUE in UTF-8 after IN and OUT");
     const std::string& in = line.operand(0);
+    if (values->empty())
+        console.warn(in, "no value is given, and nothing is filled");
     const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());

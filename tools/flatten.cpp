@@ -9,6 +9,7 @@
 #include <tools/Main.h>
 #include <tools/Opening.h>
 #include <tools/Saving.h>
+#include <tools/StandardFiles.h>
 
 namespace {
 
@@ -26,8 +27,7 @@ const Tools::Program program = {
              "being drawn. With --compact what belonged to them doesn't stay in the file.",
     .options
     = {{"", ownOptions}, Tools::textOptions(), Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0, also without a form; 1 when IN, a field, or the saving is refused; 2 for wrong use and "
-                  "unreadable files.",
+    .refusedWhen = "IN, a field, or the saving is refused",
 };
 
 void printJson(const Host::FlattenResult& done, const Tools::Opened& opened)
@@ -44,6 +44,8 @@ void printJson(const Host::FlattenResult& done, const Tools::Opened& opened)
 int flatten(const Tools::CommandLine& line, const Tools::Console& console)
 {
     const std::string& in = line.operand(0);
+    if (line.has("--json") && Tools::isStandard(line.operand(1)))
+        return console.misuse("standard output can't have both OUT and the JSON");
     const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());

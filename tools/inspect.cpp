@@ -44,7 +44,7 @@ const Tools::Program program = {
     .about = "Prints the version, line ending and trailer of a PDF file, its objects as PDF text, and its pages. "
              "Control characters in the text are printed as \\ and three octal digits.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when FILE, or what is asked for in it, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "FILE, or what is asked for in it, is refused",
 };
 
 using Text = std::u32string;

@@ -7,6 +7,7 @@
 #include <tools/Main.h>
 #include <tools/Opening.h>
 #include <tools/Saving.h>
+#include <tools/StandardFiles.h>
 
 namespace {
 
@@ -28,7 +29,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN, converts the data of every stream to one form, saves the whole as OUT, which may "
              "be the same file, and reports what was done to each stream, with its sizes in bytes.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, or what is asked for, is refused",
 };
 
 std::string outcomeText(const RecompressedStream& stream, PDF::Compression target, bool isForced)
@@ -84,7 +85,8 @@ int recompress(const Tools::CommandLine& line, const Tools::Console& console)
     const int status = Tools::Saving(line, console).save(*opened, in, line.operand(1));
     if (status != Tools::Done)
         return status;
-    print(*streams, target, line.has("--force"));
+    if (!Tools::isStandard(line.operand(1))) // which has the file itself
+        print(*streams, target, line.has("--force"));
     return console.finish();
 }
 

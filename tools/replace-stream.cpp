@@ -29,7 +29,7 @@ const Tools::Program program = {
              "FlateDecode, which takes the place of others without loss, and stored as it is when it has none; streams "
              "with filters of images are refused.",
     .options = {{"", ownOptions}, Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, or what is asked for, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, or what is asked for, is refused",
 };
 
 Ref<PDF::Object> objectOf(const Ref<PDF::Document>& document, std::uint32_t id)

@@ -14,7 +14,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file IN and saves it whole as OUT, which may be the same file. OUT is replaced only when "
              "the new file has been opened again and has the same document.",
     .options = {Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when IN, or the saving of it, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "IN, or the saving of it, is refused",
 };
 
 int rewrite(const Tools::CommandLine& line, const Tools::Console& console)

@@ -15,7 +15,7 @@ const Tools::Program program = {
     .about = "Opens the PDF file FILE, reads the data of all its streams into memory, and saves the document as FILE "
              "again. The save needs nothing of the old file any more: it might be gone by then.",
     .options = {Tools::openOptions(), Tools::saveOptions(), Tools::logOptions()},
-    .exitStatus = "0; 1 when FILE, or the saving of it, is refused; 2 for wrong use and unreadable files.",
+    .refusedWhen = "FILE, or the saving of it, is refused",
 };
 
 int saveInPlace(const Tools::CommandLine& line, const Tools::Console& console)

@@ -1,5 +1,6 @@
 // Opens a file and prints its pages.
 
+#include <document/ExactWriting.h>
 #include <host/base/Utf8.h>
 #include <host/files/Open.h>
 #include <host/pages/PageTree.h>
@@ -15,5 +16,8 @@ int main(int argc, char** argv)
     if (!tree)
         return std::fprintf(stderr, "%s\n", tree.refusal().message.c_str()), 1;
     for (const Host::Page& page : tree->pages)
-        std::printf("page: %s\n", Host::toUtf8(page.dictionary->asText()).c_str());
+        if (const auto text = exactText(opened->document, page.dictionary))
+            std::printf("page: %s\n", Host::toUtf8(std::u32string(text->data(), text->data() + text->size())).c_str());
+    for (const std::string& problem : tree->problems)
+        std::printf("problem: %s\n", problem.c_str());
 }

@@ -47,9 +47,15 @@ struct Refusal {
     // The library's code, which `errorWords` puts into words; 0 when there is none.
     std::uint32_t code = 0;
 
-    // Whether a file can't be used at all: it can't be read, so nothing is known about its contents, or nothing can
-    // be written in its place.
-    bool isUnusable() const noexcept { return reason == Reason::Unreadable || reason == Reason::UnusableTarget; }
+    // Whether the system kept the work from being done: a file can't be read, so nothing is known about its contents,
+    // or not be written, or there is no room. Programs end with status 2 then, and with 1 where the document, or what
+    // is asked of it, is refused.
+    bool isUnusable() const noexcept
+    {
+        using enum Reason;
+        return reason == Unreadable || reason == UnusableTarget || reason == OutOfMemory || reason == OutOfSpace
+            || reason == SystemFailure;
+    }
     // The same, its message after `prefix`, which says where.
     Refusal withPrefix(std::string_view prefix) const noexcept
     {

@@ -97,7 +97,7 @@ std::optional<Refusal> FormFiller::fill(
 {
     const std::vector<std::size_t>& found = _state->tree.find(path);
     if (found.empty())
-        return Refusal{Reason::Missing, "there is no such field"};
+        return Refusal{Reason::Missing, _state->tree.form() ? "there is no such field" : "the document has no form"};
     const bool isDrawn = options.appearances == Appearances::Drawn;
     Budget budget(_state->size, options.limitFactor);
     std::vector<FieldUpdate> updates;

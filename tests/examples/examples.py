@@ -24,6 +24,10 @@ class Guides(unittest.TestCase):
             form = whole.read()
             damaged.write(form.replace(b"1 0 obj", b"1 0 obx", 1))
             lossy.write(form.replace(b"/Length 1", b"/Length 0", 1))
+        with open("rootless.pdf", "wb") as rootless:
+            rootless.write(form.replace(b"<< /Root", b"<< /Toor", 1))
+        with open("kidless.pdf", "wb") as kidless:
+            kidless.write(form.replace(b"/Kids", b"/Dogs"))
 
     @classmethod
     def tearDownClass(cls):
@@ -37,7 +41,9 @@ class Guides(unittest.TestCase):
     def test_each_program_does_what_its_guide_says(self):
         cases = [  # name, operands, status, a part of what it prints
             ("typical-job", ["form.pdf", "letterhead.pdf", "both.pdf"], 0, "25 of 25 values found"),
-            ("getting-started", ["form.pdf"], 0, "Type -> Page"),
+            ("getting-started", ["form.pdf"], 0, "/Annots [ 84 0 R 86 0 R"),
+            ("getting-started", ["kidless.pdf"], 0, "problem: the root of the page tree has no kids"),
+            ("getting-started", ["rootless.pdf"], 1, "the object of Root is missing"),
             ("getting-started", ["missing.pdf"], 1, "No such file"),
             ("object-model", ["form.pdf"], 0, "marked: 1, changed: 1"),
             ("forms", ["form.pdf", "filled.pdf"], 0, "number: text"),

@@ -15,7 +15,7 @@ const Tools::Program program = {
     .takesMoreOperands = false,
     .about = "",
     .options = {{"", own}, {"common", common}},
-    .exitStatus = "",
+    .refusedWhen = "it fails",
 };
 
 // What is wrong, or else the operands and the mode.

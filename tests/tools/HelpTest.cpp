@@ -18,7 +18,7 @@ const Tools::Program program = {
     .operandCount = 1,
     .about = "Tries.\n\n  an example   that is not broken, whatever the width of the screen, and goes on for long",
     .options = {{"", own}, {"common", common}},
-    .exitStatus = "0; 1 when it fails",
+    .refusedWhen = "it fails",
 };
 
 } // namespace
@@ -40,17 +40,17 @@ TEST(Help, breaksTextsAndNotExamples)
         "  --quick        without a look\n"
         "  --slow         with one\n"
         "\n"
-        "Exit status: 0; 1 when it fails\n");
+        "Exit status: 0; 1 when it fails; 2 for wrong use and failures of the system.\n");
 }
 
 TEST(Help, whereOneScreenIsFullCommonOptionsAreOnlyNamed)
 {
     Tools::Program longer = program; // by so many lines that all 23 are taken, and by one more
-    const std::string fits = "0" + std::string(8, '\n');
-    longer.exitStatus = fits.c_str();
+    const std::string fits = "it fails" + std::string(8, '\n');
+    longer.refusedWhen = fits.c_str();
     EXPECT_EQ(helpOf(longer, "a", HelpExtent::OneScreen), helpOf(longer, "a", HelpExtent::All));
     const std::string over = fits + "\n";
-    longer.exitStatus = over.c_str();
+    longer.refusedWhen = over.c_str();
     const std::string all = helpOf(longer, "a", HelpExtent::All);
     const std::string screen = helpOf(longer, "a", HelpExtent::OneScreen);
     EXPECT_NE(all.find("\n  --slow         with one\n"), all.npos);

@@ -100,22 +100,23 @@ class Batch(unittest.TestCase):
             ("open", {"in": "missing.pdf"}),
             ("open", {"in": "folder"}),
             ("open", {"in": "broken.pdf"}),
-            ("fill", {"in": "form.pdf", "fill": {"number": "1", "nobody": "x"}, "out": "none.pdf"}),
-            ("fill", {"in": "big.pdf", "fill": {"number": "1"}, "out": "none.pdf"}),
-            ("flatten", {"in": "form.pdf", "flatten": ["number", "nobody"], "out": "none.pdf"}),
-            ("background", {"in": "form.pdf", "background": "missing.pdf", "out": "none.pdf"}),
-            ("background", {"in": "form.pdf", "background": "broken.pdf", "out": "none.pdf"}),
+            ("fill", {"in": "form.pdf", "fill": {"number": "1", "nobody": "x"}, "out": "none1.pdf"}),
+            ("fill", {"in": "big.pdf", "fill": {"number": "1"}, "out": "none2.pdf"}),
+            ("flatten", {"in": "form.pdf", "flatten": ["number", "nobody"], "out": "none3.pdf"}),
+            ("background", {"in": "form.pdf", "background": "missing.pdf", "out": "none4.pdf"}),
+            ("background", {"in": "form.pdf", "background": "broken.pdf", "out": "none5.pdf"}),
             ("save", {"in": "form.pdf", "out": "missing/none.pdf"}),
             ("save", {"in": "form.pdf", "out": "folder"}),
         ]
-        good = {"in": "form.pdf", "out": "good.pdf"}
         for threads in "1", "2":
-            status, results = run([job for _, bad in cases for job in (bad, good)], "--jobs", threads)
+            jobs = [job for i, (_, bad) in enumerate(cases)
+                    for job in (bad, {"in": "form.pdf", "out": f"good{i}.pdf"})]
+            status, results = run(jobs, "--jobs", threads)
             self.assertEqual([r.get("step") for r in results], [s for step, _ in cases for s in (step, None)])
             self.assertTrue(all(r["ok"] != ("error" in r) for r in results), results)
             self.assertEqual(results[4]["code"], "0x501")
             self.assertEqual(status, 1)
-            self.assertFalse(os.path.exists("none.pdf"))
+            self.assertEqual([name for name in os.listdir() if name.startswith("none")], [])
 
     def test_a_line_that_is_no_job_has_a_result_too(self):
         bad = [b"{", b"[]", b"17", b"\xff\xfe", b'{"in": "form.pdf", "id": "\xe9"}', b'{"in": "form.pdf"} x',
@@ -132,6 +133,28 @@ class Batch(unittest.TestCase):
         status, results = run(bad + [{"in": "form.pdf"}], "--jobs", "2")
         self.assertEqual([r.get("step") for r in results], ["job"] * len(bad) + [None])
         self.assertEqual(status, 1)
+
+    def test_what_was_done_is_left_out(self):
+        jobs = [{"in": "form.pdf", "id": i, "out": f"resumed{i}.pdf"} for i in range(4)] + [{"in": "missing.pdf"}]
+        lines = b"".join(json.dumps(job).encode() + b"\n" for job in jobs)
+        whole = subprocess.run([BATCH], input=lines, capture_output=True).stdout.splitlines(keepends=True)
+        os.remove("resumed1.pdf")
+        with open("results", "wb") as file:  # killed in the third result
+            file.write(whole[0] + whole[1] + whole[2][:20])
+        with open("results", "ab") as file:
+            done = subprocess.run([BATCH, "--resume", "results"], input=lines, stdout=file)
+        with open("results", "rb") as file:
+            after = file.read().splitlines(keepends=True)
+        self.assertEqual(after, [*whole[:2], whole[2][:20] + b"\n", *whole[1:]])
+        self.assertEqual(done.returncode, 1)
+        self.assertTrue(all(os.path.exists(job["out"]) for job in jobs[:4]))
+        self.assertEqual(run([], "--resume", "gone"), (2, []))
+
+    def test_of_two_jobs_with_one_out_one_is_refused(self):
+        jobs = [{"in": "form.pdf", "out": out} for out in ("one.pdf", "two.pdf", "./folder/../one.pdf")]
+        status, results = run(jobs)
+        self.assertEqual((status, [r["ok"] for r in results], results[2]["step"]), (1, [True, True, False], "job"))
+        self.assertIn("the same out", results[2]["error"])
 
     def test_empty_lines_are_passed_over_and_the_last_needs_no_end(self):
         done = subprocess.run([BATCH], input=b'\n \r\n{"in": "form.pdf"}\n\n{"in": "form.pdf"}', capture_output=True)

@@ -6,12 +6,15 @@ import os
 import pathlib
 import pty
 import re
+import resource
 import shutil
+import signal
 import struct
 import subprocess
 import sys
 import tempfile
 import termios
+import time
 import unittest
 
 FOLDER, MAKE_INVOICE = sys.argv[1:3]
@@ -31,18 +34,25 @@ PROGRAMS = {  # and operands that each is content with
 }
 
 
-def run(name, *operands):
-    done = subprocess.run([os.path.join(FOLDER, name), *operands], capture_output=True, timeout=60)
-    return done.returncode, done.stdout, done.stderr
+def run(name, *operands, **how):
+    how = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "timeout": 60, **how}
+    done = subprocess.run([os.path.join(FOLDER, name), *operands], **how)
+    return done.returncode, done.stdout or b"", done.stderr
 
 
-def on_terminal(name, *operands):
-    """The lines that it prints on a terminal of 80 columns."""
+def terminal(columns):
+    """Both ends of a new one."""
     try:
         screen, slave = pty.openpty()
     except OSError as reason:
         raise unittest.SkipTest(f"there are no terminals here: {reason}")
-    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 80, 0, 0))
+    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    return screen, slave
+
+
+def on_terminal(name, *operands):
+    """The lines that it prints on a terminal of 80 columns."""
+    screen, slave = terminal(80)
     out = b""
     with subprocess.Popen([os.path.join(FOLDER, name), *operands], stdout=slave):
         os.close(slave)
@@ -66,9 +76,9 @@ class Programs(unittest.TestCase):
             with open(name, "wb") as file:
                 file.write(contents)
 
-    def refuses(self, name, *operands):
+    def refuses(self, name, *operands, **how):
         """With status 2 and one line, and nothing is written."""
-        status, out, err = run(name, *operands)
+        status, out, err = run(name, *operands, **how)
         self.assertEqual((status, out, err.count(b"\n")), (2, b"", 1), (name, operands, err))
         self.assertFalse(os.path.exists("out.pdf"))
 
@@ -87,12 +97,134 @@ class Programs(unittest.TestCase):
             self.assertEqual(run(name, "-h")[1], out)
             self.assertGreaterEqual(len(run(name, "--help-all")[1]), len(out))
 
+    def test_a_reader_that_goes_away_ends_a_program_quietly(self):
+        """While it prints more than fits into a pipe, and before it prints anything."""
+        run("fill", "--keep-looks", "form.pdf", "long.pdf", "remarks=" + "x" * 100000)
+        with subprocess.Popen([os.path.join(FOLDER, "inspect"), "long.pdf"], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE) as program:
+            program.stdout.readline()
+            program.stdout.close()
+            self.assertEqual((program.stderr.read(), program.wait(60)), (b"", -signal.SIGPIPE))
+        job = b'{"in": "form.pdf", "out": "done.pdf"}\n'
+        for name, operands, jobs in [(name, ["--help-all"], b"") for name in PROGRAMS] + [("batch", [], job)]:
+            reader, writer = os.pipe()
+            os.close(reader)
+            done = subprocess.run([os.path.join(FOLDER, name), *operands], input=jobs, stdout=writer,
+                                  stderr=subprocess.PIPE, timeout=60)
+            os.close(writer)
+            self.assertEqual((done.stderr, done.returncode), (b"", -signal.SIGPIPE), name)
+        self.assertEqual(run("inspect", "done.pdf")[0], 0)  # a job under way was done to its end
+
+    def test_bash_completes_options_and_what_they_may_be(self):
+        cases = [  # what is typed, and what may follow
+            ("--imp", "--import"), ("--import n", "never"), ("--import = al", "always"),
+            ("--import =", "auto never always"), ("--vers", "--version"),
+            ("-- f", ""), ("--password-file f", ""), ("--encrypt-as", "--encrypt-as-before")]
+        for name in "files-pdf-rewrite", "files-pdf-stamp":
+            script = run(name, "--completion", "bash")[1].decode()
+            for typed, expected in cases:
+                words = " ".join(f"'{word}'" for word in [name, *typed.split()])
+                function = "_" + name.replace("-", "_")
+                last = len(typed.split())
+                ask = f"COMP_WORDS=({words}); COMP_CWORD={last}; {function}; echo ${{COMPREPLY[*]}}"
+                done = subprocess.run(["bash", "-c", script + ask], capture_output=True, text=True)
+                self.assertEqual((done.stdout.strip(), done.stderr), (expected, ""), (name, typed))
+            zsh = run(name, "--completion=zsh")[1].decode()
+            self.assertTrue(zsh.startswith(f"#compdef {name}\n"))
+            self.assertIn(": :(auto never always)'", zsh)
+            if shutil.which("zsh"):
+                subprocess.run(["zsh", "-n"], input=zsh, text=True, check=True)
+
+    def test_every_program_says_its_version(self):
+        version = re.search(r"project\(FilesPDF VERSION (\S+)", (TREE / "CMakeLists.txt").read_text())[1]
+        for name in [*PROGRAMS, "batch"]:
+            self.assertEqual(run(name, "--version"), (0, f"{name} (FilesPDF) {version}\n".encode(), b""))
+
+    def test_a_dash_is_standard_input_and_output(self):
+        with open("form.pdf", "rb") as file:
+            form = file.read()
+        os.mkdir("temporary")
+        own = {**os.environ, "TMPDIR": os.path.abspath("temporary")}
+        for name, operands in PROGRAMS.items():
+            dashes = ["-" if operand in ("form.pdf", "out.pdf") else operand for operand in operands]
+            with open("form.pdf", "rb") as file:
+                status, out, err = run(name, *dashes, stdin=file, env=own)
+            expected = run(name, *operands)
+            self.assertEqual((status, err), (0, b""), name)
+            if "out.pdf" not in operands and name != "save-in-place":
+                self.assertEqual(out, expected[1])
+                continue
+            with open("saved.pdf", "wb") as file:
+                file.write(out)
+            with open("form.pdf" if name == "save-in-place" else "out.pdf", "rb") as file:
+                self.assertEqual(len(out), len(file.read()))
+            self.assertEqual(run("inspect", "saved.pdf")[0], 0)
+            with open("/dev/full", "w") as full:
+                self.assertEqual(run(name, *dashes, input=form, stdout=full, env=own)[0], 2)
+            refused = run(name, *dashes, input=form[:-9], env=own)
+            self.assertEqual(refused[:2], (1, b""))
+            self.assertEqual(os.listdir("temporary"), [])
+
+    def test_an_installed_program_names_the_installed_guide(self):
+        os.makedirs("bin")
+        os.makedirs("share/doc/files-pdf")
+        shutil.copy(os.path.join(FOLDER, "inspect"), "bin/inspect")
+        libraries = {**os.environ, "LD_LIBRARY_PATH": os.path.dirname(FOLDER)}
+        ask = lambda: subprocess.run(["bin/inspect", "--import=never", "text"], env=libraries,
+                                     capture_output=True).stderr
+        self.assertIn(b"; docs/errors.md has the usual causes", ask())
+        shutil.copy(TREE / "docs/errors.md", "share/doc/files-pdf")
+        self.assertIn(os.path.realpath("share/doc/files-pdf/errors.md").encode(), ask())
+
+    def test_a_value_that_fails_is_told_with_its_object(self):
+        with open("form.pdf", "rb") as file:
+            form = file.read()
+        with open("broken.pdf", "wb") as file:
+            file.write(form.replace(b"2 0 obj", b"2 0 obx", 1))
+        place = f"({form.index(b'2 0 obj')})"
+        for name in "inspect", "fields":
+            self.assertIn(place, run(name, "--import=never", "broken.pdf")[2].decode())
+        done = run("batch", "--import=never", input=b'{"in": "broken.pdf"}\n{"in": "form.pdf"}')[1].splitlines()
+        self.assertIn(place, json.loads(done[0])["error"])
+
+    def test_a_bar_is_a_line_of_its_terminal(self):
+        screen, slave = terminal(30)
+        with subprocess.Popen([os.path.join(FOLDER, "batch")], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                              stderr=slave) as batch:
+            os.close(slave)
+            os.set_blocking(screen, False)
+            shown = b""
+            while not shown.count(b"\r") > 1:  # it comes after a second
+                batch.stdin.write(b'{"in": "form.pdf"}\n')
+                batch.stdin.flush()
+                try:
+                    shown += os.read(screen, 4096)
+                except BlockingIOError:
+                    time.sleep(0.01)
+            batch.stdin.close()
+        os.close(screen)
+        self.assertIn(b"jobs, 0 failed", shown)
+        self.assertEqual({len(line) for line in shown.split(b"\r")[1:-1]}, {29})
+
     def test_wrong_use_is_refused(self):
         for name, operands in PROGRAMS.items():
             self.refuses(name, "--bogus", *operands)
             self.refuses(name)
             for bad in "missing.pdf", "folder":
                 self.refuses(name, *[bad if operand == "form.pdf" else operand for operand in operands])
+
+    def test_what_the_system_refuses_is_status_2(self):
+        """A folder that isn't there, a disk that is full after the first 20 KB, and one that is full already."""
+        small = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+        for name, operands in PROGRAMS.items():
+            if "out.pdf" in operands or name == "save-in-place":
+                self.refuses(name, *["gone/out.pdf" if operand == "out.pdf" else operand for operand in operands],
+                             *(["gone/form.pdf"] if name == "save-in-place" else []))
+                self.refuses(name, *operands, preexec_fn=small)
+            for options in operands, ["--help-all"]:
+                if "out.pdf" not in options and name != "save-in-place":
+                    with open("/dev/full", "w") as full:
+                        self.refuses(name, *options, stdout=full)
 
     def test_a_refusal_says_what_to_do(self):
         with open("form.pdf", "rb") as file:
@@ -118,6 +250,9 @@ class Programs(unittest.TestCase):
                 " --offset -3,4.5 --rotate 90 form.pdf letterhead.pdf out.pdf"),
             (0, "", "background --merged --mode first form.pdf letterhead.pdf out.pdf"),
             (1, "files-pdf-fields prints", "fill form.pdf out.pdf nobody=7"),
+            (1, "nobody: the document has no form", "fill letterhead.pdf out.pdf nobody=7"),
+            (0, "form.pdf: warning: no value is given", "fill form.pdf out.pdf"),
+            (2, "can't have both OUT and the JSON", "flatten --json form.pdf -"),
             (1, "nobody: there is no such field; files-pdf-fields prints", "flatten --field nobody form.pdf out.pdf"),
             (0, "", "flatten --printed form.pdf out.pdf"),
             (1, "see docs/errors.md (0x507)", "fields broken.pdf"),
