@@ -38,7 +38,7 @@ public:
         if (_opened.report)
             _result.import = importJson(_opened);
         warnOfImport(_opened, "");
-        if (const auto tree = Host::pages(_opened.document))
+        if (const auto tree = Host::pages(_opened.document, _opened.limitFactor))
             _result.pages = tree->pages.size();
         return {};
     }
@@ -48,7 +48,7 @@ public:
         values.insert(_options.values.begin(), _options.values.end());
         if (values.empty())
             return {};
-        auto filler = Host::FormFiller::create(_opened.document);
+        auto filler = Host::FormFiller::create(_opened.document, _opened.limitFactor);
         if (!filler)
             return filler.refusal();
         const auto refusals = fillAll(*filler, values, _options.fill, _options.unknownFields, _result.warnings);
@@ -82,6 +82,7 @@ public:
             return refusal->withPrefix(_job.foreign + ": ");
         PagesAsked asked = _job.pages;
         asked.isForced = asked.isForced || _options.isForced;
+        asked.placement.limitFactor = _opened.limitFactor;
         const auto done = drawPages(_opened.document, foreign->document, asked);
         if (!done)
             return done.refusal();
@@ -92,7 +93,7 @@ public:
     {
         if (!_job.target)
             return {};
-        const auto done = Host::recompress(_opened.document, *_job.target, {_options.isForced});
+        const auto done = Host::recompress(_opened.document, *_job.target, {_options.isForced, _opened.limitFactor});
         return done ? std::nullopt : std::optional(done.refusal());
     }
     std::optional<Host::Refusal> save()

@@ -2,6 +2,7 @@
 
 #include <platform/Limits.h>
 #include <text/Loader.h>
+#include <tools/Opening.h>
 
 #include <algorithm>
 
@@ -63,6 +64,7 @@ Host::Result<Host::FillOptions> fillOptionsOf(const CommandLine& line)
     result.isAnyTextAllowed = line.has("--any-text");
     result.areRequiredChecked = line.has("--check-required");
     result.isXfaKept = line.has("--keep-xfa");
+    result.limitFactor = limitFactorOf(line).value_or(1);
     return result;
 }
 
@@ -86,7 +88,8 @@ std::vector<Host::Refusal> fillAll(Host::FormFiller& filler, const Host::FieldVa
 
 Host::FlattenOptions flattenOptionsOf(const CommandLine& line)
 {
-    return {.engine = engineOf(line), .isAnyTextAllowed = line.has("--any-text")};
+    return {.engine = engineOf(line), .isAnyTextAllowed = line.has("--any-text"),
+        .limitFactor = limitFactorOf(line).value_or(1)};
 }
 
 void addWarnings(std::vector<std::string>& warnings, const std::vector<std::string>& more)

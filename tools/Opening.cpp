@@ -60,6 +60,7 @@ OptionGroup openOptions()
             "whether libqpdf reads the file: auto, as without the option, where the core doesn't open it whole"},
         {"--password-file", "FILE", "the first line of FILE is the password of encrypted files"},
         {"--repair", "", "let libqpdf guess what a damaged file was meant to say"},
+        {"--limit-factor", "N", "let the work on a file take N times what it may for a file of its size"},
     };
     return {"opening", options};
 }
@@ -78,7 +79,17 @@ Host::Result<OpenOptions> openOptionsOf(const CommandLine& line)
             return password.refusal();
         options.import.password = std::move(*password);
     }
+    if (const auto factor = limitFactorOf(line))
+        options.limitFactor = *factor;
+    else
+        return Host::Refusal{Host::Reason::Unreadable, "--limit-factor can't be read as a number from 1"};
     return options;
+}
+
+std::optional<std::uint64_t> limitFactorOf(const CommandLine& line)
+{
+    const auto factor = numberOf(line.argument("--limit-factor", "1"));
+    return factor && *factor > 0 ? std::optional<std::uint64_t>(*factor) : std::nullopt;
 }
 
 Host::Result<Opened> open(const std::string& path, const OpenOptions& options)
@@ -94,7 +105,7 @@ Host::Result<Opened> open(const Ref<Host::FileStripe>& source, const OpenOptions
         return withHints(opened.refusal(), options);
     const Ref<Host::FileStripe> file = opened->opened.file;
     return Opened{std::move(opened->opened), std::move(opened->why), std::move(opened->report), file,
-        options.import.password};
+        options.import.password, options.limitFactor};
 }
 
 Opening::Opening(const CommandLine& line, const Console& console) : _options(openOptionsOf(line)), _console(console) {}

@@ -170,7 +170,7 @@ Host::Result<Host::PlaceResult> drawPages(const Ref<Host::PDF::Document>& docume
     const auto mode = mergeModeOf(asked.placement.pairing);
     if (!mode)
         return Host::Refusal{Host::Reason::WrongArgument, "pages that are merged can't be repeated over and over"};
-    auto merged = Host::mergeBackground(document, foreign, *mode, {asked.isForced});
+    auto merged = Host::mergeBackground(document, foreign, *mode, {asked.isForced, asked.placement.limitFactor});
     if (!merged)
         return merged.refusal();
     return Host::PlaceResult{merged->pageCount, std::move(merged->warnings)};

@@ -47,8 +47,9 @@ StoreOptions storeOptionsOf(const CommandLine& line)
 }
 
 Host::Result<Host::Saved> save(
-    const Opened& opened, const std::string& path, const Host::SaveOptions& options, const StoreOptions& storage)
+    const Opened& opened, const std::string& path, Host::SaveOptions options, const StoreOptions& storage)
 {
+    options.limitFactor = opened.limitFactor;
     const bool wasEncrypted = opened.report && opened.report->isDecrypted;
     if (wasEncrypted && storage.isDecrypted == storage.isEncryptedAsBefore)
         return Host::Refusal{Host::Reason::Encrypted,
@@ -70,7 +71,7 @@ std::optional<Host::Refusal> lossesOf(const Opened& opened)
     }
     if (!opened.file)
         return {}; // it was detached, and examined before
-    const auto examination = Host::examine(opened.file);
+    const auto examination = Host::examine(opened.file, opened.limitFactor);
     if (!examination)
         return examination.refusal();
     if (examination->losses.countOfMeaning() == 0)

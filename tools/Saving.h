@@ -25,7 +25,7 @@ StoreOptions storeOptionsOf(const CommandLine& line);
 // Saves a document, stored as the options say. Refused, with `Reason::Encrypted`, when it came from an encrypted file
 // and they don't say what becomes of that.
 Host::Result<Host::Saved> save(
-    const Opened& opened, const std::string& path, const Host::SaveOptions& options, const StoreOptions& storage);
+    const Opened& opened, const std::string& path, Host::SaveOptions options, const StoreOptions& storage);
 
 // How a program saves: by its options, with a bar, and with a line for whatever goes wrong. The command line and the
 // console live longer.

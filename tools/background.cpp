@@ -54,6 +54,7 @@ int background(const Tools::CommandLine& line, const Tools::Console& console)
     const Tools::Saving saving(line, console);
     if (const auto status = saving.checkContent(*foreign, line.operand(1)))
         return *status; // its content goes into the new file, too
+    asked.placement.limitFactor = opened->limitFactor;
     const auto done = Tools::withProgress("drawing pages",
         [&] { return Tools::drawPages(opened->document, foreign->document, asked); });
     if (!done)

@@ -176,7 +176,7 @@ int fields(const Tools::CommandLine& line, const Tools::Console& console)
     const auto opened = Tools::Opening(line, console).open(file);
     if (!opened)
         return console.refuse(file, opened.refusal());
-    const Host::Result<Host::FormFields> form = Host::listFields(opened->document);
+    const Host::Result<Host::FormFields> form = Host::listFields(opened->document, opened->limitFactor);
     if (!form)
         return console.refuse(file, form.refusal());
     if (line.has("--format")) {

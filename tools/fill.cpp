@@ -93,7 +93,7 @@ int fill(const CommandLine& line, const Console& console)
     const auto opened = Tools::Opening(line, console).open(in);
     if (!opened)
         return console.refuse(in, opened.refusal());
-    auto filler = Host::FormFiller::create(opened->document);
+    auto filler = Host::FormFiller::create(opened->document, opened->limitFactor);
     if (!filler)
         return console.refuse(in, filler.refusal());
     if (const auto status = fillAll(line, console, *filler, *values, *options))

@@ -284,7 +284,7 @@ int inspectLosses(const CommandLine& line, const Console& console, const Tools::
         printImportLosses(line, opened);
         return console.finish();
     }
-    const auto examination = Tools::withProgress("examining", [&opened] { return Host::examine(opened.file); });
+    const auto examination = Tools::withProgress("examining", [&opened] { return Host::examine(opened.file, opened.limitFactor); });
     if (!examination)
         return console.refuse(line.operand(0), Tools::withOpeningHint(examination.refusal()));
     (line.has("--json") ? printLossesAsJson : printLosses)(*examination);

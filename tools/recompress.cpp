@@ -79,7 +79,7 @@ int recompress(const Tools::CommandLine& line, const Tools::Console& console)
     if (!opened)
         return console.refuse(in, opened.refusal());
     const auto streams = Tools::withProgress("recompressing",
-        [&] { return Host::recompress(opened->document, target, {line.has("--force")}); });
+        [&] { return Host::recompress(opened->document, target, {line.has("--force"), opened->limitFactor}); });
     if (!streams)
         return console.refuse(in, streams.refusal());
     const int status = Tools::Saving(line, console).save(*opened, in, line.operand(1));

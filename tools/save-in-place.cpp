@@ -27,7 +27,7 @@ int saveInPlace(const Tools::CommandLine& line, const Tools::Console& console)
     const Tools::Saving saving(line, console);
     if (const auto status = saving.checkContent(*opened, file))
         return *status;
-    if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened); }))
+    if (const auto refusal = Tools::withProgress("reading", [&opened] { return Host::detach(*opened, opened->limitFactor); }))
         return console.refuse(file, *refusal);
     return saving.save(*opened, file, file);
 }

@@ -86,6 +86,25 @@ class Programs(unittest.TestCase):
         for name, operands in PROGRAMS.items():
             self.assertEqual(run(name, *operands)[0], 0, name)
 
+    def test_limits_can_be_raised(self):
+        length, text, table = 1 << 20, b"%PDF-1.4\n1 0 obj\n<< /Type /Catalog >>\nendobj\n", b"0000000009 00000 n \n"
+        for number in range(2, 42):  # streams that all reach to the end
+            table += b"%010d 00000 n \n" % len(text)
+            text += b"%d 0 obj\n<< /Length %d >>\nstream\n\nendstream\nendobj\n" % (number, length)
+        text += b" " * length + b"\n"
+        with open("overlapping.pdf", "wb") as file:
+            file.write(text + b"xref\n0 42\n0000000000 65535 f \n" + table
+                       + b"trailer\n<< /Root 1 0 R /Size 42 >>\nstartxref\n%d\n%%%%EOF\n" % len(text))
+        operands = ["--import", "never", "--lossy", "--unverified", "overlapping.pdf", "out.pdf"]
+        status, _, err = run("rewrite", *operands)
+        self.assertEqual(status, 1)
+        self.assertIn(b"limitFactor raises it", err)
+        self.assertEqual(run("rewrite", "--limit-factor", "2", *operands)[0], 0)
+        self.assertGreater(os.path.getsize("out.pdf"), 40 * length)
+        os.remove("out.pdf")
+        for bad in "0", "-1", "many":
+            self.refuses("rewrite", "--limit-factor", bad, "form.pdf", "out.pdf")
+
     def test_help_is_one_screen(self):
         for name in [*PROGRAMS, "batch"]:
             status, out, err = run(name, "--help")
