@@ -14,9 +14,10 @@ constexpr Option options[] = {
     {"--flatten", "", "then make all fields a part of their pages, as files-pdf-flatten does"},
     {"--viewer-looks", "", "ask viewers to draw the new values, instead of drawing them"},
     {"--keep-looks", "", "neither draw the new values nor ask viewers to"},
-    {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
     {"--keep-xfa", "", "leave a form in XFA beside the fields, which keeps the old values"},
     {"--check-required", "", "warn of required fields that are left empty"},
+    // For all texts that are drawn, as textOptions has them.
+    {"--font", "FILE", "draw characters that the form's fonts don't have with this font first"},
     {"--any-text", "", "take a text with characters that no font has, too, and leave them out where it is drawn"},
 };
 constexpr const char* skippingHint = " (--skip-unknown passes over it)";
