@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """Tries what the commands at the root share: environment.py ENVIRONMENT"""
+import os
 import subprocess
 import sys
 import tempfile
@@ -10,8 +11,9 @@ ENVIRONMENT = sys.argv[1]
 
 def run(script):
     """The status and the lines of a script that goes on from there."""
+    outside = {name: value for name, value in os.environ.items() if name != "IN_STEP"}  # where check runs this
     with tempfile.TemporaryDirectory() as folder:
-        done = subprocess.run(["bash", "-euo", "pipefail", "-c", f". '{ENVIRONMENT}'\n{script}"], cwd=folder,
+        done = subprocess.run(["bash", "-euo", "pipefail", "-c", f". '{ENVIRONMENT}'\n{script}"], cwd=folder, env=outside,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=60)
         return done.returncode, done.stdout.splitlines()
 
