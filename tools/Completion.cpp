@@ -54,7 +54,7 @@ std::string bashCompletionOf(const Program& program, const std::string& name)
         "}\ncomplete -o default -F " + function + " " + name + "\n";
 }
 
-// A text within the quotes and brackets of a specification for zsh.
+// A text within the quotes and brackets of what zsh is told of an option.
 std::string quoted(std::string_view text)
 {
     std::string out;
